@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <fmt/format.h>
+
+#include <string_view>
+#include <utility>
+
+/// The program's one log. Arguments are shown as they are; one wrapped in Private is shown as
+/// `<private>`. Lines never hold what was typed: no key codes, no text. Thread: main, but for the
+/// level test, which any thread may make.
+namespace clavo::log
+{
+
+enum class Level { Debug, Default, Error };
+
+/// Receives every line that is not discarded.
+using Sink = void (*)(Level level, std::string_view line);
+
+/// An argument that must not be readable in the log.
+struct Private {
+    std::string_view value;
+};
+
+/// Replaces the receiver of all lines; the standard error until then.
+void setSink(Sink sink);
+
+/// The least level that is kept; Default until set.
+void setThreshold(Level level);
+[[nodiscard]] bool isKept(Level level);
+
+void write(Level level, std::string_view line);
+
+/// Writes a line built from a format, unless its level is discarded, in which case nothing is
+/// formatted.
+template <typename... Arguments>
+void debug(fmt::format_string<Arguments...> format, Arguments&&... arguments)
+{
+    if (isKept(Level::Debug))
+        write(Level::Debug, fmt::format(format, std::forward<Arguments>(arguments)...));
+}
+
+template <typename... Arguments>
+void notice(fmt::format_string<Arguments...> format, Arguments&&... arguments)
+{
+    if (isKept(Level::Default))
+        write(Level::Default, fmt::format(format, std::forward<Arguments>(arguments)...));
+}
+
+template <typename... Arguments>
+void error(fmt::format_string<Arguments...> format, Arguments&&... arguments)
+{
+    write(Level::Error, fmt::format(format, std::forward<Arguments>(arguments)...));
+}
+
+} // namespace clavo::log
+
+template <> struct fmt::formatter<clavo::log::Private> {
+    static constexpr auto parse(fmt::format_parse_context& context) { return context.begin(); }
+    static auto format(const clavo::log::Private&, fmt::format_context& context)
+    {
+        return fmt::format_to(context.out(), "<private>");
+    }
+};

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/DefaultsStore.h"
+#include "app/InputAccess.h"
+#include "audio/AudioOutput.h"
+#include "input/EventTap.h"
+#include "input/Screens.h"
+#include "input/SecureInput.h"
+
+#include <filesystem>
+#include <memory>
+
+namespace clavo
+{
+
+/// Every service of the platform, each behind its port.
+struct Platform {
+    std::unique_ptr<EventTap> eventTap;
+    std::unique_ptr<SecureInput> secureInput;
+    std::unique_ptr<Screens> screens;
+    std::unique_ptr<AudioOutput> audioOutput;
+    std::unique_ptr<InputAccess> inputAccess;
+    std::unique_ptr<DefaultsStore> defaults;
+    std::filesystem::path resources;          // Of the application; empty where there are none.
+    std::filesystem::path applicationSupport; // Of the current user.
+};
+
+/// The services of the platform the program runs on. The session's kind (X11, Wayland, none) is
+/// decided here.
+[[nodiscard]] Platform makePlatform();
+
+} // namespace clavo
