@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "log/Log.h"
+#include "log/Fatal.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace clavo
+{
+namespace
+{
+
+using testing::ElementsAre;
+using testing::Pair;
+
+std::vector<std::pair<log::Level, std::string>> lines;
+
+class LogTest : public testing::Test
+{
+protected:
+    LogTest()
+    {
+        lines.clear();
+        log::setSink([](log::Level level, std::string_view line) {
+            lines.emplace_back(level, std::string(line));
+        });
+        log::setThreshold(log::Level::Default);
+    }
+};
+
+/// Counts how often it is written out.
+struct Costly {
+    int* formatted;
+};
+
+TEST_F(LogTest, ArgumentsAreShown)
+{
+    log::notice("autorisation : {}, écoute : {}", true, false);
+
+    EXPECT_THAT(lines,
+                ElementsAre(Pair(log::Level::Default, "autorisation : true, écoute : false")));
+}
+
+TEST_F(LogTest, PrivateArgumentIsHidden)
+{
+    log::error("aucun pack trouvé ({})", log::Private{"my pack"});
+
+    EXPECT_THAT(lines, ElementsAre(Pair(log::Level::Error, "aucun pack trouvé (<private>)")));
+}
+
+} // namespace
+} // namespace clavo
+
+template <> struct fmt::formatter<clavo::Costly> {
+    static constexpr auto parse(fmt::format_parse_context& context) { return context.begin(); }
+    static auto format(const clavo::Costly& costly, fmt::format_context& context)
+    {
+        ++*costly.formatted;
+        return context.out();
+    }
+};
+
+namespace clavo
+{
+namespace
+{
+
+TEST_F(LogTest, DiscardedLineIsNotEvenFormatted)
+{
+    int formatted = 0;
+
+    log::debug("touche {}", Costly{&formatted});
+
+    EXPECT_EQ(formatted, 0);
+    EXPECT_TRUE(lines.empty());
+}
+
+TEST_F(LogTest, DebugLineIsKeptOnRequest)
+{
+    log::setThreshold(log::Level::Debug);
+    int formatted = 0;
+
+    log::debug("touche {}", Costly{&formatted});
+
+    EXPECT_EQ(formatted, 1);
+    EXPECT_THAT(lines, ElementsAre(Pair(log::Level::Debug, "touche ")));
+}
+
+TEST(Fatal, EndsTheProgramWithItsMessage)
+{
+    EXPECT_DEATH(fatal("this cannot be"), "fatal error: this cannot be");
+}
+
+} // namespace
+} // namespace clavo
