@@ -24,9 +24,13 @@ struct OutputStatus {
 /// comes of it; isRunning() is true from then on as long as a sound handed to the mixer now will be
 /// heard within moments. A lost server makes it false, and the output comes back by itself.
 /// `configurationChanged` is called on the main thread after every loss, return and change of
-/// device or period, never from inside another call. pause() stops rendering and lets the device
-/// sleep until the next start(). Thread: main; the mixer's render() is called on the output's own
-/// audio thread.
+/// device or period, never from inside another call and never because of start() or pause(). A loss
+/// is told before isRunning() is true again.
+///
+/// pause() stops rendering and lets the device sleep until the next start(), across the loss and
+/// return of a server too: once it has returned, render() is neither running nor called, and the
+/// mixer may be destroyed. An output that does not run may be paused. Thread: main; the mixer's
+/// render() is called on the output's own audio thread.
 class AudioOutput
 {
 public:

@@ -1,8 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "audio/realtime/Limiter.h"
 #include "audio/realtime/Nonblocking.h"
+#include "audio/realtime/Residual.h"
+#include "audio/realtime/SpscQueue.h"
+#include "audio/realtime/StereoBlock.h"
 
+#include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -12,13 +18,91 @@
 namespace clavo
 {
 
-/// A block of stereo sound to fill: two channels of equal length, full scale ±1, 44,100 frames per
-/// second.
-struct StereoBlock {
-    std::span<float> left;
-    std::span<float> right;
+/// What the mixer needs to start one voice. Crosses to the audio thread by copy and owns nothing:
+/// the main thread keeps the samples alive until the mixer has let go of them.
+struct VoiceStart {
+    std::span<const float> samples; // Mono, 44,100 per second.
+    float left = 1;                 // Linear gain of each side, pan and volume already applied.
+    float right = 1;
+    std::uint32_t sound = 0; // The caller's name for the samples; comes back when they are let go.
+};
+static_assert(std::is_trivially_copyable_v<VoiceStart>);
 
-    [[nodiscard]] std::size_t frames() const noexcept { return left.size(); }
+/// Adds up 32 voices into one stereo signal.
+///
+/// Starting a voice that still sounds cuts the old sound off, without a click. The sum is scaled by
+/// the volume and limited to full scale. Every accepted sound is let go exactly once: when it has
+/// played to its end, was cut off or silenced.
+///
+/// Thread: render() belongs to the audio thread, everything else to the main thread. Owns: no
+/// samples.
+class Mixer
+{
+public:
+    static constexpr std::size_t voiceCount = 32;
+
+    /// How many sounds may be accepted and not yet taken back by takeFinished().
+    static constexpr std::size_t soundLimit = 256;
+
+    /// Plays the samples once on the voice (below voiceCount), from the first frame of the next
+    /// block. False when soundLimit is reached: nothing happens then.
+    [[nodiscard]] bool start(std::size_t voice, const VoiceStart& start) noexcept;
+
+    /// The volume of everything, from 0 to 1; others count as the nearer end. Reached in a straight
+    /// line over the next block. 1 until set.
+    void setVolume(float volume) noexcept;
+
+    /// Drops every sound started so far, heard or not, at the beginning of the next block.
+    void silence() noexcept;
+
+    /// A sound whose samples the mixer has let go of; nothing when there is none to report.
+    [[nodiscard]] std::optional<std::uint32_t> takeFinished() noexcept;
+
+    /// Fills the block, of any length.
+    void render(StereoBlock out) noexcept CLAVO_NONBLOCKING;
+
+private:
+    using Serial = std::uint64_t; // Counts starts from 1.
+
+    struct Command {
+        VoiceStart start;
+        Serial serial = 0;
+        std::uint32_t voice = 0;
+    };
+    struct Voice {
+        std::span<const float> remaining; // Empty: the voice is silent.
+        float left = 0;
+        float right = 0;
+        std::uint32_t sound = 0;
+        Serial serial = 0;
+        bool isHeard = false;
+    };
+
+    void dropSilenced() noexcept CLAVO_NONBLOCKING;
+    void takeCommands() noexcept CLAVO_NONBLOCKING;
+    void begin(Voice& voice, const Command& command) noexcept CLAVO_NONBLOCKING;
+    void addVoice(Voice& voice, StereoBlock out) noexcept CLAVO_NONBLOCKING;
+    void applyVolume(StereoBlock out) noexcept CLAVO_NONBLOCKING;
+    void letGo(std::uint32_t sound) noexcept CLAVO_NONBLOCKING;
+
+    // The main thread's.
+    Serial m_started = 0;
+    std::size_t m_outstanding = 0; // Accepted and not taken back: bounds what is in both queues.
+
+    // Where the threads meet.
+    SpscQueue<Command, soundLimit> m_commands;
+    SpscQueue<std::uint32_t, soundLimit> m_finished;
+    std::atomic<float> m_volume = 1;
+    std::atomic<Serial> m_silenced = 0; // Starts up to this one are to be dropped.
+    static_assert(std::atomic<float>::is_always_lock_free);
+    static_assert(std::atomic<Serial>::is_always_lock_free);
+
+    // The audio thread's.
+    std::array<Voice, voiceCount> m_voices{};
+    Serial m_dropped = 0;                 // Starts up to this one have been dropped.
+    std::optional<float> m_appliedVolume; // At the end of the last block.
+    Residual m_residual;
+    Limiter m_limiter;
 };
 
 } // namespace clavo
