@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "packs/SoundPack.h"
+#include "synth/AudioBuffer.h"
+#include "synth/SoundBank.h"
+#include "synth/SwitchProfile.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <set>
+#include <vector>
+
+namespace clavo
+{
+
+/// Where packs are looked for.
+struct PackFolders {
+    std::filesystem::path builtIn; // Empty where the application has no resources.
+    std::filesystem::path custom;  // The user's.
+};
+
+} // namespace clavo
+
+/// Finds sound packs on disk and turns them into ready sounds. Keeps nothing between calls, decodes
+/// on the caller's thread, and passes over in silence what cannot be read.
+namespace clavo::PackLibrary
+{
+
+/// The user's folder of packs below the application support folder. Created, if missing, on every
+/// call.
+[[nodiscard]] std::filesystem::path customFolder(const std::filesystem::path& applicationSupport);
+
+/// The built-in packs by category and name, then the user's by name.
+[[nodiscard]] std::vector<SoundPack> allPacks(const PackFolders& folders);
+
+/// The packs directly inside a folder, hidden ones included, in the order in which the folder lists
+/// them. None for an empty path.
+[[nodiscard]] std::vector<SoundPack> packs(const std::filesystem::path& folder, bool isCustom);
+
+/// Decodes a pack's sounds, for the scancodes of `only` alone if it is given. A sound that cannot
+/// be loaded gives no entry, one without samples an entry without variants.
+[[nodiscard]] SoundBank makeBank(const SoundPack& pack, const AudioFormat& format,
+                                 const std::set<std::int64_t>* only = nullptr);
+
+/// The samples as a sound of the format; null when there are none or the format is not mono.
+[[nodiscard]] AudioBufferPtr buffer(std::vector<float> samples, const AudioFormat& format);
+
+/// The five variants of a synthesized stroke of a home-row key. None where the stroke has no
+/// length.
+[[nodiscard]] SoundBank::Variants synthVariants(const SwitchProfile& profile, bool release,
+                                                const AudioFormat& format);
+
+/// The five variants of a mouse button going down, or up when `release`.
+[[nodiscard]] SoundBank::Variants mouseVariants(bool release, const AudioFormat& format);
+
+} // namespace clavo::PackLibrary

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "packs/SoundPack.h"
+
+#include "log/Fatal.h"
+#include "packs/Manifest.h"
+#include "packs/RegularFile.h"
+
+#include <fmt/format.h>
+
+#include <charconv>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+namespace clavo
+{
+namespace
+{
+
+/// A thousand keys take 50 kB. What is larger than this is no manifest and is not read.
+constexpr std::uint64_t maximumManifestSize = 16U << 20U;
+
+/// A decimal number with an optional sign and nothing else around it.
+std::optional<std::int64_t> parseScancode(std::string_view text)
+{
+    if (text.starts_with('+')) {
+        text.remove_prefix(1);
+        if (text.starts_with('-'))
+            return std::nullopt;
+    }
+    std::int64_t scancode = 0;
+    const char* const end = text.data() + text.size();
+    const auto [parsed, error] = std::from_chars(text.data(), end, scancode);
+    return error == std::errc{} && parsed == end ? std::optional(scancode) : std::nullopt;
+}
+
+SoundPack::SoundNames byNumber(Manifest::SoundNames names)
+{
+    SoundPack::SoundNames sounds;
+    for (auto& [text, name] : names) {
+        const auto scancode = parseScancode(text);
+        if (scancode && !sounds.try_emplace(*scancode, std::move(name)).second)
+            fatal(fmt::format("Duplicate values for key: '{}'", *scancode));
+    }
+    return sounds;
+}
+
+PackCategory categoryOf(const Manifest& manifest, bool isCustom)
+{
+    return isCustom ? PackCategory::custom
+                    : packCategory(manifest.category).value_or(PackCategory::special);
+}
+
+} // namespace
+
+std::optional<SoundPack> SoundPack::load(const std::filesystem::path& folder, bool isCustom)
+{
+    const auto json = readRegularFile(folder / "pack.json", maximumManifestSize);
+    if (!json)
+        return std::nullopt;
+    auto manifest = parseManifest(*json);
+    if (!manifest)
+        return std::nullopt;
+    return SoundPack{
+        .id = (isCustom ? "custom:" : "") + manifest->id,
+        .name = std::move(manifest->name),
+        .detail = std::move(manifest->detail),
+        .category = categoryOf(*manifest, isCustom),
+        .credit = std::move(manifest->credit),
+        .folder = folder,
+        .press = byNumber(std::move(manifest->press)),
+        .release = byNumber(std::move(manifest->release)),
+    };
+}
+
+} // namespace clavo
