@@ -9,7 +9,7 @@ namespace clavo
 namespace
 {
 
-constexpr float decay = 0.955661F; // Per frame: exp(−1 / 22.05), a time constant of 0.5 ms.
+constexpr float decay = 0.977579F; // Per frame: exp(−1 / 44.1), a time constant of 1 ms.
 constexpr float inaudible = 1e-6F; // −120 dB. Ends the echo long before numbers become denormal.
 
 } // namespace

@@ -7,9 +7,9 @@
 namespace clavo
 {
 
-/// The echo of every sound that was cut off. The level a sound had when it was cut dies away within
-/// about 2 ms instead of falling in one step, which would click. One level per channel serves all
-/// sounds, so any number of cuts costs the same.
+/// The echo of every sound that was cut off. The level a sound had when it was cut dies away with a
+/// time constant of 1 ms instead of falling in one step, which would click. One level per channel
+/// serves all sounds, so any number of cuts costs the same.
 class Residual
 {
 public:

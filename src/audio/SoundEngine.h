@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "audio/AudioOutput.h"
+#include "audio/SoundLedger.h"
+#include "audio/realtime/Mixer.h"
+#include "packs/SoundPack.h"
+#include "synth/AudioBuffer.h"
+#include "synth/SoundBank.h"
+
+#include <array>
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <span>
+
+namespace clavo
+{
+
+/// Turns ready buffers into audible sound: a fixed pool of 32 players over the mixer, the key
+/// sounds of the selected pack, and the mouse and scroll sounds, made once at construction.
+///
+/// The output is paused when nothing has been played for a while, so that an idle desktop wakes
+/// nobody up; play() and wake() start it again. Thread: main. Owns: the mixer and every sound it
+/// plays. The output must outlive the engine.
+class SoundEngine
+{
+public:
+    /// Runs a task once on the main thread, after the delay.
+    using RunLater = std::function<void(std::chrono::milliseconds, std::function<void()>)>;
+
+    /// What a player was last told, unchanged.
+    struct Player {
+        float pan = 0; // −1 left … +1 right.
+        float gain = 1;
+
+        bool operator==(const Player&) const = default;
+    };
+
+    static constexpr std::size_t playerCount = Mixer::voiceCount;
+
+    /// How often the engine looks whether anything was played since it last looked; the output is
+    /// paused at the first look that finds nothing.
+    static constexpr std::chrono::milliseconds idleTime{10'000};
+
+    SoundEngine(AudioOutput& output, RunLater runLater, IndexDraw draw = systemDraw());
+    ~SoundEngine();
+    SoundEngine(const SoundEngine&) = delete;
+    SoundEngine& operator=(const SoundEngine&) = delete;
+
+    /// Plays the buffer, which is not null, once and at once on the next player, cutting off what
+    /// that player still plays. Allocates nothing. Without a running output, or with more sounds
+    /// under way than the mixer takes, the player's turn passes in silence.
+    void play(AudioBufferPtr buffer, float pan, float gain);
+
+    void playMouse(bool down, float pan);
+    void playScroll(float pan);
+
+    /// Types a short phrase with the pack, independent of the selected one. Reads the sounds it
+    /// needs before it returns and plays them within the next 1.2 s.
+    void preview(const SoundPack& pack);
+
+    /// Makes the output ready for a sound that is likely to come.
+    void wake();
+
+    void setKeyBank(SoundBank bank) { m_keyBank = std::move(bank); }
+
+    /// Of everything, from 0 to 1.
+    void setVolume(float volume);
+
+    [[nodiscard]] const AudioFormat& format() const { return m_format; }
+    [[nodiscard]] const SoundBank& keyBank() const { return m_keyBank; }
+    [[nodiscard]] float volume() const { return m_volume; }
+    [[nodiscard]] int nextPlayer() const { return m_nextPlayer; }
+    [[nodiscard]] std::span<const Player, playerCount> players() const { return m_players; }
+
+    /// Called whenever the output has been paused.
+    std::function<void()> onPaused;
+
+private:
+    void start();
+    void restartAfterChange();
+    void playAny(const SoundBank::Variants& variants, float pan, float gain);
+    void freeFinished();
+    void scheduleIdleCheck();
+    void pauseIfIdle();
+
+    /// The task, made to do nothing once the engine is gone.
+    [[nodiscard]] std::function<void()> whileAlive(std::function<void()> task) const;
+
+    AudioFormat m_format;
+    AudioOutput& m_output;
+    RunLater m_runLater;
+    IndexDraw m_draw;
+    SoundLedger m_ledger;
+    Mixer m_mixer;
+    std::array<Player, playerCount> m_players{};
+    int m_nextPlayer = 0;
+    SoundBank m_keyBank;
+    SoundBank::Variants m_mouseDown;
+    SoundBank::Variants m_mouseUp;
+    SoundBank::Variants m_scrollTicks;
+    float m_volume = 0.8F;
+    bool m_wasUsed = false; // Since the last idle check.
+    bool m_isIdleCheckScheduled = false;
+    std::shared_ptr<const bool> m_alive = std::make_shared<const bool>(true);
+};
+
+} // namespace clavo
