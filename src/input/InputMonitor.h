@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "input/EventTap.h"
+#include "input/Screens.h"
+#include "input/SecureInput.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <variant>
+#include <vector>
+
+namespace clavo
+{
+
+/// The desktop's input as the program sees it: raw events in, keys, clicks and scroll ticks out,
+/// and nothing at all while secure text entry is active.
+///
+/// It refers to its ports and, once started, is referred to by the tap: neither is used after the
+/// other is gone. Thread: main.
+class InputMonitor
+{
+public:
+    /// A key or a modifier key moved.
+    struct Key {
+        std::int64_t code = 0; // Virtual key code.
+        bool down = false;
+
+        bool operator==(const Key&) const = default;
+    };
+
+    /// The left or the right mouse button moved.
+    struct Mouse {
+        bool down = false;
+        float pan = 0; // −1 at the left edge of the desktop, +1 at the right edge; not clamped.
+
+        bool operator==(const Mouse&) const = default;
+    };
+
+    /// The wheel moved by one detent.
+    struct Scroll {
+        float pan = 0; // As for Mouse.
+
+        bool operator==(const Scroll&) const = default;
+    };
+
+    using Event = std::variant<Key, Mouse, Scroll>;
+
+    InputMonitor(EventTap& tap, SecureInput& secureInput, Screens& screens);
+    InputMonitor(const InputMonitor&) = delete;
+    InputMonitor& operator=(const InputMonitor&) = delete;
+    ~InputMonitor() = default;
+
+    /// Receives every event; without it they are read and dropped. Set before start().
+    std::function<void(const Event&)> onEvent;
+
+    /// Starts listening, for the rest of the process. True if the monitor listens, also when it
+    /// did already; false if the platform refused: nothing has changed and it may be tried again.
+    [[nodiscard]] bool start();
+
+    [[nodiscard]] bool isRunning() const { return m_isRunning; }
+
+    /// Whether a newly started process of the executable may listen: it is run with the one
+    /// argument "--check-input-access" and must exit with status 0. False also when it cannot be
+    /// started. Blocks until it has ended. Thread: any but main.
+    [[nodiscard]] static bool
+    permissionGrantedInFreshProcess(const std::filesystem::path& executable);
+
+private:
+    void handle(const RawEvent& event);
+    [[nodiscard]] bool isSilenced();
+    [[nodiscard]] bool toggleModifier(std::int64_t code);
+    [[nodiscard]] float pan(const RawEvent& event);
+    void deliver(const Event& event);
+
+    EventTap& m_installable;
+    SecureInput& m_secureInput;
+    Screens& m_screens;
+    EventTap* m_tap = nullptr; // The installed tap; null until start() has succeeded.
+    bool m_isRunning = false;
+    std::vector<std::int64_t> m_heldModifiers; // A set; a handful at most, so never reallocated.
+    bool m_secureLogged = false;               // The notice of this stretch has been written.
+};
+
+} // namespace clavo

@@ -1,0 +1,411 @@
+// SPDX-License-Identifier: MIT
+#include "input/InputMonitor.h"
+
+#include "fakes/FakeEventTap.h"
+#include "fakes/FakeScreens.h"
+#include "fakes/FakeSecureInput.h"
+#include "log/Log.h"
+
+#include <gmock/gmock.h>
+
+#include <limits>
+#include <string>
+#include <type_traits>
+
+namespace clavo
+{
+namespace
+{
+
+using Event = InputMonitor::Event;
+using Key = InputMonitor::Key;
+using Mouse = InputMonitor::Mouse;
+using Scroll = InputMonitor::Scroll;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+std::vector<std::string> logged; // The log's sink is a plain function.
+
+class InputMonitorTest : public testing::Test
+{
+protected:
+    InputMonitorTest()
+    {
+        logged.clear();
+        log::setSink([](log::Level level, std::string_view line) {
+            logged.emplace_back((level == log::Level::Default ? "" : "not notice: ") +
+                                std::string(line));
+        });
+    }
+
+    void listen()
+    {
+        receiveEvents();
+        ASSERT_TRUE(monitor.start());
+    }
+
+    void receiveEvents()
+    {
+        monitor.onEvent = [this](const Event& event) { events.push_back(event); };
+    }
+
+    void key(std::uint32_t type, std::int64_t code)
+    {
+        tap.deliver({.type = type, .keyCode = code});
+    }
+    void pointer(std::uint32_t type, double x) { tap.deliver({.type = type, .x = x}); }
+
+    /// The pan of a click at the place.
+    float panOfClickAt(double x)
+    {
+        events.clear();
+        pointer(RawEventType::leftMouseDown, x);
+        return std::get<Mouse>(events.at(0)).pan;
+    }
+
+    FakeEventTap tap;
+    FakeSecureInput secureInput;
+    FakeScreens screens;
+    InputMonitor monitor{tap, secureInput, screens};
+    std::vector<Event> events;
+};
+
+TEST_F(InputMonitorTest, AnEventIsAPlainValue)
+{
+    EXPECT_TRUE(std::is_trivially_copyable_v<Event>);
+    EXPECT_EQ(std::variant_size_v<Event>, 3U);
+}
+
+TEST_F(InputMonitorTest, NothingIsInstalledBeforeStart)
+{
+    EXPECT_FALSE(monitor.isRunning());
+    EXPECT_EQ(tap.created, 0);
+}
+
+TEST_F(InputMonitorTest, StartInstallsAndEnablesTheTap)
+{
+    EXPECT_TRUE(monitor.start());
+
+    EXPECT_TRUE(monitor.isRunning());
+    EXPECT_EQ(tap.created, 1);
+    EXPECT_EQ(tap.enabled, 1);
+}
+
+TEST_F(InputMonitorTest, TheTapIsAskedForKeysModifiersTwoButtonsAndTheWheelOnly)
+{
+    ASSERT_TRUE(monitor.start());
+
+    EXPECT_EQ(tap.mask, 0x401C1EU); // Bits 1 to 4, 10 to 12 and 22.
+}
+
+TEST_F(InputMonitorTest, StartingTwiceInstallsOneTap)
+{
+    ASSERT_TRUE(monitor.start());
+
+    EXPECT_TRUE(monitor.start());
+    EXPECT_EQ(tap.created, 1);
+    EXPECT_EQ(tap.enabled, 1);
+}
+
+TEST_F(InputMonitorTest, ARefusedTapChangesNothing)
+{
+    tap.refuses = true;
+
+    EXPECT_FALSE(monitor.start());
+
+    EXPECT_FALSE(monitor.isRunning());
+    EXPECT_EQ(tap.enabled, 0);
+    EXPECT_THAT(logged, IsEmpty());
+}
+
+TEST_F(InputMonitorTest, StartMayBeTriedAgainAfterARefusal)
+{
+    tap.refuses = true;
+    ASSERT_FALSE(monitor.start());
+    tap.refuses = false;
+
+    EXPECT_TRUE(monitor.start());
+
+    EXPECT_TRUE(monitor.isRunning());
+    EXPECT_EQ(tap.created, 2);
+}
+
+TEST_F(InputMonitorTest, AKeyIsDeliveredWithItsCodeAndDirection)
+{
+    listen();
+
+    key(RawEventType::keyDown, 49);
+    key(RawEventType::keyUp, 49);
+
+    EXPECT_THAT(events, ElementsAre(Key{49, true}, Key{49, false}));
+}
+
+TEST_F(InputMonitorTest, AHeldKeyYieldsOnePressAndOneRelease)
+{
+    listen();
+
+    key(RawEventType::keyDown, 4);
+    tap.deliver({.type = RawEventType::keyDown, .keyCode = 4, .isAutoRepeat = true});
+    tap.deliver({.type = RawEventType::keyDown, .keyCode = 4, .isAutoRepeat = true});
+    key(RawEventType::keyUp, 4);
+
+    EXPECT_THAT(events, ElementsAre(Key{4, true}, Key{4, false}));
+}
+
+TEST_F(InputMonitorTest, AKeyUpIsNotTestedForAutoRepeat)
+{
+    listen();
+
+    tap.deliver({.type = RawEventType::keyUp, .keyCode = 4, .isAutoRepeat = true});
+
+    EXPECT_THAT(events, ElementsAre(Key{4, false}));
+}
+
+TEST_F(InputMonitorTest, AModifierAlternatesPressAndRelease)
+{
+    listen();
+
+    key(RawEventType::flagsChanged, 56);
+    key(RawEventType::flagsChanged, 56);
+    key(RawEventType::flagsChanged, 56);
+
+    EXPECT_THAT(events, ElementsAre(Key{56, true}, Key{56, false}, Key{56, true}));
+}
+
+TEST_F(InputMonitorTest, ModifiersAlternateEachForItself)
+{
+    listen();
+
+    key(RawEventType::flagsChanged, 56);
+    key(RawEventType::flagsChanged, 60);
+    key(RawEventType::flagsChanged, 56);
+    key(RawEventType::flagsChanged, 60);
+
+    EXPECT_THAT(events, ElementsAre(Key{56, true}, Key{60, true}, Key{56, false}, Key{60, false}));
+}
+
+TEST_F(InputMonitorTest, ModifiersAreTrackedWithoutAReceiver)
+{
+    ASSERT_TRUE(monitor.start());
+    key(RawEventType::flagsChanged, 56);
+    receiveEvents();
+
+    key(RawEventType::flagsChanged, 56);
+
+    EXPECT_THAT(events, ElementsAre(Key{56, false}));
+}
+
+TEST_F(InputMonitorTest, AModifierPressedDuringSecureInputIsReportedAsPressedWhenReleasedAfterIt)
+{
+    listen();
+    secureInput.on = true;
+    key(RawEventType::flagsChanged, 56);
+    secureInput.on = false;
+
+    key(RawEventType::flagsChanged, 56);
+
+    EXPECT_THAT(events, ElementsAre(Key{56, true}));
+}
+
+TEST_F(InputMonitorTest, BothButtonsAreDeliveredAlike)
+{
+    listen();
+
+    pointer(RawEventType::leftMouseDown, 1440);
+    pointer(RawEventType::leftMouseUp, 1440);
+    pointer(RawEventType::rightMouseDown, 0);
+    pointer(RawEventType::rightMouseUp, 0);
+
+    EXPECT_THAT(events,
+                ElementsAre(Mouse{true, 1}, Mouse{false, 1}, Mouse{true, -1}, Mouse{false, -1}));
+}
+
+TEST_F(InputMonitorTest, EveryWheelEventIsDelivered)
+{
+    listen();
+
+    pointer(RawEventType::scrollWheel, 720);
+    pointer(RawEventType::scrollWheel, 1080);
+
+    EXPECT_THAT(events, ElementsAre(Scroll{0}, Scroll{0.5F}));
+}
+
+TEST_F(InputMonitorTest, OtherEventsAreDropped)
+{
+    listen();
+
+    for (const std::uint32_t type : {0U, 5U, 6U, 7U, 14U, 25U, 26U, 27U, 0xFFFFFFFDU})
+        tap.receiver({.type = type}); // Not even if a tap ignores the mask.
+
+    EXPECT_THAT(events, IsEmpty());
+}
+
+TEST_F(InputMonitorTest, WithoutAReceiverEventsAreDropped)
+{
+    ASSERT_TRUE(monitor.start());
+
+    key(RawEventType::keyDown, 0);
+    pointer(RawEventType::leftMouseDown, 0);
+    pointer(RawEventType::scrollWheel, 0);
+    receiveEvents();
+
+    EXPECT_THAT(events, IsEmpty());
+}
+
+TEST_F(InputMonitorTest, PanFollowsThePointerAcrossOneScreen)
+{
+    listen();
+
+    EXPECT_EQ(panOfClickAt(0), -1);
+    EXPECT_EQ(panOfClickAt(720), 0);
+    EXPECT_EQ(panOfClickAt(1440), 1);
+}
+
+TEST_F(InputMonitorTest, PanSpansAllScreens)
+{
+    screens.screens = {{.x = 0, .width = 1440}, {.x = -1920, .width = 1920}};
+    listen();
+
+    EXPECT_EQ(panOfClickAt(-1920), -1);
+    EXPECT_EQ(panOfClickAt(0), 0.142857194F); // Twice the float of 1920/3360, less 1.
+    EXPECT_EQ(panOfClickAt(1440), 1);
+}
+
+TEST_F(InputMonitorTest, PanIsNotClamped)
+{
+    listen();
+
+    EXPECT_EQ(panOfClickAt(-720), -2);
+    EXPECT_EQ(panOfClickAt(2880), 3);
+}
+
+TEST_F(InputMonitorTest, PanIsDividedInDoublePrecision)
+{
+    screens.screens = {{.x = 16777216, .width = 2}};
+    listen();
+
+    EXPECT_EQ(panOfClickAt(16777217), 0); // As a float the place would be the left edge.
+}
+
+TEST_F(InputMonitorTest, PanIsDoubledInSinglePrecision)
+{
+    screens.screens = {{.x = 0, .width = 3}};
+    listen();
+
+    // A third as a float is 0x1.555556p-2; doubled less 1 that is exactly −0x1.555554p-2.
+    EXPECT_EQ(panOfClickAt(1), -0x1.555554p-2F);
+}
+
+TEST_F(InputMonitorTest, PanUsesTheScreensAsTheyAreAtTheEvent)
+{
+    listen();
+    ASSERT_EQ(panOfClickAt(1440), 1);
+
+    screens.screens.push_back({.x = 1440, .width = 1440});
+
+    EXPECT_EQ(panOfClickAt(1440), 0);
+}
+
+TEST_F(InputMonitorTest, WithoutScreensEveryPanIsTheCentre)
+{
+    screens.screens.clear();
+    listen();
+
+    pointer(RawEventType::leftMouseDown, 500);
+    pointer(RawEventType::rightMouseUp, 500);
+    pointer(RawEventType::scrollWheel, 500);
+
+    EXPECT_THAT(events, ElementsAre(Mouse{true, 0}, Mouse{false, 0}, Scroll{0}));
+}
+
+TEST_F(InputMonitorTest, ScreensWithoutAnExtentGiveTheCentre)
+{
+    screens.screens = {{.x = 0, .width = 0}};
+    listen();
+    EXPECT_EQ(panOfClickAt(500), 0);
+
+    screens.screens = {{.x = 0, .width = std::numeric_limits<double>::quiet_NaN()}};
+    EXPECT_EQ(panOfClickAt(500), 0);
+}
+
+TEST_F(InputMonitorTest, DuringSecureInputNothingIsDelivered)
+{
+    listen();
+    secureInput.on = true;
+
+    key(RawEventType::keyDown, 0);
+    key(RawEventType::keyUp, 0);
+    key(RawEventType::flagsChanged, 56);
+    pointer(RawEventType::leftMouseDown, 0);
+    pointer(RawEventType::scrollWheel, 0);
+
+    EXPECT_THAT(events, IsEmpty());
+}
+
+TEST_F(InputMonitorTest, SecureInputIsNotedOncePerStretch)
+{
+    listen();
+
+    secureInput.on = true;
+    key(RawEventType::keyDown, 0);
+    key(RawEventType::keyUp, 0);
+    EXPECT_THAT(logged, ElementsAre("saisie sécurisée active : sons coupés"));
+
+    secureInput.on = false;
+    key(RawEventType::keyDown, 0);
+    secureInput.on = true;
+    key(RawEventType::keyDown, 0);
+    EXPECT_THAT(logged, SizeIs(2));
+}
+
+TEST_F(InputMonitorTest, AStretchOfSecureInputEndsOnlyAtAnEventOutsideIt)
+{
+    listen();
+    secureInput.on = true;
+    key(RawEventType::keyDown, 0);
+
+    secureInput.on = false;
+    secureInput.on = true;
+    key(RawEventType::keyDown, 0);
+
+    EXPECT_THAT(logged, SizeIs(1));
+}
+
+TEST_F(InputMonitorTest, ADisabledTapIsEnabledAgainSilently)
+{
+    listen();
+
+    tap.disable(RawEventType::tapDisabledByTimeout);
+    tap.disable(RawEventType::tapDisabledByUserInput);
+
+    EXPECT_EQ(tap.enabled, 3); // Once at the start.
+    EXPECT_THAT(events, IsEmpty());
+    EXPECT_THAT(logged, IsEmpty());
+}
+
+TEST_F(InputMonitorTest, ADisabledTapIsEnabledAgainDuringSecureInputWithoutANotice)
+{
+    listen();
+    secureInput.on = true;
+
+    tap.disable();
+
+    EXPECT_EQ(tap.enabled, 2);
+    EXPECT_THAT(logged, IsEmpty());
+}
+
+TEST_F(InputMonitorTest, ATapDisabledNoticeWithoutATapDoesNothing)
+{
+    tap.refuses = true;
+    receiveEvents();
+    ASSERT_FALSE(monitor.start());
+
+    tap.receiver({.type = RawEventType::tapDisabledByTimeout});
+
+    EXPECT_EQ(tap.enabled, 0);
+    EXPECT_THAT(events, IsEmpty());
+}
+
+} // namespace
+} // namespace clavo
