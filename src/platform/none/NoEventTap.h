@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "input/EventTap.h"
+
+namespace clavo
+{
+
+/// The event tap of a platform that shows nobody's input: refuses to be created.
+class NoEventTap final : public EventTap
+{
+public:
+    [[nodiscard]] bool create(EventMask mask, Receiver receiver) override;
+    void enable() override;
+    void notifyNextMotion(std::function<void()> moved) override;
+};
+
+} // namespace clavo
