@@ -30,4 +30,15 @@ struct Platform {
 /// decided here.
 [[nodiscard]] Platform makePlatform();
 
+/// The permission alone: for a process that does nothing but tell it.
+[[nodiscard]] std::unique_ptr<InputAccess> makeInputAccess();
+
+/// Sends all log lines to the system's log, or leaves them on the standard error where there is
+/// none.
+void sendLogToSystem();
+
+/// Makes the requests of the system and of the user at the terminal to end the program quit its
+/// main loop.
+void quitOnTermination();
+
 } // namespace clavo

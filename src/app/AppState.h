@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/Settings.h"
+#include "audio/SoundEngine.h"
+#include "input/InputMonitor.h"
+#include "packs/SoundPack.h"
+#include "platform/Platform.h"
+
+#include <QObject>
+#include <QString>
+
+#include <chrono>
+#include <functional>
+#include <vector>
+
+namespace clavo
+{
+
+/// The application: its settings, packs, sound engine and input monitor, and the way from an event
+/// to a sound. Every setting is written through the moment it changes, and the very next event uses
+/// it. Thread: main.
+class AppState : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool enabled READ enabled WRITE setEnabled NOTIFY enabledChanged)
+    Q_PROPERTY(double volume READ volume WRITE setVolume NOTIFY volumeChanged)
+    Q_PROPERTY(QString packID READ packID WRITE setPackID NOTIFY packIDChanged)
+    Q_PROPERTY(bool keyUpSounds READ keyUpSounds WRITE setKeyUpSounds NOTIFY keyUpSoundsChanged)
+    Q_PROPERTY(bool mouseSounds READ mouseSounds WRITE setMouseSounds NOTIFY mouseSoundsChanged)
+    Q_PROPERTY(bool scrollSounds READ scrollSounds WRITE setScrollSounds NOTIFY scrollSoundsChanged)
+    Q_PROPERTY(bool spatial READ spatial WRITE setSpatial NOTIFY spatialChanged)
+    Q_PROPERTY(bool hasPermission READ hasPermission NOTIFY hasPermissionChanged)
+
+public:
+    /// Seconds since the system's start.
+    using Uptime = std::function<double()>;
+
+    /// The one instance of the program, made on first use for the platform it runs on and kept
+    /// until the process ends.
+    static AppState& shared();
+
+    /// Reads the settings, loads the packs and starts listening.
+    explicit AppState(Platform platform, Uptime uptime = systemUptime,
+                      SoundEngine::RunLater runLater = runOnMainQueue);
+
+    void setEnabled(bool enabled);
+    /// Master volume, 0 to 1.
+    void setVolume(double volume);
+    /// Selects a pack and loads it, also when it is the selected one already. An unknown id loads
+    /// the first pack.
+    void setPackID(const QString& packID);
+    void setKeyUpSounds(bool on);
+    void setMouseSounds(bool on);
+    void setScrollSounds(bool on);
+    void setSpatial(bool on);
+
+    /// Reads the list of packs again and loads the selected one.
+    void reloadPacks();
+
+    [[nodiscard]] bool enabled() const { return m_settings.enabled; }
+    [[nodiscard]] double volume() const { return m_settings.volume; }
+    [[nodiscard]] QString packID() const { return QString::fromStdString(m_settings.packID); }
+    [[nodiscard]] bool keyUpSounds() const { return m_settings.keyUpSounds; }
+    [[nodiscard]] bool mouseSounds() const { return m_settings.mouseSounds; }
+    [[nodiscard]] bool scrollSounds() const { return m_settings.scrollSounds; }
+    [[nodiscard]] bool spatial() const { return m_settings.spatial; }
+    /// The input monitor is listening.
+    [[nodiscard]] bool hasPermission() const { return m_hasPermission; }
+
+    [[nodiscard]] const std::vector<SoundPack>& packs() const { return m_packs; }
+    /// The pack with the selected id, the first one where none has it, null where there is no pack.
+    [[nodiscard]] const SoundPack* selectedPack() const;
+    [[nodiscard]] SoundEngine& sound() { return m_sound; }
+    [[nodiscard]] const SoundEngine& sound() const { return m_sound; }
+
+    [[nodiscard]] static double systemUptime();
+    static void runOnMainQueue(std::chrono::milliseconds delay, std::function<void()> task);
+
+signals:
+    void enabledChanged();
+    void volumeChanged();
+    void packIDChanged();
+    void keyUpSoundsChanged();
+    void mouseSoundsChanged();
+    void scrollSoundsChanged();
+    void spatialChanged();
+    void hasPermissionChanged();
+    void packsChanged();
+
+private:
+    void change(bool Settings::*setting, std::string_view key, bool value,
+                void (AppState::*changed)());
+    void loadPacks();
+    void loadSelectedPack();
+    bool startListening();
+
+    void handle(const InputMonitor::Event& event);
+    void handle(const InputMonitor::Key& key);
+    void handle(const InputMonitor::Mouse& mouse);
+    void handle(const InputMonitor::Scroll& scroll);
+
+    Platform m_platform;
+    Uptime m_uptime;
+    Settings m_settings;
+    std::vector<SoundPack> m_packs;
+    bool m_hasPermission = false;
+    double m_lastScroll = 0; // Uptime of the last tick played, seconds.
+    SoundEngine m_sound;
+    InputMonitor m_input;
+};
+
+} // namespace clavo

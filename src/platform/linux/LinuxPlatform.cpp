@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#include "platform/Platform.h"
+
+#include "log/Log.h"
+#include "platform/linux/AudioOutputs.h"
+#include "platform/linux/Environment.h"
+#include "platform/linux/FileDefaultsStore.h"
+#include "platform/none/NoEventTap.h"
+#include "platform/none/NoScreens.h"
+#include "platform/none/NoSecureInput.h"
+#include "platform/x11/X11EventTap.h"
+#include "platform/x11/X11Screens.h"
+
+#include <string_view>
+#include <system_error>
+
+namespace clavo
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+
+/// A base folder of the user: the variable's, if it is an absolute path as the desktop's rules ask,
+/// else below home.
+fs::path userFolder(const char* variable, const char* belowHome)
+{
+    const fs::path folder = environment(variable);
+    return folder.is_absolute() ? folder : fs::path(environment("HOME")) / belowHome;
+}
+
+fs::path resourcesFolder()
+{
+    std::error_code error;
+    const auto program = fs::read_symlink("/proc/self/exe", error);
+    const auto folder = program.parent_path().parent_path() / "share" / "clavo";
+    return fs::is_directory(folder, error) ? folder : fs::path{};
+}
+
+/// Under Wayland an X server is there too, but it tells only of the windows that live on it.
+bool isX11Session()
+{
+    if (environment("XDG_SESSION_TYPE") == "wayland" || !environment("WAYLAND_DISPLAY").empty())
+        return false;
+    return !environment("DISPLAY").empty();
+}
+
+/// The X server shows every client all input; there is no permission to ask for.
+class LinuxInputAccess : public InputAccess
+{
+public:
+    [[nodiscard]] bool isGranted() const override { return isX11Session(); }
+};
+
+} // namespace
+
+Platform makePlatform()
+{
+    Platform platform;
+    if (isX11Session()) {
+        platform.eventTap = std::make_unique<X11EventTap>();
+        platform.screens = std::make_unique<X11Screens>();
+    } else {
+        log::error("aucune session X11 : les touches ne peuvent pas être entendues");
+        platform.eventTap = std::make_unique<NoEventTap>();
+        platform.screens = std::make_unique<NoScreens>();
+    }
+    platform.secureInput = std::make_unique<NoSecureInput>();
+    platform.audioOutput = makeAudioOutput();
+    platform.inputAccess = makeInputAccess();
+    platform.defaults = std::make_unique<FileDefaultsStore>(
+        userFolder("XDG_CONFIG_HOME", ".config") / "Clavo" / "settings.json");
+    platform.resources = resourcesFolder();
+    platform.applicationSupport = userFolder("XDG_DATA_HOME", ".local/share");
+    return platform;
+}
+
+std::unique_ptr<InputAccess> makeInputAccess()
+{
+    return std::make_unique<LinuxInputAccess>();
+}
+
+} // namespace clavo

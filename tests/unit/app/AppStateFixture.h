@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/AppState.h"
+
+#include "fakes/FakeAudioOutput.h"
+#include "fakes/FakeDefaultsStore.h"
+#include "fakes/FakeEventTap.h"
+#include "fakes/FakeInputAccess.h"
+#include "fakes/FakeScreens.h"
+#include "fakes/FakeSecureInput.h"
+#include "fakes/TemporaryFolder.h"
+#include "log/Log.h"
+
+#include <gtest/gtest.h>
+#include <sndfile.h>
+
+#include <fmt/format.h>
+
+#include <array>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace clavo
+{
+
+/// The application over fake ports, with packs in a folder of its own. A pack's sounds are one
+/// constant sample repeated, so that what is heard tells which sound it was.
+class AppStateFixture : public testing::Test
+{
+protected:
+    using Levels = std::map<std::int64_t, float>; // Scancode → the value of all its samples.
+
+    static constexpr std::size_t soundLength = 400;
+
+    AppStateFixture()
+    {
+        lines().clear();
+        log::setThreshold(log::Level::Default);
+        log::setSink([](log::Level, std::string_view line) { lines().emplace_back(line); });
+    }
+
+    /// All log lines since the test's start.
+    static std::vector<std::string>& lines()
+    {
+        static std::vector<std::string> all;
+        return all;
+    }
+
+    void writePack(const std::string& id, const Levels& press, const Levels& release = {}) const
+    {
+        const auto folder = m_folder.path() / "resources" / "Packs" / id;
+        std::filesystem::create_directories(folder / "sounds");
+        std::ofstream(folder / "pack.json") << fmt::format(
+            R"({{"id": "{0}", "name": "{0}", "detail": "", "category": "linear",)"
+            R"("press": {{{1}}}, "release": {{{2}}}}})",
+            id, writeSounds(folder, "press", press), writeSounds(folder, "release", release));
+    }
+
+    AppState& state()
+    {
+        if (!m_state)
+            m_state = std::make_unique<AppState>(
+                platform(), [this] { return uptime; },
+                [this](std::chrono::milliseconds, std::function<void()> task) {
+                    m_tasks.push_back(std::move(task));
+                });
+        return *m_state;
+    }
+
+    /// The first frame that is rendered next: left and right.
+    std::array<float, 2> heard()
+    {
+        std::array<float, 1> left{};
+        std::array<float, 1> right{};
+        audio->render({left, right});
+        return {left[0], right[0]};
+    }
+
+    /// Lets everything that sounds come to its end.
+    void letRingOut()
+    {
+        std::array<float, 2 * soundLength> left{};
+        std::array<float, 2 * soundLength> right{};
+        audio->render({left, right});
+    }
+
+    /// Runs what was put off until later, in one go.
+    void runTasks()
+    {
+        for (const auto& task : std::exchange(m_tasks, {}))
+            task();
+    }
+
+    void press(std::int64_t code) { key(RawEventType::keyDown, code); }
+    void release(std::int64_t code) { key(RawEventType::keyUp, code); }
+    void key(std::uint32_t type, std::int64_t code)
+    {
+        tap->deliver({.type = type, .keyCode = code});
+    }
+    void click(std::uint32_t type, double x) { tap->deliver({.type = type, .x = x}); }
+
+    // The platform's, of which the state becomes the owner.
+    FakeEventTap* tap = nullptr;
+    FakeAudioOutput* audio = nullptr;
+    FakeDefaultsStore* defaults = nullptr;
+    FakeInputAccess* access = nullptr;
+
+    std::map<std::string, DefaultsValue, std::less<>> stored; // Before the state is made.
+    bool permission = true;
+    double uptime = 1000;
+
+private:
+    Platform platform()
+    {
+        Platform made;
+        made.eventTap = owned(tap);
+        made.secureInput = std::make_unique<FakeSecureInput>();
+        made.screens = std::make_unique<FakeScreens>();
+        made.audioOutput = owned(audio);
+        made.inputAccess = owned(access);
+        made.defaults = owned(defaults);
+        made.resources = m_folder.path() / "resources";
+        made.applicationSupport = m_folder.path() / "support";
+        access->granted = permission;
+        defaults->written = stored;
+        return made;
+    }
+
+    template <typename Fake> static std::unique_ptr<Fake> owned(Fake*& seen)
+    {
+        auto fake = std::make_unique<Fake>();
+        seen = fake.get();
+        return fake;
+    }
+
+    /// The members of one of the manifest's maps, whose files it writes.
+    static std::string writeSounds(const std::filesystem::path& folder, std::string_view kind,
+                                   const Levels& levels)
+    {
+        std::string members;
+        for (const auto& [scancode, level] : levels) {
+            const auto name = fmt::format("{}-{}", kind, scancode);
+            SF_INFO info{};
+            info.samplerate = 44100;
+            info.channels = 1;
+            info.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
+            const auto file = folder / "sounds" / (name + ".wav");
+            auto* const sound = sf_open(file.c_str(), SFM_WRITE, &info);
+            const std::vector<float> samples(soundLength, level);
+            EXPECT_EQ(sf_write_float(sound, samples.data(), soundLength), soundLength);
+            sf_close(sound);
+            members += fmt::format("{}\"{}\": \"{}\"", members.empty() ? "" : ", ", scancode, name);
+        }
+        return members;
+    }
+
+    TemporaryFolder m_folder;
+    std::vector<std::function<void()>> m_tasks;
+    std::unique_ptr<AppState> m_state;
+};
+
+} // namespace clavo

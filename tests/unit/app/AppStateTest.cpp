@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+#include "unit/app/AppStateFixture.h"
+
+#include <QSignalSpy>
+
+#include <gmock/gmock.h>
+
+namespace clavo
+{
+namespace
+{
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::FloatEq;
+using testing::IsEmpty;
+using testing::Pair;
+
+constexpr std::int64_t keyA = 0; // Virtual key code; scancode 30.
+constexpr float centre = 0.70710677F;
+
+class AppStateTest : public AppStateFixture
+{
+protected:
+    AppStateTest()
+    {
+        writePack("cherrymx-red-abs", {{30, 0.5F}});
+        writePack("nk-cream", {{30, 0.25F}});
+    }
+};
+
+TEST_F(AppStateTest, StartsWithTheDefaultsAndWritesNoneOfThem)
+{
+    EXPECT_TRUE(state().enabled());
+    EXPECT_EQ(state().volume(), 0.8);
+    EXPECT_EQ(state().packID(), "cherrymx-red-abs");
+    EXPECT_TRUE(state().keyUpSounds());
+    EXPECT_FALSE(state().mouseSounds());
+    EXPECT_FALSE(state().scrollSounds());
+    EXPECT_TRUE(state().spatial());
+    EXPECT_THAT(defaults->written, IsEmpty());
+}
+
+TEST_F(AppStateTest, StartsWithWhatIsStored)
+{
+    stored = {{"enabled", false},     {"volume", 0.25},      {"packID", std::string("nk-cream")},
+              {"keyUpSounds", false}, {"mouseSounds", true}, {"scrollSounds", true},
+              {"spatial", false}};
+
+    EXPECT_FALSE(state().enabled());
+    EXPECT_EQ(state().volume(), 0.25);
+    EXPECT_EQ(state().sound().volume(), 0.25F);
+    EXPECT_EQ(state().packID(), "nk-cream");
+    EXPECT_FALSE(state().keyUpSounds());
+    EXPECT_TRUE(state().mouseSounds());
+    EXPECT_TRUE(state().scrollSounds());
+    EXPECT_FALSE(state().spatial());
+}
+
+TEST_F(AppStateTest, SaysOnceWhatIsLoadedAndWhetherItListens)
+{
+    state();
+
+    EXPECT_THAT(lines(), ElementsAre("pack chargé : cherrymx-red-abs",
+                                     "autorisation : true, écoute : true"));
+    EXPECT_TRUE(state().hasPermission());
+}
+
+TEST_F(AppStateTest, DoesNotListenWithoutPermission)
+{
+    permission = false;
+
+    EXPECT_FALSE(state().hasPermission());
+    EXPECT_EQ(tap->created, 0);
+    EXPECT_THAT(lines(), Contains("autorisation : false, écoute : false"));
+}
+
+TEST_F(AppStateTest, SwitchesAreStoredUnderTheirNamesAndAnnounced)
+{
+    auto& app = state();
+    const QSignalSpy changes(&app, &AppState::spatialChanged);
+
+    app.setSpatial(false);
+    app.setEnabled(false);
+    app.setKeyUpSounds(false);
+    app.setMouseSounds(true);
+    app.setScrollSounds(true);
+
+    EXPECT_EQ(changes.count(), 1);
+    EXPECT_THAT(defaults->written, ElementsAre(Pair("enabled", DefaultsValue(false)),
+                                               Pair("keyUpSounds", DefaultsValue(false)),
+                                               Pair("mouseSounds", DefaultsValue(true)),
+                                               Pair("scrollSounds", DefaultsValue(true)),
+                                               Pair("spatial", DefaultsValue(false))));
+}
+
+TEST_F(AppStateTest, VolumeIsStoredAndReachesTheMixer)
+{
+    state().setSpatial(false);
+    state().setVolume(0.25);
+
+    press(keyA);
+
+    EXPECT_THAT(defaults->written, Contains(Pair("volume", DefaultsValue(0.25))));
+    EXPECT_EQ(state().sound().volume(), 0.25F);
+    EXPECT_THAT(heard(),
+                ElementsAre(FloatEq(0.5F * centre * 0.25F), FloatEq(0.5F * centre * 0.25F)));
+}
+
+TEST_F(AppStateTest, SelectedPackIsLoadedAndStored)
+{
+    state().setSpatial(false);
+    state().setVolume(1);
+
+    state().setPackID("nk-cream");
+    press(keyA);
+
+    EXPECT_THAT(defaults->written,
+                Contains(Pair("packID", DefaultsValue(std::string("nk-cream")))));
+    EXPECT_EQ(lines().back(), "pack chargé : nk-cream");
+    EXPECT_THAT(heard()[0], FloatEq(0.25F * centre));
+}
+
+TEST_F(AppStateTest, SelectingTheSelectedPackLoadsItAgain)
+{
+    state();
+    lines().clear();
+
+    state().setPackID("cherrymx-red-abs");
+
+    EXPECT_THAT(lines(), ElementsAre("pack chargé : cherrymx-red-abs"));
+}
+
+TEST_F(AppStateTest, UnknownPackLoadsTheFirstAndStaysSelected)
+{
+    state().setPackID("deleted");
+
+    EXPECT_EQ(lines().back(), "pack chargé : cherrymx-red-abs");
+    EXPECT_EQ(state().selectedPack()->id, "cherrymx-red-abs");
+    EXPECT_EQ(state().packID(), "deleted");
+}
+
+TEST_F(AppStateTest, SoundRingsOutAcrossAChangeOfPack)
+{
+    state().setSpatial(false);
+    state().setVolume(1);
+    press(keyA);
+    heard();
+
+    state().setPackID("nk-cream");
+
+    EXPECT_THAT(heard()[0], FloatEq(0.5F * centre));
+    press(keyA);
+    EXPECT_THAT(heard()[0], FloatEq(0.5F * centre + 0.25F * centre));
+}
+
+TEST_F(AppStateTest, ReloadFindsNewPacks)
+{
+    state();
+    writePack("another", {});
+
+    state().reloadPacks();
+
+    EXPECT_EQ(state().packs().size(), 3U);
+    EXPECT_EQ(lines().back(), "pack chargé : cherrymx-red-abs");
+}
+
+class WithoutPacks : public AppStateFixture
+{
+};
+
+TEST_F(WithoutPacks, SaysSoWithoutTheSelectedName)
+{
+    state();
+
+    EXPECT_EQ(state().selectedPack(), nullptr);
+    EXPECT_THAT(lines(), Contains("aucun pack trouvé (<private>)"));
+}
+
+TEST_F(WithoutPacks, KeysAreSilentAndTheMouseSounds)
+{
+    state().setMouseSounds(true);
+
+    press(keyA);
+    EXPECT_EQ(state().sound().nextPlayer(), 0);
+    click(RawEventType::leftMouseDown, 0);
+    EXPECT_EQ(state().sound().nextPlayer(), 1);
+}
+
+} // namespace
+} // namespace clavo
