@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/OutputCandidate.h"
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace clavo
+{
+
+/// Plays through the best of several outputs that has a server, and through none, in silence, while
+/// there is none: sounds end then as if they were heard, and none is heard late.
+///
+/// One renders at a time. While it runs on anything but its best candidate it asks the better ones
+/// again, with growing delays; while paused it asks nobody. The candidate in use has one log line
+/// when it starts, is lost and returns.
+class FallbackOutput : public AudioOutput
+{
+public:
+    struct Candidate {
+        std::string name;
+        std::unique_ptr<OutputCandidate> output;
+    };
+
+    /// Calls back once, on the main thread. start() replaces a call that is still to come.
+    class Timer
+    {
+    public:
+        virtual ~Timer() = default;
+        virtual void start(std::chrono::milliseconds delay, std::function<void()> due) = 0;
+        virtual void stop() = 0;
+    };
+
+    static constexpr std::chrono::milliseconds firstDelay{250};
+    static constexpr std::chrono::milliseconds longestDelay{1000};
+    static constexpr std::chrono::milliseconds longestDelayBeforeAnyServer{5000};
+
+    /// The candidates in order, the best one first.
+    FallbackOutput(std::vector<Candidate> candidates, std::unique_ptr<AudioOutput> silent,
+                   std::unique_ptr<Timer> timer);
+    ~FallbackOutput() override;
+
+    void prepare(Mixer& mixer, std::function<void()> configurationChanged) override;
+    void start() override;
+    void pause() override;
+    [[nodiscard]] bool isRunning() const override;
+    [[nodiscard]] OutputStatus status() const override;
+
+private:
+    void changed();
+    void select();
+    void run(AudioOutput& output);
+    void ask();
+    void retry();
+    void announce(std::size_t best);
+    [[nodiscard]] std::size_t bestUp() const;
+
+    std::vector<Candidate> m_candidates;
+    std::unique_ptr<AudioOutput> m_silent;
+    std::unique_ptr<Timer> m_timer;
+    std::function<void()> m_configurationChanged;
+    bool m_isStarted = false;
+    AudioOutput* m_current = nullptr; // The one that may render; null while paused.
+    std::chrono::milliseconds m_delay = firstDelay;
+    bool m_isRetryComing = false;
+
+    enum class Told { Nothing, NoServer, Playing, Lost };
+    Told m_told = Told::Nothing; // The last log line,
+    std::size_t m_toldOf = 0;    // and the candidate it was about.
+};
+
+} // namespace clavo

@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/ServerOutput.h"
+
+#include <QTimer>
+
+#include <utility>
+
+namespace clavo
+{
+
+/// What has to happen outside the calls that cause it, or later.
+struct ServerOutput::Timers {
+    QTimer settle;
+    QTimer stall;
+};
+
+ServerOutput::ServerOutput(Opener open)
+    : m_open(std::move(open)), m_timers(std::make_unique<Timers>())
+{
+    m_timers->settle.setSingleShot(true);
+    m_timers->settle.callOnTimeout([this] { settle(); });
+    m_timers->stall.setSingleShot(true);
+    m_timers->stall.setInterval(patience);
+    m_timers->stall.callOnTimeout([this] { stall(); });
+}
+
+ServerOutput::~ServerOutput() = default;
+
+void ServerOutput::prepare(Mixer& mixer, std::function<void()> configurationChanged)
+{
+    m_mixer = &mixer;
+    m_configurationChanged = std::move(configurationChanged);
+}
+
+void ServerOutput::start()
+{
+    connect();
+    if (m_link != Link::Up || m_isRunning)
+        return;
+    m_isRunning = true;
+    m_isResuming = true;
+    m_stream->play(m_mixer);
+    m_stream->activate();
+    streamChanged();
+}
+
+void ServerOutput::pause()
+{
+    if (!m_isRunning)
+        return;
+    stopRunning();
+    m_stream->deactivate();
+}
+
+OutputStatus ServerOutput::status() const
+{
+    return m_link == Link::Up ? m_stream->status() : OutputStatus{};
+}
+
+void ServerOutput::connect()
+{
+    if (m_stream)
+        return;
+    m_stream = m_open([this] { streamChanged(); });
+    if (m_stream)
+        m_link = Link::Pending;
+}
+
+void ServerOutput::disconnect()
+{
+    stopRunning();
+    m_stream.reset();
+    m_timers->settle.stop();
+    m_link = Link::None;
+}
+
+/// May be called from inside the server's library and from inside our own calls.
+void ServerOutput::streamChanged()
+{
+    m_timers->settle.start(0);
+}
+
+void ServerOutput::settle()
+{
+    switch (m_stream->state()) {
+    case ServerStream::State::Broken:
+        disconnect();
+        break;
+    case ServerStream::State::Waiting:
+        if (m_isRunning && !m_timers->stall.isActive())
+            m_timers->stall.start();
+        return;
+    case ServerStream::State::Streaming:
+        m_timers->stall.stop();
+        if (std::exchange(m_isResuming, false))
+            return; // That is what start() has asked for, and no news.
+        m_link = Link::Up;
+        break;
+    }
+    m_configurationChanged();
+    if (m_link == Link::Up && !m_isRunning)
+        m_stream->deactivate(); // Nobody wants it now; an active stream keeps the server awake.
+}
+
+void ServerOutput::stall()
+{
+    stopRunning(); // The stream stays active: it streams as soon as there is a device again.
+    m_link = Link::Pending;
+    m_configurationChanged();
+}
+
+void ServerOutput::stopRunning()
+{
+    m_timers->stall.stop();
+    m_isResuming = false;
+    if (std::exchange(m_isRunning, false))
+        m_stream->play(nullptr);
+}
+
+} // namespace clavo

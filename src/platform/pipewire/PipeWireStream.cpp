@@ -1,0 +1,262 @@
+// SPDX-License-Identifier: MIT
+#include "platform/pipewire/PipeWireStream.h"
+
+#include "audio/realtime/Lent.h"
+#include "audio/realtime/Mixer.h"
+#include "platform/pipewire/PipeWireClient.h"
+
+#include <fmt/format.h>
+#include <pipewire/pipewire.h>
+#include <spa/param/audio/format-utils.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <utility>
+
+namespace clavo
+{
+namespace
+{
+
+constexpr std::uint32_t sampleRate = 44100;
+constexpr std::uint32_t channels = 2;
+
+/// One cycle of the graph, as the driver of the moment runs it.
+struct Period {
+    std::uint32_t frames = 0;
+    std::uint32_t rate = 0;
+
+    bool operator==(const Period&) const = default;
+};
+
+/// What the data thread uses.
+struct Renderer {
+    pw_stream* stream = nullptr;
+    pw_loop* mainLoop = nullptr;
+    spa_source* periodChanged = nullptr; // An event of the main loop.
+    Lent<Mixer> mixer;
+    Lent<const spa_io_position> position; // Written by the driver, in memory shared with it.
+    std::atomic<Period> period;           // Of the last cycle.
+    static_assert(std::atomic<Period>::is_always_lock_free);
+};
+
+/// The frames asked for, in the buffer's own memory; no frames if the buffer is not what was
+/// negotiated.
+StereoBlock blockIn(const pw_buffer& buffer) noexcept CLAVO_NONBLOCKING
+{
+    const auto& parts = *buffer.buffer;
+    if (parts.n_datas < channels || !parts.datas[0].data || !parts.datas[1].data)
+        return {};
+    const std::size_t room =
+        std::min(parts.datas[0].maxsize, parts.datas[1].maxsize) / sizeof(float);
+    const auto frames = buffer.requested ? std::min<std::size_t>(buffer.requested, room) : room;
+    return {.left = {static_cast<float*>(parts.datas[0].data), frames},
+            .right = {static_cast<float*>(parts.datas[1].data), frames}};
+}
+
+Period periodOf(const spa_io_position* position) noexcept CLAVO_NONBLOCKING
+{
+    if (!position)
+        return {};
+    return {.frames = static_cast<std::uint32_t>(position->clock.duration),
+            .rate = position->clock.rate.denom};
+}
+
+void renderInto(StereoBlock out, Mixer* mixer) noexcept CLAVO_NONBLOCKING
+{
+    if (mixer) {
+        mixer->render(out);
+    } else {
+        std::ranges::fill(out.left, 0.0F);
+        std::ranges::fill(out.right, 0.0F);
+    }
+}
+
+/// Fills one buffer with exactly the frames that the rate conversion asks for, so that nothing is
+/// ever queued beyond the cycle. Thread: data, once a cycle.
+///
+/// foreign calls: dequeue and queue move an index between two rings of the stream; the event, one
+/// write to an eventfd, is raised only by a cycle whose period differs from the last one's.
+void renderCycle(Renderer& renderer) noexcept
+{
+    auto* const buffer = pw_stream_dequeue_buffer(renderer.stream);
+    if (!buffer)
+        return;
+
+    const auto out = blockIn(*buffer);
+    renderer.mixer.use([out](Mixer* mixer) { renderInto(out, mixer); });
+
+    buffer->size = out.frames();
+    for (auto& part : std::span(buffer->buffer->datas, buffer->buffer->n_datas)) {
+        part.chunk->offset = 0;
+        part.chunk->stride = sizeof(float);
+        part.chunk->size = static_cast<std::uint32_t>(out.frames() * sizeof(float));
+    }
+    pw_stream_queue_buffer(renderer.stream, buffer);
+
+    Period period;
+    renderer.position.use([&period](const auto* position) { period = periodOf(position); });
+    if (period != renderer.period.load(std::memory_order_relaxed)) {
+        renderer.period.store(period, std::memory_order_relaxed);
+        pw_loop_signal_event(renderer.mainLoop, renderer.periodChanged);
+    }
+}
+
+pw_properties* propertiesOf(std::uint32_t quantumFrames)
+{
+    // No role: the session would share the remembered volume with every other program of that role.
+    // No rate of the graph either: a stream that is nearly always there would decide it for all.
+    auto* const properties =
+        pw_properties_new(PW_KEY_APP_NAME, "Clavo", PW_KEY_APP_ID, "clavo", PW_KEY_NODE_NAME,
+                          "Clavo", PW_KEY_MEDIA_NAME, "Clavo", PW_KEY_MEDIA_TYPE, "Audio",
+                          PW_KEY_MEDIA_CATEGORY, "Playback", nullptr);
+    pw_properties_set(properties, PW_KEY_NODE_LATENCY,
+                      fmt::format("{}/{}", quantumFrames, sampleRate).c_str());
+    return properties;
+}
+
+const spa_pod* formatIn(std::span<std::uint8_t> memory)
+{
+    spa_audio_info_raw format{};
+    format.format = SPA_AUDIO_FORMAT_F32P;
+    format.rate = sampleRate;
+    format.channels = channels;
+    format.position[0] = SPA_AUDIO_CHANNEL_FL;
+    format.position[1] = SPA_AUDIO_CHANNEL_FR;
+    spa_pod_builder builder{};
+    spa_pod_builder_init(&builder, memory.data(), static_cast<std::uint32_t>(memory.size()));
+    return spa_format_audio_raw_build(&builder, SPA_PARAM_EnumFormat, &format);
+}
+
+} // namespace
+
+struct PipeWireStream::Connection {
+    Renderer renderer;
+    std::function<void()> changed;
+    pw_core* core = nullptr;
+    spa_hook coreHook{};
+    spa_hook streamHook{};
+    bool isStreaming = false;
+    bool isBroken = false;
+
+    static void onCoreError(void* data, std::uint32_t id, int, int result, const char*)
+    {
+        if (id == PW_ID_CORE && result == -EPIPE)
+            static_cast<Connection*>(data)->breakDown();
+    }
+
+    static void onState(void* data, pw_stream_state, pw_stream_state state, const char*)
+    {
+        auto& self = *static_cast<Connection*>(data);
+        self.isStreaming = state == PW_STREAM_STATE_STREAMING;
+        if (state == PW_STREAM_STATE_ERROR || state == PW_STREAM_STATE_UNCONNECTED)
+            self.breakDown();
+        self.changed();
+    }
+
+    static void onIo(void* data, std::uint32_t id, void* area, std::uint32_t size)
+    {
+        if (id != SPA_IO_Position)
+            return;
+        const bool isWhole = area && size >= sizeof(spa_io_position);
+        static_cast<Connection*>(data)->renderer.position.lend(
+            isWhole ? static_cast<const spa_io_position*>(area) : nullptr);
+    }
+
+    static void onProcess(void* data) { renderCycle(static_cast<Connection*>(data)->renderer); }
+
+    static void onPeriod(void* data, std::uint64_t) { static_cast<Connection*>(data)->changed(); }
+
+    void breakDown()
+    {
+        isBroken = true;
+        changed();
+    }
+};
+
+PipeWireStream::PipeWireStream(PipeWireClient& client, pw_core& core, std::uint32_t quantumFrames,
+                               std::function<void()> changed)
+    : m_connection(std::make_unique<Connection>())
+{
+    static const auto coreEvents = [] {
+        pw_core_events events{};
+        events.version = PW_VERSION_CORE_EVENTS;
+        events.error = Connection::onCoreError;
+        return events;
+    }();
+    static const auto streamEvents = [] {
+        pw_stream_events events{};
+        events.version = PW_VERSION_STREAM_EVENTS;
+        events.state_changed = Connection::onState;
+        events.io_changed = Connection::onIo;
+        events.process = Connection::onProcess;
+        return events;
+    }();
+
+    auto& self = *m_connection;
+    auto& renderer = self.renderer;
+    self.changed = std::move(changed);
+    self.core = &core;
+    pw_core_add_listener(self.core, &self.coreHook, &coreEvents, &self);
+    renderer.mainLoop = client.loop();
+    renderer.periodChanged = pw_loop_add_event(renderer.mainLoop, Connection::onPeriod, &self);
+    renderer.stream = pw_stream_new(self.core, "Clavo", propertiesOf(quantumFrames));
+    if (!renderer.stream) {
+        self.breakDown();
+        return;
+    }
+    pw_stream_add_listener(renderer.stream, &self.streamHook, &streamEvents, &self);
+
+    std::array<std::uint8_t, 512> memory;
+    std::array<const spa_pod*, 1> formats{formatIn(memory)};
+    const auto flags = static_cast<pw_stream_flags>(
+        PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_MAP_BUFFERS | PW_STREAM_FLAG_RT_PROCESS);
+    if (pw_stream_connect(renderer.stream, PW_DIRECTION_OUTPUT, PW_ID_ANY, flags, formats.data(),
+                          formats.size()) < 0)
+        self.breakDown();
+}
+
+PipeWireStream::~PipeWireStream()
+{
+    auto& self = *m_connection;
+    self.changed = [] {};
+    play(nullptr);
+    if (self.renderer.stream)
+        pw_stream_destroy(self.renderer.stream); // Waits for the cycle under way.
+    spa_hook_remove(&self.coreHook);
+    pw_core_disconnect(self.core);
+    pw_loop_destroy_source(self.renderer.mainLoop, self.renderer.periodChanged);
+}
+
+void PipeWireStream::play(Mixer* mixer)
+{
+    m_connection->renderer.mixer.lend(mixer);
+}
+
+void PipeWireStream::activate()
+{
+    pw_stream_set_active(m_connection->renderer.stream, true);
+}
+
+void PipeWireStream::deactivate()
+{
+    pw_stream_set_active(m_connection->renderer.stream, false);
+}
+
+ServerStream::State PipeWireStream::state() const
+{
+    if (m_connection->isBroken)
+        return State::Broken;
+    const bool hasCycles = m_connection->renderer.period.load(std::memory_order_relaxed).rate != 0;
+    return m_connection->isStreaming && hasCycles ? State::Streaming : State::Waiting;
+}
+
+OutputStatus PipeWireStream::status() const
+{
+    const auto period = m_connection->renderer.period.load(std::memory_order_relaxed);
+    return {.server = "PipeWire", .quantumFrames = period.frames, .sampleRate = period.rate};
+}
+
+} // namespace clavo

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#include "platform/pulse/PulseOutput.h"
+
+#include "platform/pulse/PulseStream.h"
+
+#include <utility>
+
+namespace clavo
+{
+
+PulseOutput::PulseOutput(std::uint32_t quantumFrames)
+    : ServerOutput([quantumFrames](std::function<void()> changed) {
+          return PulseStream::open(quantumFrames, std::move(changed));
+      })
+{
+}
+
+} // namespace clavo
