@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Recording.h"
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace clavo::latency
+{
+
+/// The time from an event to its sound: to the first sample before the next event that is above the
+/// floor and twice as loud as everything in the 5 ms before the event. Nothing when no sample is.
+///
+/// It can be a little below zero: a period whose start came just before the event may be rendered
+/// just after it.
+[[nodiscard]] std::optional<nanoseconds> latency(const Recording& recording, Moment event,
+                                                 Moment next, float floor);
+
+struct Distribution {
+    nanoseconds median{};
+    nanoseconds percentile99{};
+    nanoseconds maximum{};
+};
+
+/// Of at least one value.
+[[nodiscard]] Distribution distribution(std::vector<nanoseconds> values);
+
+/// How many pulses of one height sound from this frame on, where those that begin together add up
+/// and those that do not are apart.
+[[nodiscard]] std::size_t pulses(const Recording& recording, std::size_t first, float height);
+
+} // namespace clavo::latency

@@ -1,0 +1,331 @@
+// SPDX-License-Identifier: MIT
+#include "Clavo.h"
+#include "Graph.h"
+#include "Hearing.h"
+#include "Keyboard.h"
+#include "Options.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <random>
+#include <string_view>
+#include <thread>
+
+namespace clavo::latency
+{
+namespace
+{
+
+using namespace std::chrono_literals;
+using std::chrono::microseconds;
+using std::chrono::steady_clock;
+
+constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz";
+constexpr unsigned seed = 1;
+constexpr float soundFloor = 0.01F; // -40 dB: nothing else sounds in the virtual desktop.
+constexpr float clickOnset =
+    0.1F; // Well inside a click, above the ripple of a resampler before it.
+constexpr std::size_t mebibyte = 1024; // In the unit of Memory.
+
+/// What a measurement runs on.
+struct Bench {
+    std::unique_ptr<Graph> graph;
+    std::unique_ptr<Clavo> clavo;
+    Keyboard keyboard;
+    std::size_t cyclesLate = 0;
+};
+
+int fail(std::string_view reason)
+{
+    fmt::print(stderr, "clavo-latency: {}\n", reason);
+    return EXIT_FAILURE;
+}
+
+void row(std::string_view name, std::string_view value)
+{
+    fmt::print("  {:<22}{}\n", name, value);
+}
+
+std::string milliseconds(nanoseconds time)
+{
+    return fmt::format("{:.2f} ms", std::chrono::duration<double, std::milli>(time).count());
+}
+
+std::string decibels(float level)
+{
+    return fmt::format("{:.3f} ({:.1f} dB)", level, 20 * std::log10(level));
+}
+
+void tap(Keyboard& keyboard, std::uint8_t key, nanoseconds hold)
+{
+    keyboard.press(key);
+    std::this_thread::sleep_for(hold);
+    keyboard.release(key);
+}
+
+/// Presses a key until it is heard, which shows that Clavo listens and that its output runs.
+bool waitUntilHeard(Bench& bench)
+{
+    const auto key = bench.keyboard.key('a').value();
+    const auto deadline = steady_clock::now() + 20s;
+    for (int heard = 0; heard < 3;) {
+        if (steady_clock::now() > deadline || (bench.clavo && !bench.clavo->isRunning()))
+            return false;
+        static_cast<void>(bench.graph->takePeak());
+        tap(bench.keyboard, key, 50ms);
+        std::this_thread::sleep_for(100ms);
+        heard = bench.graph->takePeak() > soundFloor ? heard + 1 : 0;
+    }
+    std::this_thread::sleep_for(300ms);
+    return true;
+}
+
+/// The presses and releases of an event list, each with the moment it was sent.
+struct Sent {
+    std::vector<Moment> presses;
+    std::vector<Moment> all;
+};
+
+/// Keeps events from falling into step with the periods of the graph.
+nanoseconds jitter(std::mt19937& random)
+{
+    return microseconds(std::uniform_int_distribution(0, 20'000)(random));
+}
+
+Sent pressKeys(Keyboard& keyboard, std::size_t count)
+{
+    Sent sent;
+    std::mt19937 random(seed);
+    std::uniform_int_distribution<std::size_t> letter(0, letters.size() - 1);
+    auto next = steady_clock::now();
+    for (std::size_t i = 0; i < count; ++i) {
+        std::this_thread::sleep_until(next);
+        const auto key = keyboard.key(letters[letter(random)]).value();
+        sent.presses.push_back(keyboard.press(key));
+        std::this_thread::sleep_until(next + 15ms);
+        keyboard.release(key);
+        next += 40ms + jitter(random);
+    }
+    sent.all = sent.presses;
+    return sent;
+}
+
+Sent typeText(Keyboard& keyboard, std::string_view text)
+{
+    Sent sent;
+    std::mt19937 random(seed);
+    auto next = steady_clock::now();
+    for (const char character : text) {
+        const auto key = keyboard.key(character).value();
+        std::this_thread::sleep_until(next);
+        sent.presses.push_back(keyboard.press(key));
+        sent.all.push_back(sent.presses.back());
+        std::this_thread::sleep_until(next + 80ms);
+        sent.all.push_back(keyboard.release(key));
+        next += 140ms + jitter(random);
+    }
+    return sent;
+}
+
+bool writeRecording(const Options& options, const Recording& recording)
+{
+    if (options.wav.empty())
+        return true;
+    if (!writeWav(options.wav, recording))
+        return false;
+    row("recording", options.wav.string());
+    return true;
+}
+
+int measureSounds(const Options& options, Bench& bench)
+{
+    const bool isText = options.mode == Mode::Text;
+    const auto missedBefore = bench.graph->missedDeadlines();
+    static_cast<void>(bench.graph->takePeak());
+    const auto sent =
+        isText ? typeText(bench.keyboard, options.text) : pressKeys(bench.keyboard, options.count);
+    std::this_thread::sleep_for(300ms);
+    const auto quantum = bench.graph->quantum();
+    const auto missed = bench.graph->missedDeadlines() - missedBefore;
+    const auto peak = bench.graph->takePeak();
+    auto recording = bench.graph->stop();
+    recording.cyclesLate = bench.cyclesLate;
+
+    const bool isClick = options.clavo && options.clavo->pack == Pack::Click;
+    std::vector<nanoseconds> pressLatencies;
+    std::size_t heard = 0;
+    for (std::size_t i = 0; i < sent.all.size(); ++i) {
+        const auto next = i + 1 < sent.all.size() ? sent.all[i + 1] : sent.all[i] + 150ms;
+        const auto found = latency(recording, sent.all[i], next, isClick ? clickOnset : soundFloor);
+        heard += found ? 1 : 0;
+        if (found && std::ranges::find(sent.presses, sent.all[i]) != sent.presses.end())
+            pressLatencies.push_back(*found);
+    }
+
+    row("keys sent", std::to_string(sent.presses.size()));
+    row("keys heard", std::to_string(pressLatencies.size()));
+    if (isText)
+        row("with releases", fmt::format("{} of {} sounds", heard, sent.all.size()));
+    if (!pressLatencies.empty()) {
+        const auto times = distribution(pressLatencies);
+        row("latency median", milliseconds(times.median));
+        row("latency 99 %", milliseconds(times.percentile99));
+        row("latency maximum", milliseconds(times.maximum));
+    }
+    row("period", fmt::format("{} frames of {} a second", quantum, recording.rate));
+    row("peak level", decibels(peak));
+    row("missed deadlines", std::to_string(missed));
+    row("gaps in recording", std::to_string(recording.gaps(sent.all.front())));
+    if (!writeRecording(options, recording))
+        return fail("the recording cannot be written");
+    return heard == sent.all.size() ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+/// Sends presses and releases in turn at a steady rate.
+void sendEvents(Keyboard& keyboard, std::size_t count, nanoseconds spacing)
+{
+    auto next = steady_clock::now();
+    std::optional<std::uint8_t> held;
+    for (std::size_t i = 0; i < count; ++i, next += spacing) {
+        std::this_thread::sleep_until(next);
+        if (held) {
+            keyboard.release(*held);
+            held.reset();
+        } else {
+            held = keyboard.key(letters[i / 2 % letters.size()]);
+            keyboard.press(*held);
+        }
+    }
+}
+
+int measureFlood(const Options& options, Bench& bench)
+{
+    const auto key = bench.keyboard.key('a').value();
+    static_cast<void>(bench.graph->takePeak());
+    for (int i = 0; i < 10; ++i) {
+        tap(bench.keyboard, key, 50ms);
+        std::this_thread::sleep_for(50ms);
+    }
+    const auto height = bench.graph->takePeak();
+    const auto missedBefore = bench.graph->missedDeadlines();
+
+    auto other = Keyboard::open();
+    std::vector<nanoseconds> answers;
+    std::atomic<bool> isOver = false;
+    std::thread bystander([&] {
+        while (!isOver) {
+            answers.push_back(other->roundTrip());
+            std::this_thread::sleep_for(2ms);
+        }
+    });
+    const auto start = steady_clock::now();
+    sendEvents(bench.keyboard, options.count, nanoseconds(1s) / options.count);
+    const nanoseconds duration = steady_clock::now() - start;
+    std::this_thread::sleep_for(500ms);
+    isOver = true;
+    bystander.join();
+
+    const auto missed = bench.graph->missedDeadlines() - missedBefore;
+    auto recording = bench.graph->stop();
+    recording.cyclesLate = bench.cyclesLate;
+    const auto heard = pulses(recording, recording.frameAt(start - 1ms), height);
+    const auto sent = (options.count + 1) / 2;
+    const auto times = distribution(answers);
+    row("events sent", fmt::format("{} in {}", options.count, milliseconds(duration)));
+    row("presses sent", std::to_string(sent));
+    row("presses heard", std::to_string(heard));
+    row("X server answers", fmt::format("median {}, maximum {}", milliseconds(times.median),
+                                        milliseconds(times.maximum)));
+    row("missed deadlines", std::to_string(missed));
+    row("gaps in recording", std::to_string(recording.gaps(start)));
+    if (!writeRecording(options, recording))
+        return fail("the recording cannot be written");
+    return heard == sent && missed == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+int measureSoak(const Options& options, Bench& bench)
+{
+    constexpr std::size_t parts = 20;
+    const auto print = [&](std::size_t sent) {
+        const auto memory = bench.clavo->memory();
+        row(fmt::format("{} events", sent), fmt::format("{:.1f} MiB resident, {:.1f} proportional",
+                                                        double(memory.resident) / mebibyte,
+                                                        double(memory.proportional) / mebibyte));
+        return memory;
+    };
+    print(0);
+    Memory settled;
+    for (std::size_t part = 1; part <= parts; ++part) {
+        sendEvents(bench.keyboard, options.count / parts, nanoseconds(1s) / 4000);
+        if (part == 1 || part == parts)
+            std::this_thread::sleep_for(1s);
+        const auto memory = print(options.count / parts * part);
+        if (part == 1)
+            settled = memory;
+    }
+    const auto after = bench.clavo->memory();
+    if (!waitUntilHeard(bench))
+        return fail("Clavo makes no sound any more");
+    return after.resident <= settled.resident + mebibyte ? EXIT_SUCCESS : fail("the memory grew");
+}
+
+int run(const Options& options)
+{
+    auto keyboard = Keyboard::open();
+    if (!keyboard)
+        return fail("there is no X server with the test extension");
+    for (const char character : options.text + std::string(letters)) {
+        if (!keyboard->key(character))
+            return fail(fmt::format("no key types '{}' alone", character));
+    }
+    // A key of the longest kind of measurement takes 160 ms.
+    auto graph = Graph::open(60s + std::chrono::seconds((options.count + options.text.size()) / 6));
+    if (!graph)
+        return fail("PipeWire's clavo-sink cannot be recorded");
+    const auto cyclesLate = graph->measureCyclesLate();
+    if (!cyclesLate)
+        return fail("the sink's monitor does not keep step with the graph");
+
+    std::unique_ptr<Clavo> clavo;
+    if (options.clavo) {
+        clavo = Clavo::start(*options.clavo);
+        if (!clavo)
+            return fail(options.clavo->program.string() + " cannot be started");
+    }
+    Bench bench{std::move(graph), std::move(clavo), std::move(*keyboard), *cyclesLate};
+    if (!waitUntilHeard(bench))
+        return fail("Clavo makes no sound");
+    switch (options.mode) {
+    case Mode::Keys:
+    case Mode::Text:
+        return measureSounds(options, bench);
+    case Mode::Flood:
+        return measureFlood(options, bench);
+    case Mode::Soak:
+        break;
+    }
+    return measureSoak(options, bench);
+}
+
+} // namespace
+} // namespace clavo::latency
+
+int main(int argc, char* argv[])
+try {
+    const std::span arguments(argv, static_cast<std::size_t>(argc));
+    const auto options = clavo::latency::readOptions(arguments.subspan(1));
+    if (!options) {
+        std::fputs(clavo::latency::usage, stderr);
+        return 2;
+    }
+    return clavo::latency::run(*options);
+} catch (const std::exception& exception) {
+    std::fputs(exception.what(), stderr);
+    return EXIT_FAILURE;
+}
