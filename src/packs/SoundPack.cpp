@@ -34,12 +34,12 @@ std::optional<std::int64_t> parseScancode(std::string_view text)
     return error == std::errc{} && parsed == end ? std::optional(scancode) : std::nullopt;
 }
 
-SoundPack::SoundNames byNumber(Manifest::SoundNames names)
+SoundPack::SoundNames byNumber(const Manifest::SoundNames& names)
 {
     SoundPack::SoundNames sounds;
-    for (auto& [text, name] : names) {
+    for (const auto& [text, name] : names) {
         const auto scancode = parseScancode(text);
-        if (scancode && !sounds.try_emplace(*scancode, std::move(name)).second)
+        if (scancode && !sounds.try_emplace(*scancode, name).second)
             fatal(fmt::format("Duplicate values for key: '{}'", *scancode));
     }
     return sounds;
@@ -68,8 +68,8 @@ std::optional<SoundPack> SoundPack::load(const std::filesystem::path& folder, bo
         .category = categoryOf(*manifest, isCustom),
         .credit = std::move(manifest->credit),
         .folder = folder,
-        .press = byNumber(std::move(manifest->press)),
-        .release = byNumber(std::move(manifest->release)),
+        .press = byNumber(manifest->press),
+        .release = byNumber(manifest->release),
     };
 }
 

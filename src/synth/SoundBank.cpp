@@ -32,7 +32,8 @@ std::vector<const Variants*> soundsOfSlot(const std::map<std::int64_t, Variants>
 const IndexDraw& systemDraw()
 {
     static const IndexDraw draw = [](std::size_t count) {
-        static std::random_device system;
+        // Named, since the default source may be a processor instruction that takes 20 µs.
+        static std::random_device system("/dev/urandom");
         return std::uniform_int_distribution<std::size_t>(0, count - 1)(system);
     };
     return draw;
