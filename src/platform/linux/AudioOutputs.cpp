@@ -4,11 +4,10 @@
 #include "log/Log.h"
 #include "platform/linux/Environment.h"
 #include "platform/linux/FallbackOutput.h"
+#include "platform/linux/QtTimer.h"
 #include "platform/none/SilentOutput.h"
 #include "platform/pipewire/PipeWireOutput.h"
 #include "platform/pulse/PulseOutput.h"
-
-#include <QTimer>
 
 #include <charconv>
 #include <filesystem>
@@ -26,28 +25,6 @@ namespace
 constexpr std::uint32_t defaultQuantum = 128;
 constexpr std::uint32_t leastQuantum = 16;
 constexpr std::uint32_t greatestQuantum = 8192;
-
-class QtTimer final : public FallbackOutput::Timer
-{
-public:
-    QtTimer()
-    {
-        m_timer.setSingleShot(true);
-        m_timer.callOnTimeout([this] { m_due(); });
-    }
-
-    void start(std::chrono::milliseconds delay, std::function<void()> due) override
-    {
-        m_due = std::move(due);
-        m_timer.start(delay);
-    }
-
-    void stop() override { m_timer.stop(); }
-
-private:
-    QTimer m_timer;
-    std::function<void()> m_due;
-};
 
 std::uint32_t quantumWish()
 {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/linux/OutputCandidate.h"
+#include "platform/linux/Timer.h"
 
 #include <chrono>
 #include <cstddef>
@@ -25,15 +26,6 @@ public:
     struct Candidate {
         std::string name;
         std::unique_ptr<OutputCandidate> output;
-    };
-
-    /// Calls back once, on the main thread. start() replaces a call that is still to come.
-    class Timer
-    {
-    public:
-        virtual ~Timer() = default;
-        virtual void start(std::chrono::milliseconds delay, std::function<void()> due) = 0;
-        virtual void stop() = 0;
     };
 
     static constexpr std::chrono::milliseconds firstDelay{250};

@@ -1,30 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/ServerOutput.h"
 
-#include <QTimer>
-
 #include <utility>
 
 namespace clavo
 {
 
-/// What has to happen outside the calls that cause it, or later.
-struct ServerOutput::Timers {
-    QTimer settle;
-    QTimer stall;
-};
-
-ServerOutput::ServerOutput(Opener open)
-    : m_open(std::move(open)), m_timers(std::make_unique<Timers>())
+ServerOutput::ServerOutput(Opener open, std::unique_ptr<Timer> settle, std::unique_ptr<Timer> stall)
+    : m_open(std::move(open)), m_settleTimer(std::move(settle)), m_stallTimer(std::move(stall))
 {
-    m_timers->settle.setSingleShot(true);
-    m_timers->settle.callOnTimeout([this] { settle(); });
-    m_timers->stall.setSingleShot(true);
-    m_timers->stall.setInterval(patience);
-    m_timers->stall.callOnTimeout([this] { stall(); });
 }
-
-ServerOutput::~ServerOutput() = default;
 
 void ServerOutput::prepare(Mixer& mixer, std::function<void()> configurationChanged)
 {
@@ -70,14 +55,14 @@ void ServerOutput::disconnect()
 {
     stopRunning();
     m_stream.reset();
-    m_timers->settle.stop();
+    m_settleTimer->stop();
     m_link = Link::None;
 }
 
 /// May be called from inside the server's library and from inside our own calls.
 void ServerOutput::streamChanged()
 {
-    m_timers->settle.start(0);
+    m_settleTimer->start({}, [this] { settle(); });
 }
 
 void ServerOutput::settle()
@@ -87,11 +72,11 @@ void ServerOutput::settle()
         disconnect();
         break;
     case ServerStream::State::Waiting:
-        if (m_isRunning && !m_timers->stall.isActive())
-            m_timers->stall.start();
+        if (m_isRunning && !std::exchange(m_isStalling, true))
+            m_stallTimer->start(patience, [this] { stall(); });
         return;
     case ServerStream::State::Streaming:
-        m_timers->stall.stop();
+        stopStalling();
         if (std::exchange(m_isResuming, false))
             return; // That is what start() has asked for, and no news.
         m_link = Link::Up;
@@ -111,10 +96,16 @@ void ServerOutput::stall()
 
 void ServerOutput::stopRunning()
 {
-    m_timers->stall.stop();
+    stopStalling();
     m_isResuming = false;
     if (std::exchange(m_isRunning, false))
         m_stream->play(nullptr);
+}
+
+void ServerOutput::stopStalling()
+{
+    m_stallTimer->stop();
+    m_isStalling = false;
 }
 
 } // namespace clavo

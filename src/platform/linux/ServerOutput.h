@@ -3,6 +3,7 @@
 
 #include "platform/linux/OutputCandidate.h"
 #include "platform/linux/ServerStream.h"
+#include "platform/linux/Timer.h"
 
 #include <chrono>
 #include <functional>
@@ -17,7 +18,7 @@ namespace clavo
 /// The link is up from the first period the server asks for. A running stream that is asked for
 /// nothing for longer than `patience` (the device is gone and there is no other, or it sleeps too
 /// deeply) counts as Pending and stops rendering: sounds queued for it would all be heard at once
-/// when it comes back. Thread: main, the one of the Qt main loop.
+/// when it comes back. Thread: main.
 class ServerOutput : public OutputCandidate
 {
 public:
@@ -27,8 +28,9 @@ public:
 
     static constexpr std::chrono::milliseconds patience{500};
 
-    explicit ServerOutput(Opener open);
-    ~ServerOutput() override;
+    /// `settle` carries what the library tells in the middle of its calls to a quiet moment,
+    /// `stall` measures the patience.
+    ServerOutput(Opener open, std::unique_ptr<Timer> settle, std::unique_ptr<Timer> stall);
 
     void prepare(Mixer& mixer, std::function<void()> configurationChanged) override;
     void start() override;
@@ -41,12 +43,11 @@ public:
     [[nodiscard]] Link link() const override { return m_link; }
 
 private:
-    struct Timers;
-
     void streamChanged();
     void settle();
     void stall();
     void stopRunning();
+    void stopStalling();
 
     Opener m_open;
     Mixer* m_mixer = nullptr;
@@ -54,7 +55,9 @@ private:
     Link m_link = Link::None;
     bool m_isRunning = false;
     bool m_isResuming = false; // From start() to the first period after it.
-    std::unique_ptr<Timers> m_timers;
+    bool m_isStalling = false;
+    std::unique_ptr<Timer> m_settleTimer;
+    std::unique_ptr<Timer> m_stallTimer;
     std::unique_ptr<ServerStream> m_stream; // Goes first: its callbacks use what is above.
 };
 

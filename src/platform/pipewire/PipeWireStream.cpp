@@ -108,6 +108,8 @@ pw_properties* propertiesOf(std::uint32_t quantumFrames)
 {
     // No role: the session would share the remembered volume with every other program of that role.
     // No rate of the graph either: a stream that is nearly always there would decide it for all.
+    // The quality of the rate conversion stays the desktop's, usually 4: from 44.1 to 48 kHz a peak
+    // is 0.7 ms late. At 1 it is 0.3 ms late, but 14 kHz comes out 4 dB and 16 kHz 10 dB lower.
     auto* const properties =
         pw_properties_new(PW_KEY_APP_NAME, "Clavo", PW_KEY_APP_ID, "clavo", PW_KEY_NODE_NAME,
                           "Clavo", PW_KEY_MEDIA_NAME, "Clavo", PW_KEY_MEDIA_TYPE, "Audio",

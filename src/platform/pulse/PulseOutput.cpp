@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/pulse/PulseOutput.h"
 
+#include "platform/linux/QtTimer.h"
 #include "platform/pulse/PulseStream.h"
 
 #include <utility>
@@ -9,9 +10,11 @@ namespace clavo
 {
 
 PulseOutput::PulseOutput(std::uint32_t quantumFrames)
-    : ServerOutput([quantumFrames](std::function<void()> changed) {
-          return PulseStream::open(quantumFrames, std::move(changed));
-      })
+    : ServerOutput(
+          [quantumFrames](std::function<void()> changed) {
+              return PulseStream::open(quantumFrames, std::move(changed));
+          },
+          std::make_unique<QtTimer>(), std::make_unique<QtTimer>())
 {
 }
 

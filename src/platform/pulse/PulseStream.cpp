@@ -152,10 +152,12 @@ void PulseStream::Connection::openStream()
         },
         this);
 
+    // Two requests may be on their way while a third plays: with two in all, a client without
+    // real-time priority runs dry on a busy machine.
     constexpr auto serversChoice = static_cast<std::uint32_t>(-1);
     const auto quantum = static_cast<std::uint32_t>(quantumFrames * sizeof(Frame));
     const pa_buffer_attr wish{.maxlength = serversChoice,
-                              .tlength = 2 * quantum,
+                              .tlength = 3 * quantum,
                               .prebuf = serversChoice,
                               .minreq = quantum,
                               .fragsize = serversChoice};
