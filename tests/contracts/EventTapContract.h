@@ -147,9 +147,12 @@ TYPED_TEST_P(EventTapContract, TheNextMotionIsNotedOnce)
     int moved = 0;
     this->rig.tap().notifyNextMotion([&] { ++moved; });
 
-    this->rig.movePointer(10);
-    ASSERT_TRUE(this->rig.until([&] { return moved > 0; }));
-    this->rig.movePointer(20);
+    double x = 10; // A tap may need a moment to begin to watch.
+    ASSERT_TRUE(this->rig.until([&] {
+        this->rig.movePointer(++x);
+        return moved > 0;
+    }));
+    this->rig.movePointer(5);
     this->strike(this->letterA); // Comes after every motion.
 
     ASSERT_TRUE(this->untilEvents(2));

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QProcess>
+
+#include <string>
+
+namespace clavo
+{
+
+/// An X server of a test's own, for what must not happen to anybody else's. Ends with it.
+class PrivateServer
+{
+public:
+    /// The arguments follow those that every server is started with.
+    explicit PrivateServer(QStringList arguments = {"-screen", "0", "1600x1200x24"});
+    ~PrivateServer();
+    PrivateServer(const PrivateServer&) = delete;
+    PrivateServer& operator=(const PrivateServer&) = delete;
+
+    [[nodiscard]] const std::string& display() const { return m_display; }
+
+    void stop();
+    void startAgain(); // Under the same display number.
+
+private:
+    void start(const QStringList& number);
+
+    QStringList m_arguments;
+    QProcess m_process;
+    std::string m_display; // Empty: it did not start.
+};
+
+} // namespace clavo

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "desktop/x11/EventLoop.h"
+#include "desktop/x11/Hands.h"
+#include "desktop/x11/PrivateServer.h"
+#include "platform/x11/X11EventTap.h"
+
+#include <gmock/gmock.h>
+
+#include <vector>
+
+namespace clavo
+{
+
+/// A tap on a desktop of its own, and somebody at the keyboard.
+class X11TapFixture : public testing::Test
+{
+protected:
+    static constexpr EventMask everything = 0x401C1E; // Bits 1 to 4, 10 to 12 and 22.
+
+    explicit X11TapFixture(QStringList arguments = {"-screen", "0", "1600x1200x24"})
+        : server(std::move(arguments))
+    {
+    }
+
+    void listen()
+    {
+        ASSERT_TRUE(
+            tap.create(everything, [this](const RawEvent& event) { events.push_back(event); }));
+        tap.enable();
+    }
+
+    [[nodiscard]] bool untilEvents(std::size_t count)
+    {
+        return EventLoop::until([&] { return events.size() >= count; });
+    }
+
+    /// Waits for all that has been done so far: makes a click, which comes after it, and takes that
+    /// off again.
+    void settle()
+    {
+        const auto isMark = [](const RawEvent& event) {
+            return event.type == RawEventType::rightMouseUp;
+        };
+        hands.click(3);
+        ASSERT_TRUE(EventLoop::until([&] { return !events.empty() && isMark(events.back()); }));
+        ASSERT_GE(events.size(), 2U);
+        events.resize(events.size() - 2);
+    }
+
+    EventLoop loop;
+    PrivateServer server;
+    Hands hands{server.display()};
+    X11EventTap tap{server.display()};
+    std::vector<RawEvent> events;
+};
+
+/// Matches an event of a key.
+inline auto isKey(std::uint32_t type, std::int64_t code)
+{
+    return testing::AllOf(testing::Field("type", &RawEvent::type, type),
+                          testing::Field("keyCode", &RawEvent::keyCode, code),
+                          testing::Field("isAutoRepeat", &RawEvent::isAutoRepeat, false));
+}
+
+/// Matches an event of a button or the wheel.
+inline auto isAt(std::uint32_t type, double x)
+{
+    return testing::AllOf(testing::Field("type", &RawEvent::type, type),
+                          testing::Field("x", &RawEvent::x, x));
+}
+
+} // namespace clavo
