@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: MIT
+#include "architecture/SourceTree.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <fstream>
+#include <optional>
+#include <regex>
+#include <string_view>
+
+namespace clavo
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t longestFile = 400;
+
+// In dependency order: a layer sees itself and those before it.
+constexpr std::array<std::string_view, 10> layers = {
+    "log", "keyboard", "synth", "packs", "audio", "input", "stats", "app", "ui", "presentation"};
+constexpr std::array<std::string_view, 6> layersWithoutQt = {"log",   "keyboard", "synth",
+                                                             "packs", "audio",    "input"};
+constexpr std::string_view platformLayer = "platform";
+constexpr std::string_view platformHeader = "platform/Platform.h";
+constexpr std::string_view compositionRoot = "src/app/main.cpp";
+
+constexpr std::array<std::string_view, 6> namelessFolders = {"common", "helper", "helpers",
+                                                             "misc",   "util",   "utils"};
+constexpr std::array<std::string_view, 4> sourceSuffixes = {".cpp", ".h", ".mm", ".qml"};
+
+template <typename Range> bool contains(const Range& range, std::string_view value)
+{
+    return std::ranges::find(range, value) != range.end();
+}
+
+std::optional<std::size_t> rank(std::string_view layer)
+{
+    const auto* const found = std::ranges::find(layers, layer);
+    if (found == layers.end())
+        return {};
+    return static_cast<std::size_t>(found - layers.begin());
+}
+
+/// One file of the tree and what its rules have found.
+class File
+{
+public:
+    File(const fs::path& root, const fs::path& path, std::vector<std::string>& broken)
+        : m_name(path.lexically_relative(root).generic_string()), m_broken(broken)
+    {
+        std::ifstream stream(path);
+        for (std::string line; std::getline(stream, line);)
+            m_lines.push_back(line);
+    }
+
+    void check()
+    {
+        const auto suffix = fs::path(m_name).extension().string();
+        const bool isScript = !m_lines.empty() && m_lines.front().starts_with("#!");
+        const bool isBuild = fs::path(m_name).filename() == "CMakeLists.txt";
+        if (!isScript && !isBuild && !contains(sourceSuffixes, suffix))
+            return;
+        checkLicence();
+        if (m_lines.size() > longestFile)
+            report(m_lines.size(), "a file has at most 400 lines");
+        if (suffix == ".cpp" || suffix == ".h" || suffix == ".mm")
+            checkDirectives();
+    }
+
+private:
+    void report(std::size_t line, std::string_view rule)
+    {
+        m_broken.push_back(m_name + ":" + std::to_string(line) + ": " + std::string(rule));
+    }
+
+    /// The first line, or the second where the first names the interpreter.
+    void checkLicence()
+    {
+        const auto tells = [](const std::string& line) {
+            return line.find("SPDX-License-Identifier: MIT") != std::string::npos;
+        };
+        const auto end = m_lines.begin() + std::min<std::ptrdiff_t>(std::ssize(m_lines), 2);
+        if (std::none_of(m_lines.begin(), end, tells))
+            report(1, "the licence line is missing");
+    }
+
+    void checkDirectives()
+    {
+        static const std::regex own(R"re(\s*#\s*(?:include|import)\s*"([^"]+)".*)re");
+        static const std::regex foreign(R"re(\s*#\s*(?:include|import)\s*<([^>]+)>.*)re");
+        static const std::regex qt(R"(Q.*|q\w+\.h)");
+        static const std::regex systemCondition(
+            R"(\s*#\s*(?:if|ifdef|ifndef|elif|elifdef|elifndef)\b.*\b(?:__linux__|__linux|__gnu_linux__|__unix__|__unix|__APPLE__|__MACH__|TARGET_OS_\w+|_WIN32|_WIN64|WIN32|__ANDROID__|__FreeBSD__|__OpenBSD__|__NetBSD__|Q_OS_\w+).*)");
+
+        const bool isInSource = m_name.starts_with("src/");
+        const auto layer = isInSource ? m_name.substr(4, m_name.find('/', 4) - 4) : std::string();
+        for (std::size_t i = 0; i < m_lines.size(); ++i) {
+            auto line = m_lines[i];
+            const auto number = i + 1;
+            while (line.ends_with('\\') && i + 1 < m_lines.size()) {
+                line.pop_back();
+                line += m_lines[++i];
+            }
+            std::smatch match;
+            if (layer != platformLayer && std::regex_match(line, systemCondition))
+                report(number, "only src/platform/ tells operating systems apart");
+            if (isInSource && std::regex_match(line, match, own))
+                checkInclude(number, layer, match.str(1));
+            if (contains(layersWithoutQt, layer) && std::regex_match(line, match, foreign) &&
+                std::regex_match(match.str(1), qt))
+                report(number, "src/" + layer + "/ does without Qt");
+        }
+    }
+
+    void checkInclude(std::size_t line, const std::string& layer, const std::string& header)
+    {
+        const auto slash = header.find('/');
+        const auto wanted = header.substr(0, slash);
+        if (slash == std::string::npos || (wanted != platformLayer && !rank(wanted))) {
+            report(line, header + " is not named from src/");
+        } else if (m_name == compositionRoot) {
+            return;
+        } else if (layer == platformLayer) {
+            if (wanted != platformLayer && *rank(wanted) > *rank("app"))
+                report(line, "src/platform/ does not know " + wanted);
+        } else if (!rank(layer)) {
+            report(line, "src/" + layer + "/ has no place among the layers");
+        } else if (wanted == platformLayer) {
+            if (layer != "app" || header != platformHeader)
+                report(line, "src/platform/ is seen by src/app/ alone, through its Platform.h");
+        } else if (*rank(wanted) > *rank(layer)) {
+            report(line, "src/" + layer + "/ does not know " + wanted);
+        }
+    }
+
+    std::string m_name;
+    std::vector<std::string> m_lines;
+    std::vector<std::string>& m_broken;
+};
+
+} // namespace
+
+std::vector<std::string> brokenRules(const fs::path& root)
+{
+    std::vector<std::string> broken;
+    for (auto entry = fs::recursive_directory_iterator(root); entry != fs::end(entry); ++entry) {
+        const auto name = entry->path().filename().string();
+        if (entry->is_directory()) {
+            if (entry.depth() == 0 && (name == "build" || name == ".git"))
+                entry.disable_recursion_pending();
+            else if (contains(namelessFolders, name))
+                broken.push_back(entry->path().lexically_relative(root).generic_string() +
+                                 ": the folder's name says nothing");
+        } else if (entry->is_regular_file()) {
+            File(root, entry->path(), broken).check();
+        }
+    }
+    std::ranges::sort(broken);
+    return broken;
+}
+
+} // namespace clavo
