@@ -85,10 +85,6 @@ private:
     void applyVolume(StereoBlock out) noexcept CLAVO_NONBLOCKING;
     void letGo(std::uint32_t sound) noexcept CLAVO_NONBLOCKING;
 
-    // The main thread's.
-    Serial m_started = 0;
-    std::size_t m_outstanding = 0; // Accepted and not taken back: bounds what is in both queues.
-
     // Where the threads meet.
     SpscQueue<Command, soundLimit> m_commands;
     SpscQueue<std::uint32_t, soundLimit> m_finished;
@@ -103,6 +99,10 @@ private:
     std::optional<float> m_appliedVolume; // At the end of the last block.
     Residual m_residual;
     Limiter m_limiter;
+
+    // The main thread's.
+    Serial m_started = 0;
+    std::size_t m_outstanding = 0; // Accepted and not taken back: bounds what is in both queues.
 };
 
 } // namespace clavo

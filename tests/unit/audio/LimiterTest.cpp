@@ -34,7 +34,7 @@ Rendered limited(Limiter& limiter, std::vector<float> left, std::vector<float> r
     return signal;
 }
 
-Rendered limited(Limiter& limiter, std::vector<float> both)
+Rendered limited(Limiter& limiter, const std::vector<float>& both)
 {
     return limited(limiter, both, both);
 }
@@ -42,6 +42,7 @@ Rendered limited(Limiter& limiter, std::vector<float> both)
 std::vector<std::uint32_t> bits(const std::vector<float>& samples)
 {
     std::vector<std::uint32_t> result;
+    result.reserve(samples.size());
     for (const float sample : samples)
         result.push_back(std::bit_cast<std::uint32_t>(sample));
     return result;
@@ -49,7 +50,7 @@ std::vector<std::uint32_t> bits(const std::vector<float>& samples)
 
 std::vector<float> noise(std::size_t count, float level)
 {
-    std::minstd_rand generator(1); // NOLINT(bugprone-random-generator-seed): repeatable noise.
+    std::minstd_rand generator(1);
     std::uniform_real_distribution<float> distribution(-level, level);
     std::vector<float> samples(count);
     for (float& sample : samples)

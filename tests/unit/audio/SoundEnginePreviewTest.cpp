@@ -80,7 +80,7 @@ protected:
 private:
     std::string sound(const std::string& kind, std::int64_t scancode, float unit)
     {
-        const auto name = kind + std::to_string(scancode);
+        auto name = kind + std::to_string(scancode);
         SF_INFO info{};
         info.samplerate = 44100;
         info.channels = 1;
@@ -120,7 +120,7 @@ TEST_F(SoundEnginePreviewTest, TypesThePhraseWithThePacksSounds)
     engine().preview(full);
 
     const auto stroke = [](milliseconds at, std::int64_t key, float gain) {
-        const float level = static_cast<float>(key) / (gain == 1 ? 128 : 256);
+        const float level = static_cast<float>(key) / (gain == 1 ? 128.0F : 256.0F);
         return Stroke{at, KeyLayout::info(key).pan * 0.6F, gain, level};
     };
     const std::vector<Stroke> expected{
