@@ -121,7 +121,7 @@ struct Graph::State {
     std::vector<Cycle> cycles;
     std::atomic<std::size_t> frameCount = 0;
     std::atomic<std::size_t> cycleCount = 0;
-    std::atomic<float> peak = 0;
+    std::size_t framesHeard = 0; // By takePeak().
 
     void process() noexcept
     {
@@ -134,15 +134,10 @@ struct Graph::State {
         const std::size_t frames = data.chunk->size / bytesPerFrame;
         if (2 * (first + frames) <= samples.size() && index < cycles.size()) {
             const auto* const from = static_cast<const std::byte*>(data.data) + data.chunk->offset;
-            const std::span to(samples.data() + 2 * first, 2 * frames);
-            std::memcpy(to.data(), from, frames * bytesPerFrame);
+            std::memcpy(samples.data() + 2 * first, from, frames * bytesPerFrame);
             cycles[index] = currentCycle(stream);
             cycles[index].firstFrame = first;
             cycles[index].frames = static_cast<std::uint32_t>(frames);
-            float highest = peak.load(std::memory_order_relaxed);
-            for (const float sample : to)
-                highest = std::max(highest, std::abs(sample));
-            peak.store(highest, std::memory_order_relaxed);
             frameCount.store(first + frames, std::memory_order_release);
             cycleCount.store(index + 1, std::memory_order_release);
         }
@@ -217,7 +212,13 @@ Graph::~Graph()
 
 float Graph::takePeak()
 {
-    return m_state->peak.exchange(0, std::memory_order_relaxed);
+    auto& state = *m_state;
+    const auto end = state.frameCount.load(std::memory_order_acquire);
+    float highest = 0;
+    for (auto i = 2 * state.framesHeard; i < 2 * end; ++i)
+        highest = std::max(highest, std::abs(state.samples[i]));
+    state.framesHeard = end;
+    return highest;
 }
 
 std::uint32_t Graph::quantum() const
