@@ -23,10 +23,12 @@ struct SilentHost {
         for (const auto end = Clock::now() + tooLong; Clock::now() < end;) {
             if (isFulfilled())
                 return true;
-            std::this_thread::yield();
+            goOn();
         }
         return false;
     }
+
+    static void goOn() { std::this_thread::sleep_for(std::chrono::milliseconds(1)); }
 };
 
 /// The fake's device goes on whenever somebody waits.
@@ -44,12 +46,17 @@ struct FakeHost {
         for (int block = 0; block < manyBlocks; ++block) {
             if (isFulfilled())
                 return true;
-            std::array<float, 64> left{};
-            std::array<float, 64> right{};
-            if (device)
-                device->render({.left = left, .right = right});
+            goOn();
         }
         return false;
+    }
+
+    void goOn() const
+    {
+        std::array<float, 64> left{};
+        std::array<float, 64> right{};
+        if (device)
+            device->render({.left = left, .right = right});
     }
 
     struct Watched : FakeAudioOutput {

@@ -126,7 +126,7 @@ void FallbackOutput::retry()
     m_isRetryComing = false;
     const bool hasPlayed = m_told == Told::Playing || m_told == Told::Lost;
     m_delay = std::min(m_delay * 2, hasPlayed ? longestDelay : longestDelayBeforeAnyServer);
-    if (m_told == Told::Nothing) {
+    if (m_told == Told::Nothing && m_delay > longestDelay) { // A slow server has had its time.
         m_told = Told::NoServer;
         log::notice("aucune sortie audio pour l'instant, la recherche continue");
     }

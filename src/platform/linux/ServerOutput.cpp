@@ -23,7 +23,6 @@ void ServerOutput::start()
     if (m_link != Link::Up || m_isRunning)
         return;
     m_isRunning = true;
-    m_isResuming = true;
     m_stream->play(m_mixer);
     m_stream->activate();
     streamChanged();
@@ -39,7 +38,7 @@ void ServerOutput::pause()
 
 OutputStatus ServerOutput::status() const
 {
-    return m_link == Link::Up ? m_stream->status() : OutputStatus{};
+    return m_link == Link::Up ? m_status : OutputStatus{};
 }
 
 void ServerOutput::connect()
@@ -68,23 +67,31 @@ void ServerOutput::streamChanged()
 void ServerOutput::settle()
 {
     switch (m_stream->state()) {
-    case ServerStream::State::Broken:
-        disconnect();
-        break;
     case ServerStream::State::Waiting:
         if (m_isRunning && !std::exchange(m_isStalling, true))
             m_stallTimer->start(patience, [this] { stall(); });
         return;
     case ServerStream::State::Streaming:
         stopStalling();
-        if (std::exchange(m_isResuming, false))
-            return; // That is what start() has asked for, and no news.
-        m_link = Link::Up;
+        if (!takeStatus())
+            return;
+        break;
+    case ServerStream::State::Broken:
+        disconnect();
         break;
     }
     m_configurationChanged();
     if (m_link == Link::Up && !m_isRunning)
         m_stream->deactivate(); // Nobody wants it now; an active stream keeps the server awake.
+}
+
+/// Whether the streaming stream brings the link up or has another period.
+bool ServerOutput::takeStatus()
+{
+    const auto before = std::exchange(m_status, m_stream->status());
+    const bool wasUp = std::exchange(m_link, Link::Up) == Link::Up;
+    return !wasUp || before.quantumFrames != m_status.quantumFrames ||
+           before.sampleRate != m_status.sampleRate;
 }
 
 void ServerOutput::stall()
@@ -97,7 +104,6 @@ void ServerOutput::stall()
 void ServerOutput::stopRunning()
 {
     stopStalling();
-    m_isResuming = false;
     if (std::exchange(m_isRunning, false))
         m_stream->play(nullptr);
 }

@@ -45,6 +45,7 @@ public:
 private:
     void streamChanged();
     void settle();
+    [[nodiscard]] bool takeStatus();
     void stall();
     void stopRunning();
     void stopStalling();
@@ -53,8 +54,8 @@ private:
     Mixer* m_mixer = nullptr;
     std::function<void()> m_configurationChanged;
     Link m_link = Link::None;
+    OutputStatus m_status; // As last told.
     bool m_isRunning = false;
-    bool m_isResuming = false; // From start() to the first period after it.
     bool m_isStalling = false;
     std::unique_ptr<Timer> m_settleTimer;
     std::unique_ptr<Timer> m_stallTimer;

@@ -99,6 +99,7 @@ struct PulseStream::Connection {
 
     // Under the lock.
     pa_stream* stream = nullptr;
+    bool hasStarted = false; // The device has taken the first frames.
     Mixer* mixer = nullptr;
     std::array<float, blockFrames> left{};
     std::array<float, blockFrames> right{};
@@ -142,6 +143,14 @@ void PulseStream::Connection::openStream()
         static_cast<Connection*>(data)->tellMainThread();
     };
     pa_stream_set_state_callback(stream, tell, this);
+    pa_stream_set_started_callback(
+        stream,
+        [](pa_stream*, void* data) {
+            auto& self = *static_cast<Connection*>(data);
+            self.hasStarted = true;
+            self.tellMainThread();
+        },
+        this);
     pa_stream_set_moved_callback(stream, tell, this);
     pa_stream_set_suspended_callback(stream, tell, this);
     pa_stream_set_buffer_attr_callback(stream, tell, this);
@@ -152,12 +161,12 @@ void PulseStream::Connection::openStream()
         },
         this);
 
-    // Two requests may be on their way while a third plays: with two in all, a client without
-    // real-time priority runs dry on a busy machine.
+    // One request plays while the next is on its way. PulseAudio's null sink is reached in 5.5 ms
+    // with that; PipeWire in PulseAudio's place holds 17 ms, whatever is asked for.
     constexpr auto serversChoice = static_cast<std::uint32_t>(-1);
     const auto quantum = static_cast<std::uint32_t>(quantumFrames * sizeof(Frame));
     const pa_buffer_attr wish{.maxlength = serversChoice,
-                              .tlength = 3 * quantum,
+                              .tlength = 2 * quantum,
                               .prebuf = serversChoice,
                               .minreq = quantum,
                               .fragsize = serversChoice};
@@ -237,8 +246,7 @@ ServerStream::State PulseStream::state() const
     if (!PA_CONTEXT_IS_GOOD(pa_context_get_state(m_connection->context)) ||
         (stream && !PA_STREAM_IS_GOOD(pa_stream_get_state(stream))))
         return State::Broken;
-    const bool plays = stream && pa_stream_get_state(stream) == PA_STREAM_READY &&
-                       pa_stream_is_suspended(stream) == 0;
+    const bool plays = m_connection->hasStarted && pa_stream_is_suspended(stream) == 0;
     return plays ? State::Streaming : State::Waiting;
 }
 

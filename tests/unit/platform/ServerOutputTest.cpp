@@ -18,6 +18,7 @@ using State = ServerStream::State;
 struct Server {
     bool isThere = true;
     State state = State::Waiting;
+    std::uint32_t quantumFrames = 64;
     std::function<void()> changed;
     int streams = 0;
     bool isOpen = false;
@@ -46,7 +47,7 @@ public:
     [[nodiscard]] State state() const override { return m_server.state; }
     [[nodiscard]] OutputStatus status() const override
     {
-        return {.server = "Fake", .quantumFrames = 64, .sampleRate = 48000};
+        return {.server = "Fake", .quantumFrames = m_server.quantumFrames, .sampleRate = 48000};
     }
 
 private:
@@ -264,12 +265,16 @@ TEST_F(ServerOutputTest, DoesNotWaitForPeriodsWhilePaused)
     EXPECT_EQ(m_output.link(), Link::Up);
 }
 
-TEST_F(ServerOutputTest, TellsThatThePeriodHasChanged)
+TEST_F(ServerOutputTest, TellsOfAPeriodOnlyWhenItHasChanged)
 {
     run();
     become(State::Streaming);
+    EXPECT_EQ(m_changes, 0);
 
+    m_server.quantumFrames = 1024;
+    become(State::Streaming);
     EXPECT_EQ(m_changes, 1);
+    EXPECT_EQ(m_output.status().quantumFrames, 1024U);
 }
 
 TEST_F(ServerOutputTest, HearsNothingMoreAfterDisconnecting)

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#include "platform/pipewire/PipeWireOutput.h"
+
+#include "desktop/outputs/OutputFixture.h"
+
+namespace clavo
+{
+namespace
+{
+
+using PipeWireOutputTest = OutputFixture;
+
+TEST_F(PipeWireOutputTest, PlaysTheSamplesOnTheDefaultSink)
+{
+    use(std::make_unique<PipeWireOutput>(128));
+
+    ASSERT_TRUE(runsOn("PipeWire"));
+    EXPECT_TRUE(isHeardOn(desktopSink));
+}
+
+TEST_F(PipeWireOutputTest, TellsThePeriodItWasGranted)
+{
+    use(std::make_unique<PipeWireOutput>(64));
+
+    ASSERT_TRUE(runsOn("PipeWire"));
+    // The server rounds down to a power of two of its own frames.
+    EXPECT_TRUE(EventLoop::until([&] { return m_output->status().quantumFrames == 64; }));
+    EXPECT_EQ(m_output->status().sampleRate, 48000U);
+}
+
+TEST_F(PipeWireOutputTest, TellsAPeriodThatOthersHaveShortened)
+{
+    use(std::make_unique<PipeWireOutput>(1024));
+    ASSERT_TRUE(runsOn("PipeWire"));
+
+    PipeWireOutput other(64);
+    other.prepare(m_mixer, [] {});
+    other.connect(); // Streams until it is up, silent, and with a wish of its own.
+
+    EXPECT_TRUE(EventLoop::until([&] { return m_output->status().quantumFrames == 64; }));
+}
+
+TEST_F(PipeWireOutputTest, IsKnownByItsName)
+{
+    use(std::make_unique<PipeWireOutput>(128));
+    ASSERT_TRUE(runsOn("PipeWire"));
+
+    EXPECT_THAT(ask("pactl list sink-inputs"),
+                testing::AllOf(testing::HasSubstr("application.name = \"Clavo\""),
+                               testing::HasSubstr("node.latency = \"128/44100\"")));
+}
+
+} // namespace
+} // namespace clavo

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#include "platform/pulse/PulseOutput.h"
+
+#include "desktop/outputs/OutputFixture.h"
+
+namespace clavo
+{
+namespace
+{
+
+using PulseOutputTest = OutputFixture;
+
+TEST_F(PulseOutputTest, PlaysTheSamplesOnTheDefaultSink)
+{
+    use(std::make_unique<PulseOutput>(128));
+
+    ASSERT_TRUE(runsOn("PulseAudio"));
+    EXPECT_TRUE(isHeardOn(desktopSink));
+}
+
+TEST_F(PulseOutputTest, TellsThePeriodItWasGranted)
+{
+    use(std::make_unique<PulseOutput>(1024));
+
+    ASSERT_TRUE(runsOn("PulseAudio"));
+    EXPECT_EQ(m_output->status().quantumFrames, 1024U);
+    EXPECT_EQ(m_output->status().sampleRate, 44100U);
+}
+
+} // namespace
+} // namespace clavo
