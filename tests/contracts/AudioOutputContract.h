@@ -88,7 +88,7 @@ protected:
     Host m_host;
     std::vector<float> m_sound = std::vector<float>(2000, 0.1F);
     std::vector<float> m_ramp = [] {
-        std::vector<float> ramp(64 * 100);
+        std::vector<float> ramp(6400);
         std::iota(ramp.begin(), ramp.end(), 1.0F);
         for (auto& sample : ramp)
             sample /= 16384; // Exact, and below full scale.

@@ -20,7 +20,7 @@ namespace clavo
 /// One renders at a time. While it runs on anything but its best candidate it asks the better ones
 /// again, with growing delays; while paused it asks nobody. The candidate in use has one log line
 /// when it starts, is lost and returns.
-class FallbackOutput : public AudioOutput
+class FallbackOutput final : public AudioOutput
 {
 public:
     struct Candidate {

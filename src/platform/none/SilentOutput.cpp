@@ -44,8 +44,8 @@ void SilentOutput::prepare(Mixer& mixer, std::function<void()>)
 void SilentOutput::start()
 {
     if (!isRunning())
-        m_thread =
-            std::jthread([mixer = m_mixer](std::stop_token stop) { renderUntil(stop, *mixer); });
+        m_thread = std::jthread(
+            [mixer = m_mixer](const std::stop_token& stop) { renderUntil(stop, *mixer); });
 }
 
 void SilentOutput::pause()
