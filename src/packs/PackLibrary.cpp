@@ -10,6 +10,8 @@
 #include <iterator>
 #include <limits>
 #include <map>
+#include <memory>
+#include <span>
 #include <string>
 #include <system_error>
 #include <tuple>
@@ -24,55 +26,74 @@ using Variants = SoundBank::Variants;
 
 constexpr std::int64_t synthesizedVariants = 5;
 
+using Recordings = std::map<std::string, std::vector<float>>;
+
 void append(Variants& variants, AudioBufferPtr sound)
 {
     if (sound)
         variants.push_back(std::move(sound));
 }
 
-/// Loads the sound files of one pack, each of them once.
-class SoundLoader
+/// Whether a bank for the scancodes of `only`, or for all if it is null, holds this one.
+bool isWanted(std::int64_t scancode, const std::set<std::int64_t>* only)
 {
-public:
-    SoundLoader(const SoundPack& pack, const AudioFormat& format)
-        : m_sounds(pack.folder / "sounds"), m_format(format)
-    {
-    }
+    return only == nullptr || only->contains(scancode);
+}
 
-    std::map<std::int64_t, Variants> load(const SoundPack::SoundNames& names,
-                                          const std::set<std::int64_t>* only)
-    {
-        std::map<std::int64_t, Variants> sounds;
-        for (const auto& [scancode, name] : names) {
-            if (only != nullptr && !only->contains(scancode))
-                continue;
-            if (const Variants* const found = variants(name))
-                sounds.emplace_hint(sounds.end(), scancode, *found);
-        }
-        return sounds;
+/// Loads every file named for a scancode that is wanted, once, under its name.
+void loadRecordings(Recordings& recordings, const SoundPack& pack,
+                    const SoundPack::SoundNames& names, const AudioFormat& format,
+                    const std::set<std::int64_t>* only)
+{
+    for (const auto& [scancode, name] : names) {
+        if (!isWanted(scancode, only) || recordings.contains(name))
+            continue;
+        auto path = pack.folder;
+        path += "/sounds/" + name + ".wav"; // As text: the name is no path of its own.
+        if (auto samples = loadSound(path, format))
+            recordings.emplace(name, *std::move(samples));
     }
+}
 
-private:
-    /// The variants of a file, in the order of their rates; null when it cannot be loaded.
-    const Variants* variants(const std::string& name)
-    {
-        if (const auto known = m_cache.find(name); known != m_cache.end())
-            return &known->second;
-        auto path = m_sounds;
-        path += "/" + name + ".wav"; // As text: the name is no path of its own.
-        const auto samples = loadSound(path, m_format);
-        if (!samples)
-            return nullptr;
-        Variants variants;
+/// The variants of all recordings, in the order of their rates. They live in one block of memory: a
+/// bank comes and goes as a whole, and the system gives and takes one block far faster than
+/// hundreds.
+std::map<std::string, Variants> variantsOf(const Recordings& recordings)
+{
+    std::size_t total = 0;
+    for (const auto& [name, samples] : recordings) {
         for (const double rate : playbackRates)
-            append(variants, buffer(atRate(*samples, rate), m_format));
-        return &m_cache.emplace(name, std::move(variants)).first->second;
+            total += replayedLength(samples.size(), rate);
     }
+    const std::shared_ptr<float[]> block = std::make_unique_for_overwrite<float[]>(total);
 
-    std::filesystem::path m_sounds;
-    AudioFormat m_format;
-    std::map<std::string, Variants> m_cache;
-};
+    std::map<std::string, Variants> all;
+    std::span<float> free(block.get(), total);
+    for (const auto& [name, samples] : recordings) {
+        Variants& variants = all[name];
+        for (const double rate : playbackRates) {
+            const auto replayed = free.first(replayedLength(samples.size(), rate));
+            free = free.subspan(replayed.size());
+            replay(samples, rate, replayed);
+            if (!replayed.empty())
+                variants.push_back(std::make_shared<const AudioBuffer>(block, replayed));
+        }
+    }
+    return all;
+}
+
+std::map<std::int64_t, Variants> byScancode(const SoundPack::SoundNames& names,
+                                            const std::map<std::string, Variants>& variants,
+                                            const std::set<std::int64_t>* only)
+{
+    std::map<std::int64_t, Variants> sounds;
+    for (const auto& [scancode, name] : names) {
+        const auto found = variants.find(name);
+        if (isWanted(scancode, only) && found != variants.end())
+            sounds.emplace_hint(sounds.end(), scancode, found->second);
+    }
+    return sounds;
+}
 
 } // namespace
 
@@ -112,10 +133,12 @@ std::vector<SoundPack> packs(const std::filesystem::path& folder, bool isCustom)
 SoundBank makeBank(const SoundPack& pack, const AudioFormat& format,
                    const std::set<std::int64_t>* only)
 {
-    SoundLoader loader(pack, format);
-    auto press = loader.load(pack.press, only);
-    auto release = loader.load(pack.release, only);
-    return {.press = std::move(press), .release = std::move(release)};
+    Recordings recordings;
+    loadRecordings(recordings, pack, pack.press, format, only);
+    loadRecordings(recordings, pack, pack.release, format, only);
+    const auto variants = variantsOf(recordings);
+    return {.press = byScancode(pack.press, variants, only),
+            .release = byScancode(pack.release, variants, only)};
 }
 
 AudioBufferPtr buffer(std::vector<float> samples, const AudioFormat& format)

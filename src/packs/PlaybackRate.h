@@ -2,8 +2,8 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <span>
-#include <vector>
 
 namespace clavo
 {
@@ -11,8 +11,14 @@ namespace clavo
 /// The rates at which a recording is replayed, one variant each.
 inline constexpr std::array playbackRates{0.97, 0.985, 1.0, 1.015, 1.03};
 
-/// The recording replayed at a rate, by linear interpolation: above 1 shorter and higher, below 1
-/// longer and lower. `rate` is above 0; at exactly 1 the samples are unchanged.
-[[nodiscard]] std::vector<float> atRate(std::span<const float> samples, double rate);
+/// The number of samples of a recording of `count` samples replayed at a rate, which is above 0.
+[[nodiscard]] constexpr std::size_t replayedLength(std::size_t count, double rate)
+{
+    return static_cast<std::size_t>(static_cast<double>(count) / rate);
+}
+
+/// Replays a recording at a rate by linear interpolation: above 1 shorter and higher, below 1
+/// longer and lower, at exactly 1 unchanged. `replayed` holds replayedLength() samples.
+void replay(std::span<const float> samples, double rate, std::span<float> replayed);
 
 } // namespace clavo

@@ -157,6 +157,8 @@ std::optional<std::vector<float>> resampled(const Recording& recording, double s
 std::optional<std::vector<float>> loadSound(const std::filesystem::path& path,
                                             const AudioFormat& format)
 {
+    if (format.channels != 1)
+        return std::nullopt;
     const auto content = readRegularFile(path, maximumFileSize);
     if (!content)
         return std::nullopt;

@@ -18,15 +18,28 @@ struct AudioFormat {
 };
 
 /// One sound, ready to play. Immutable, so that the audio thread may read it at any time.
+/// Owns: its samples, alone or together with other sounds of the same block.
 class AudioBuffer
 {
 public:
-    explicit AudioBuffer(std::vector<float> samples) : m_samples(std::move(samples)) {}
+    explicit AudioBuffer(std::vector<float> samples)
+    {
+        auto memory = std::make_shared<const std::vector<float>>(std::move(samples));
+        m_samples = *memory;
+        m_memory = std::move(memory);
+    }
+
+    /// A part of a block of memory, which nobody writes to any more.
+    AudioBuffer(std::shared_ptr<const float[]> block, std::span<const float> samples)
+        : m_memory(std::move(block)), m_samples(samples)
+    {
+    }
 
     [[nodiscard]] std::span<const float> samples() const { return m_samples; }
 
 private:
-    std::vector<float> m_samples;
+    std::shared_ptr<const void> m_memory;
+    std::span<const float> m_samples;
 };
 
 using AudioBufferPtr = std::shared_ptr<const AudioBuffer>;

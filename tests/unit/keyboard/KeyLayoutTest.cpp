@@ -10,10 +10,10 @@
 namespace clavo
 {
 
-void PrintTo(const KeyInfo& key, std::ostream* out)
+std::ostream& operator<<(std::ostream& out, const KeyInfo& key)
 {
-    *out << "slot " << static_cast<int>(key.slot) << ", scancode " << key.scancode << ", pan "
-         << key.pan << (key.isCharacter ? ", character" : "");
+    return out << "slot " << static_cast<int>(key.slot) << ", scancode " << key.scancode << ", pan "
+               << key.pan << (key.isCharacter ? ", character" : "");
 }
 
 namespace
@@ -31,6 +31,7 @@ KeyInfo at(std::int64_t code)
 std::vector<float> pans(const std::vector<std::int64_t>& codes)
 {
     std::vector<float> found;
+    found.reserve(codes.size());
     for (const std::int64_t code : codes)
         found.push_back(at(code).pan);
     return found;

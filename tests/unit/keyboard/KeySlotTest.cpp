@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <array>
 #include <set>
 
 namespace clavo
@@ -14,9 +16,8 @@ using testing::ElementsAre;
 
 TEST(KeySlot, SeedOffsetsAreMultiplesOfOnePrimeInTheOrderOfTheSlots)
 {
-    std::vector<std::uint64_t> offsets;
-    for (const KeySlot slot : allKeySlots)
-        offsets.push_back(seedOffset(slot));
+    std::array<std::uint64_t, allKeySlots.size()> offsets{};
+    std::ranges::transform(allKeySlots, offsets.begin(), seedOffset);
 
     EXPECT_THAT(offsets,
                 ElementsAre(0, 1000003, 2000006, 3000009, 4000012, 5000015, 6000018, 7000021));

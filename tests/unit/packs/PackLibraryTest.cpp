@@ -199,7 +199,8 @@ TEST_F(PackLibraryTest, OtherRateAndMoreChannelsBecomeTheFormats)
     addSound("a", std::vector<double>(2UL * 4800, 0.5), {.sampleRate = 48000, .channels = 2});
     m_pack.press = {{30, "a"}};
 
-    const auto recording = bank().press.at(30)[2]->samples();
+    const auto made = bank();
+    const auto recording = made.press.at(30)[2]->samples();
 
     EXPECT_NEAR(static_cast<double>(recording.size()), 4410, 2);
     EXPECT_NEAR(recording[2000], 0.5F, 1e-3F);

@@ -3,7 +3,10 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <array>
 #include <numeric>
+#include <vector>
 
 namespace clavo
 {
@@ -14,13 +17,18 @@ using testing::ElementsAre;
 using testing::FloatEq;
 using testing::IsEmpty;
 
+std::vector<float> atRate(const std::vector<float>& recording, double rate)
+{
+    std::vector<float> replayed(replayedLength(recording.size(), rate));
+    replay(recording, rate, replayed);
+    return replayed;
+}
+
 TEST(PlaybackRate, LengthFollowsTheRate)
 {
-    const std::vector<float> recording(1000);
-
-    std::vector<std::size_t> lengths;
-    for (const double rate : playbackRates)
-        lengths.push_back(atRate(recording, rate).size());
+    std::array<std::size_t, playbackRates.size()> lengths{};
+    std::ranges::transform(playbackRates, lengths.begin(),
+                           [](double rate) { return replayedLength(1000, rate); });
 
     EXPECT_THAT(lengths, ElementsAre(1030, 1015, 1000, 985, 970));
 }
@@ -58,6 +66,26 @@ TEST(PlaybackRate, ValuesAreExact)
 
     // 0.7 + (−0.3 − 0.7) × 0.015 and −0.3 + (0.2 + 0.3) × 0.03, in single precision.
     EXPECT_THAT(replayed, ElementsAre(0.1F, 0.685000002F, -0.285000026F));
+}
+
+TEST(PlaybackRate, EverySampleFollowsTheRuleAtAnyRate)
+{
+    std::vector<float> recording(3001);
+    for (std::size_t i = 0; i < recording.size(); ++i)
+        recording[i] = static_cast<float>(static_cast<double>(i * i % 997) / 997 - 0.5);
+
+    for (const double rate :
+         {0.3, 0.5, 0.97, 0.985, 0.999999, 1.000001, 1.015, 1.03, 1.5, 2.0, 7.3}) {
+        const auto replayed = atRate(recording, rate);
+        ASSERT_EQ(replayed.size(), replayedLength(recording.size(), rate));
+        for (std::size_t i = 0; i < replayed.size(); ++i) {
+            const double position = rate * static_cast<double>(i);
+            const auto k = static_cast<std::size_t>(position);
+            const auto fraction = static_cast<float>(position - static_cast<double>(k));
+            const float next = k + 1 < recording.size() ? recording[k + 1] : 0;
+            ASSERT_EQ(replayed[i], recording[k] + (next - recording[k]) * fraction) << rate << i;
+        }
+    }
 }
 
 TEST(PlaybackRate, NothingStaysNothing)

@@ -181,6 +181,13 @@ TEST_F(SoundFileTest, IsConvertedToAnyRateAskedFor)
     EXPECT_EQ(samples->size(), 4800);
 }
 
+TEST_F(SoundFileTest, IsNotConvertedToAnythingButMono)
+{
+    writeSound(m_file, {0.5});
+
+    EXPECT_FALSE(loadSound(m_file, {.channels = 2}));
+}
+
 TEST_F(SoundFileTest, OddRatesAreConvertedToo)
 {
     for (const std::uint64_t rate : {1U, 7U, 44099U, 44101U, 3000000U, 0x7fffffffU}) {
