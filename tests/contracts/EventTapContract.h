@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <cstdint>
+#include <ostream>
 #include <vector>
 
 namespace clavo
@@ -17,10 +18,10 @@ inline bool operator==(const RawEvent& a, const RawEvent& b)
            a.x == b.x;
 }
 
-inline void PrintTo(const RawEvent& event, std::ostream* out)
+inline std::ostream& operator<<(std::ostream& out, const RawEvent& event)
 {
-    *out << "{type " << event.type << ", code " << event.keyCode << ", x " << event.x
-         << (event.isAutoRepeat ? ", repeat}" : "}");
+    return out << "{type " << event.type << ", code " << event.keyCode << ", x " << event.x
+               << (event.isAutoRepeat ? ", repeat}" : "}");
 }
 
 /// What every EventTap promises. A Rig is a desktop with one tap and somebody at the keyboard:

@@ -6,6 +6,9 @@
 
 #include <gmock/gmock.h>
 
+#include <ostream>
+#include <vector>
+
 namespace clavo
 {
 
@@ -14,9 +17,9 @@ inline bool operator==(const ScreenExtent& a, const ScreenExtent& b)
     return a.x == b.x && a.width == b.width;
 }
 
-inline void PrintTo(const ScreenExtent& extent, std::ostream* out)
+inline std::ostream& operator<<(std::ostream& out, const ScreenExtent& extent)
 {
-    *out << extent.width << " wide at " << extent.x;
+    return out << extent.width << " wide at " << extent.x;
 }
 
 namespace

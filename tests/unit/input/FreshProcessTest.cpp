@@ -27,7 +27,7 @@ protected:
     /// A program made of shell commands.
     std::filesystem::path program(const std::string& commands)
     {
-        const auto path = m_folder / "a program";
+        auto path = m_folder / "a program";
         std::ofstream(path) << "#!/bin/sh\n" << commands << "\n";
         std::filesystem::permissions(path, std::filesystem::perms::owner_all);
         return path;
