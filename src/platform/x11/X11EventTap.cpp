@@ -95,7 +95,7 @@ public:
 
     void enable()
     {
-        if (!isLost() || m_retry.isActive())
+        if (!isReportedLost() || m_retry.isActive())
             return;
         m_pause = firstPause;
         m_retry.start(0ms); // Not here: the notifier of the lost connection may be on the stack.
@@ -121,6 +121,8 @@ private:
     {
         return server() && xcb_connection_has_error(server()) != 0;
     }
+
+    [[nodiscard]] bool isReportedLost() const { return m_readable && !m_readable->isEnabled(); }
 
     bool connect();
     [[nodiscard]] std::uint32_t wantedEvents() const;
@@ -201,7 +203,7 @@ void X11EventTap::Listener::select()
 /// for what it read: so the last thing done is always to look once more.
 void X11EventTap::Listener::drain()
 {
-    if (!m_readable || !m_readable->isEnabled())
+    if (isReportedLost())
         return;
     while (true) {
         while (const xcb::Owned<xcb_generic_event_t> event{xcb_poll_for_event(server())})
