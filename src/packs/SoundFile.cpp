@@ -22,6 +22,7 @@ namespace
 constexpr std::uint64_t maximumFileSize = 64U << 20U;
 constexpr double maximumSeconds = 120;
 constexpr double maximumFrames = maximumSeconds * 192000;
+constexpr std::size_t blockFrames = 4096;
 
 /// A file in memory, as libsndfile reads one. Reading it through the library's own small reads
 /// would cost a system call for every field of the header.
@@ -117,11 +118,10 @@ std::optional<Recording> decode(std::string_view content)
 
     const auto channels = static_cast<std::size_t>(info.channels);
     const double longest = std::min(maximumSeconds * info.samplerate, maximumFrames);
-    constexpr std::size_t chunk = 4096;
-    std::vector<float> interleaved(chunk * channels);
+    std::vector<float> interleaved(blockFrames * channels);
     Recording recording{.samples = {}, .sampleRate = static_cast<double>(info.samplerate)};
     for (;;) {
-        const sf_count_t frames = sf_readf_float(file.get(), interleaved.data(), chunk);
+        const sf_count_t frames = sf_readf_float(file.get(), interleaved.data(), blockFrames);
         if (frames <= 0)
             break;
         const auto decoded =
@@ -135,20 +135,41 @@ std::optional<Recording> decode(std::string_view content)
     return recording;
 }
 
-/// The recording at another rate.
+struct ResamplerDeleter {
+    void operator()(soxr_t resampler) const { soxr_delete(resampler); }
+};
+
+/// The recording at another rate. It is handed over in blocks: the resampler grows its memory step
+/// by step for all that it is given at once.
 std::optional<std::vector<float>> resampled(const Recording& recording, double sampleRate)
 {
-    const auto& source = recording.samples;
-    const double ratio = sampleRate / recording.sampleRate;
-    std::vector<float> converted(
-        static_cast<std::size_t>(ratio * static_cast<double>(source.size())) + 1024);
-    std::size_t length = 0;
     const soxr_quality_spec_t quality = soxr_quality_spec(SOXR_HQ, 0);
-    if (soxr_oneshot(recording.sampleRate, sampleRate, 1, source.data(), source.size(), nullptr,
-                     converted.data(), converted.size(), &length, nullptr, &quality,
-                     nullptr) != nullptr)
+    const std::unique_ptr<soxr, ResamplerDeleter> resampler(
+        soxr_create(recording.sampleRate, sampleRate, 1, nullptr, nullptr, &quality, nullptr));
+    if (!resampler)
         return std::nullopt;
-    converted.resize(length);
+
+    const auto count = static_cast<double>(recording.samples.size());
+    std::span<const float> source = recording.samples;
+    std::vector<float> converted(
+        static_cast<std::size_t>(sampleRate / recording.sampleRate * count) + 1024);
+    std::span<float> room = converted;
+    for (;;) {
+        const auto block = source.first(std::min(source.size(), blockFrames));
+        const float* const input = block.empty() ? nullptr : block.data(); // Null ends the input.
+        std::size_t taken = 0;
+        std::size_t given = 0;
+        if (soxr_process(resampler.get(), input, block.size(), &taken, room.data(), room.size(),
+                         &given) != nullptr)
+            return std::nullopt;
+        source = source.subspan(taken);
+        room = room.subspan(given);
+        if (taken == 0 && given == 0)
+            break;
+    }
+    if (!source.empty())
+        return std::nullopt;
+    converted.resize(converted.size() - room.size());
     return converted;
 }
 

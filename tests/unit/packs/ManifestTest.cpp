@@ -141,9 +141,8 @@ TEST(Manifest, MissingMemberIsNoManifest)
 
 TEST(Manifest, WhatIsNoJsonObjectIsNoManifest)
 {
-    for (const char* const json : {"", " ", "null", "1", "1.5", R"("text")", "[]", "{}", "id = red",
-                                   "\x7f"
-                                   "ELF"})
+    for (const char* const json :
+         {"", " ", "null", "1", "1.5", R"("text")", "[]", "{}", "id = red", "\x7f\x45LF"})
         EXPECT_FALSE(parseManifest(json)) << json;
     EXPECT_FALSE(parseManifest("[" + manifestText() + "]"));
     EXPECT_FALSE(parseManifest(manifestText() + "x"));

@@ -174,7 +174,7 @@ TEST(SoundBank, SlotIsDrawnByKeyAndNotByHowManySoundsAKeyHas)
     for (int i = 0; i < draws; ++i)
         singles += bank.buffer(keyA, true) == single ? 1 : 0;
 
-    EXPECT_NEAR(singles, draws / 2, 700); // Six standard deviations.
+    EXPECT_NEAR(singles, draws / 2.0, 700); // Six standard deviations.
 }
 
 } // namespace
