@@ -51,8 +51,8 @@ public:
     [[nodiscard]] virtual bool create(EventMask mask, Receiver receiver) = 0;
     virtual void enable() = 0;
 
-    /// Calls `moved` once, at the pointer's next motion. Motion is not watched otherwise: it would
-    /// wake the program hundreds of times a second.
+    /// Calls `moved` once, at the pointer's next motion, in place of what waited for it. Motion is
+    /// not watched otherwise: it would wake the program hundreds of times a second.
     virtual void notifyNextMotion(std::function<void()> moved) = 0;
 };
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include <sys/prctl.h>
+#include <unistd.h>
 
 namespace clavo
 {
@@ -15,7 +16,9 @@ PrivateServer::PrivateServer(QStringList arguments) : m_arguments(std::move(argu
     m_process.setStandardErrorFile(QProcess::nullDevice());
     // A crashing test leaves no server behind.
     m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
-    start({});
+    // A number that nobody else takes while the server is stopped.
+    m_display = ":" + std::to_string(1000 + getpid() % 50000);
+    start();
 }
 
 PrivateServer::~PrivateServer()
@@ -29,19 +32,13 @@ void PrivateServer::stop()
     m_process.waitForFinished();
 }
 
-void PrivateServer::startAgain()
-{
-    start({QString::fromStdString(m_display)});
-}
-
-void PrivateServer::start(const QStringList& number)
+void PrivateServer::start()
 {
     // The server writes its number to the standard output once it is ready for clients.
-    m_process.start("Xvfb", number +
-                                QStringList{"-displayfd", "1", "-nolisten", "tcp", "-noreset"} +
+    m_process.start("Xvfb", QStringList{QString::fromStdString(m_display), "-displayfd", "1",
+                                        "-nolisten", "tcp", "-noreset"} +
                                 m_arguments);
-    if (m_process.waitForReadyRead())
-        m_display = ":" + m_process.readLine().trimmed().toStdString();
+    m_process.waitForReadyRead();
 }
 
 } // namespace clavo

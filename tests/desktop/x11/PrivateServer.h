@@ -21,14 +21,12 @@ public:
     [[nodiscard]] const std::string& display() const { return m_display; }
 
     void stop();
-    void startAgain(); // Under the same display number.
+    void start(); // Again, under the same display number.
 
 private:
-    void start(const QStringList& number);
-
     QStringList m_arguments;
     QProcess m_process;
-    std::string m_display; // Empty: it did not start.
+    std::string m_display;
 };
 
 } // namespace clavo

@@ -46,7 +46,7 @@ public:
 
     void restore()
     {
-        m_server.startAgain();
+        m_server.start();
         m_hands = std::make_unique<Hands>(m_server.display());
     }
 

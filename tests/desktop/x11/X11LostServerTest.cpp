@@ -57,7 +57,7 @@ TEST_F(X11LostServerTest, ALostServerIsReportedOnceAndHeardAgainWhenItIsBack)
 {
     loseServer();
 
-    server.startAgain();
+    server.start();
     ASSERT_TRUE(isHeardAgain());
 
     EXPECT_EQ(events.front().type, RawEventType::tapDisabledByTimeout);
@@ -69,13 +69,13 @@ TEST_F(X11LostServerTest, ALostServerIsReportedOnceAndHeardAgainWhenItIsBack)
 TEST_F(X11LostServerTest, AServerMayBeLostTwice)
 {
     loseServer();
-    server.startAgain();
+    server.start();
     ASSERT_TRUE(isHeardAgain());
     events.clear();
 
     server.stop();
     ASSERT_TRUE(EventLoop::until([&] { return logged == 2; }));
-    server.startAgain();
+    server.start();
 
     EXPECT_TRUE(isHeardAgain());
 }
@@ -85,7 +85,7 @@ TEST_F(X11LostServerTest, AMotionAskedForIsNotedByTheNewServer)
     int moved = 0;
     tap.notifyNextMotion([&] { ++moved; });
     loseServer();
-    server.startAgain();
+    server.start();
     ASSERT_TRUE(isHeardAgain());
 
     Hands newHands(server.display());
@@ -125,7 +125,7 @@ TEST_F(X11LostServerTest, ATapThatIsNotEnabledAgainStaysLost)
     listen();
     server.stop();
     ASSERT_TRUE(untilEvents(1));
-    server.startAgain();
+    server.start();
     Hands newHands(server.display());
 
     int strikes = 0;
