@@ -1,11 +1,35 @@
 // SPDX-License-Identifier: MIT
 #include "packs/RegularFile.h"
 
-#include <fstream>
-#include <system_error>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace clavo
 {
+namespace
+{
+
+/// An open file, closed with it. Negative: there is none.
+class Descriptor
+{
+public:
+    explicit Descriptor(int number) : m_number(number) {}
+    ~Descriptor()
+    {
+        if (m_number >= 0)
+            ::close(m_number);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    [[nodiscard]] int number() const { return m_number; }
+
+private:
+    int m_number;
+};
+
+} // namespace
 
 std::optional<std::string> readRegularFile(const std::filesystem::path& path,
                                            std::uint64_t maximumSize)
@@ -14,17 +38,25 @@ std::optional<std::string> readRegularFile(const std::filesystem::path& path,
     if (path.native().find('\0') != std::filesystem::path::string_type::npos)
         return std::nullopt;
 
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error))
+    // Opening without blocking, and asking the open file what it is, leaves no moment in which a
+    // pipe could take the file's place.
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    struct stat status {
+    };
+    if (file.number() < 0 || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode))
         return std::nullopt;
-    const std::uint64_t size = std::filesystem::file_size(path, error);
-    if (error || size > maximumSize)
+    const auto size = static_cast<std::uint64_t>(status.st_size);
+    if (size > maximumSize)
         return std::nullopt;
 
-    std::ifstream file(path, std::ios::binary);
     std::string content(size, '\0');
-    if (!file.read(content.data(), static_cast<std::streamsize>(size)))
-        return std::nullopt;
+    std::size_t filled = 0;
+    while (filled < size) {
+        const auto count = ::read(file.number(), content.data() + filled, size - filled);
+        if (count <= 0)
+            return std::nullopt;
+        filled += static_cast<std::size_t>(count);
+    }
     return content;
 }
 
