@@ -1,15 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "input/InputMonitor.h"
+#include "unit/input/InputMonitorFixture.h"
 
-#include "fakes/FakeEventTap.h"
-#include "fakes/FakeScreens.h"
-#include "fakes/FakeSecureInput.h"
-#include "log/Log.h"
-
-#include <gmock/gmock.h>
-
-#include <limits>
-#include <string>
 #include <type_traits>
 
 namespace clavo
@@ -25,51 +16,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-std::vector<std::string> logged; // The log's sink is a plain function.
-
-class InputMonitorTest : public testing::Test
-{
-protected:
-    InputMonitorTest()
-    {
-        logged.clear();
-        log::setSink([](log::Level level, std::string_view line) {
-            logged.emplace_back((level == log::Level::Default ? "" : "not notice: ") +
-                                std::string(line));
-        });
-    }
-
-    void listen()
-    {
-        receiveEvents();
-        ASSERT_TRUE(monitor.start());
-    }
-
-    void receiveEvents()
-    {
-        monitor.onEvent = [this](const Event& event) { events.push_back(event); };
-    }
-
-    void key(std::uint32_t type, std::int64_t code)
-    {
-        tap.deliver({.type = type, .keyCode = code});
-    }
-    void pointer(std::uint32_t type, double x) { tap.deliver({.type = type, .x = x}); }
-
-    /// The pan of a click at the place.
-    float panOfClickAt(double x)
-    {
-        events.clear();
-        pointer(RawEventType::leftMouseDown, x);
-        return std::get<Mouse>(events.at(0)).pan;
-    }
-
-    FakeEventTap tap;
-    FakeSecureInput secureInput;
-    FakeScreens screens;
-    InputMonitor monitor{tap, secureInput, screens};
-    std::vector<Event> events;
-};
+using InputMonitorTest = InputMonitorFixture;
 
 TEST_F(InputMonitorTest, AnEventIsAPlainValue)
 {
@@ -251,82 +198,6 @@ TEST_F(InputMonitorTest, WithoutAReceiverEventsAreDropped)
     receiveEvents();
 
     EXPECT_THAT(events, IsEmpty());
-}
-
-TEST_F(InputMonitorTest, PanFollowsThePointerAcrossOneScreen)
-{
-    listen();
-
-    EXPECT_EQ(panOfClickAt(0), -1);
-    EXPECT_EQ(panOfClickAt(720), 0);
-    EXPECT_EQ(panOfClickAt(1440), 1);
-}
-
-TEST_F(InputMonitorTest, PanSpansAllScreens)
-{
-    screens.screens = {{.x = 0, .width = 1440}, {.x = -1920, .width = 1920}};
-    listen();
-
-    EXPECT_EQ(panOfClickAt(-1920), -1);
-    EXPECT_EQ(panOfClickAt(0), 0.142857194F); // Twice the float of 1920/3360, less 1.
-    EXPECT_EQ(panOfClickAt(1440), 1);
-}
-
-TEST_F(InputMonitorTest, PanIsNotClamped)
-{
-    listen();
-
-    EXPECT_EQ(panOfClickAt(-720), -2);
-    EXPECT_EQ(panOfClickAt(2880), 3);
-}
-
-TEST_F(InputMonitorTest, PanIsDividedInDoublePrecision)
-{
-    screens.screens = {{.x = 16777216, .width = 2}};
-    listen();
-
-    EXPECT_EQ(panOfClickAt(16777217), 0); // As a float the place would be the left edge.
-}
-
-TEST_F(InputMonitorTest, PanIsDoubledInSinglePrecision)
-{
-    screens.screens = {{.x = 0, .width = 3}};
-    listen();
-
-    // A third as a float is 0x1.555556p-2; doubled less 1 that is exactly −0x1.555554p-2.
-    EXPECT_EQ(panOfClickAt(1), -0x1.555554p-2F);
-}
-
-TEST_F(InputMonitorTest, PanUsesTheScreensAsTheyAreAtTheEvent)
-{
-    listen();
-    ASSERT_EQ(panOfClickAt(1440), 1);
-
-    screens.screens.push_back({.x = 1440, .width = 1440});
-
-    EXPECT_EQ(panOfClickAt(1440), 0);
-}
-
-TEST_F(InputMonitorTest, WithoutScreensEveryPanIsTheCentre)
-{
-    screens.screens.clear();
-    listen();
-
-    pointer(RawEventType::leftMouseDown, 500);
-    pointer(RawEventType::rightMouseUp, 500);
-    pointer(RawEventType::scrollWheel, 500);
-
-    EXPECT_THAT(events, ElementsAre(Mouse{true, 0}, Mouse{false, 0}, Scroll{0}));
-}
-
-TEST_F(InputMonitorTest, ScreensWithoutAnExtentGiveTheCentre)
-{
-    screens.screens = {{.x = 0, .width = 0}};
-    listen();
-    EXPECT_EQ(panOfClickAt(500), 0);
-
-    screens.screens = {{.x = 0, .width = std::numeric_limits<double>::quiet_NaN()}};
-    EXPECT_EQ(panOfClickAt(500), 0);
 }
 
 TEST_F(InputMonitorTest, DuringSecureInputNothingIsDelivered)
