@@ -38,6 +38,8 @@ void quitOnTermination()
     action.sa_flags = SA_RESTART;
     for (const auto signal : {SIGINT, SIGTERM, SIGHUP})
         sigaction(signal, &action, nullptr);
+    // A server that dies between two writes to it is a lost connection, not the end of the program.
+    std::signal(SIGPIPE, SIG_IGN);
 }
 
 } // namespace clavo
