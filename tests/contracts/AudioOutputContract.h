@@ -20,6 +20,7 @@ namespace clavo
 ///   std::unique_ptr<AudioOutput> make()                   an output whose server is there,
 ///   bool until(const std::function<bool()>& isFulfilled)  lets main loop and device go on; false
 ///                                                         when that takes too long,
+///   bool isThere(const AudioOutput&)                      plays what it is meant to play on,
 ///   void goOn()                                           lets them go on for a millisecond or so.
 template <typename Host> class AudioOutputContract : public testing::Test
 {
@@ -53,7 +54,7 @@ protected:
     [[nodiscard]] bool run()
     {
         start();
-        return m_host.until([this] { return m_output->isRunning(); });
+        return m_host.until([this] { return m_host.isThere(*m_output); });
     }
 
     /// Whether a sound started now comes to its end.

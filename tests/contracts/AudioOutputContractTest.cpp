@@ -28,6 +28,8 @@ struct SilentHost {
         return false;
     }
 
+    static bool isThere(const AudioOutput& output) { return output.isRunning(); }
+
     static void goOn() { std::this_thread::sleep_for(std::chrono::milliseconds(1)); }
 };
 
@@ -50,6 +52,8 @@ struct FakeHost {
         }
         return false;
     }
+
+    static bool isThere(const AudioOutput& output) { return output.isRunning(); }
 
     void goOn() const
     {

@@ -20,6 +20,11 @@ struct DesktopHost {
         return EventLoop::until(isFulfilled);
     }
 
+    static bool isThere(const AudioOutput& output)
+    {
+        return output.isRunning() && !output.status().server.empty();
+    }
+
     static void goOn()
     {
         for (const QDeadlineTimer end(1); !end.hasExpired();)

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QSocketNotifier>
+
+#include <array>
 #include <cstddef>
-#include <mutex>
+#include <memory>
 #include <string>
-#include <thread>
 #include <vector>
+
+#include <sys/types.h>
 
 namespace clavo
 {
@@ -16,21 +20,33 @@ struct Recording {
     std::vector<float> right;
 };
 
-/// Records what a sink plays, from its construction on, on a thread of its own.
+/// Records what a sink plays, as long as the main loop turns. A process of its own listens, so that
+/// nothing but the output under test uses the server's library in this one.
 class SinkRecorder
 {
 public:
     explicit SinkRecorder(const std::string& sink);
+    ~SinkRecorder();
+    SinkRecorder(const SinkRecorder&) = delete;
+    SinkRecorder& operator=(const SinkRecorder&) = delete;
 
-    [[nodiscard]] Recording recording() const;
-    [[nodiscard]] std::size_t frames() const;
+    [[nodiscard]] const Recording& recording() const { return m_recording; }
+    [[nodiscard]] std::size_t frames() const { return m_recording.left.size(); }
 
 private:
-    void record(const std::stop_token& stop, const std::string& source);
+    struct Frame {
+        float left = 0;
+        float right = 0;
+    };
 
-    mutable std::mutex m_mutex;
+    void take();
+
     Recording m_recording;
-    std::jthread m_thread;
+    std::array<Frame, 441> m_block; // Being read,
+    std::size_t m_received = 0;     // and how many bytes of it are there.
+    pid_t m_process = 0;
+    int m_sound = -1;
+    std::unique_ptr<QSocketNotifier> m_notifier;
 };
 
 } // namespace clavo
