@@ -39,6 +39,8 @@ double AppState::systemUptime()
 
 void AppState::runOnMainQueue(std::chrono::milliseconds delay, std::function<void()> task)
 {
+    // The analyser cannot see that Qt owns the task.
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
     QTimer::singleShot(delay, Qt::PreciseTimer, std::move(task));
 }
 
