@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Clavo.h"
+#include "latency/Clavo.h"
 
 #include <sndfile.hh>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Deadlines.h"
+#include "latency/Deadlines.h"
 
 #include <pipewire/impl.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "Graph.h"
+#include "latency/Graph.h"
 
-#include "Deadlines.h"
+#include "latency/Deadlines.h"
 
 #include <pipewire/pipewire.h>
 #include <spa/param/audio/format-utils.h>

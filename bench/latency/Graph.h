@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Recording.h"
+#include "latency/Recording.h"
 
 #include <chrono>
 #include <memory>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Hearing.h"
+#include "latency/Hearing.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Keyboard.h"
+#include "latency/Keyboard.h"
 
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Options.h"
+#include "latency/Options.h"
 
 #include <charconv>
 #include <string_view>

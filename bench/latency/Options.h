@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Clavo.h"
+#include "latency/Clavo.h"
 
 #include <cstddef>
 #include <filesystem>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Recording.h"
+#include "latency/Recording.h"
 
 #include <sndfile.hh>
 

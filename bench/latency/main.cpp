@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "Clavo.h"
-#include "Graph.h"
-#include "Hearing.h"
-#include "Keyboard.h"
-#include "Options.h"
+#include "latency/Clavo.h"
+#include "latency/Graph.h"
+#include "latency/Hearing.h"
+#include "latency/Keyboard.h"
+#include "latency/Options.h"
+#include "latency/Typing.h"
 
 #include <fmt/format.h>
 
@@ -13,7 +14,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
-#include <random>
 #include <string_view>
 #include <thread>
 
@@ -23,11 +23,8 @@ namespace
 {
 
 using namespace std::chrono_literals;
-using std::chrono::microseconds;
 using std::chrono::steady_clock;
 
-constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz";
-constexpr unsigned seed = 1;
 constexpr float soundFloor = 0.01F; // -40 dB: nothing else sounds in the virtual desktop.
 constexpr float clickOnset =
     0.1F; // Well inside a click, above the ripple of a resampler before it.
@@ -62,13 +59,6 @@ std::string decibels(float level)
     return fmt::format("{:.3f} ({:.1f} dB)", level, 20 * std::log10(level));
 }
 
-void tap(Keyboard& keyboard, std::uint8_t key, nanoseconds hold)
-{
-    keyboard.press(key);
-    std::this_thread::sleep_for(hold);
-    keyboard.release(key);
-}
-
 /// Presses a key until it is heard, which shows that Clavo listens and that its output runs.
 bool waitUntilHeard(Bench& bench)
 {
@@ -84,53 +74,6 @@ bool waitUntilHeard(Bench& bench)
     }
     std::this_thread::sleep_for(300ms);
     return true;
-}
-
-/// The presses and releases of an event list, each with the moment it was sent.
-struct Sent {
-    std::vector<Moment> presses;
-    std::vector<Moment> all;
-};
-
-/// Keeps events from falling into step with the periods of the graph.
-nanoseconds jitter(std::mt19937& random)
-{
-    return microseconds(std::uniform_int_distribution(0, 20'000)(random));
-}
-
-Sent pressKeys(Keyboard& keyboard, std::size_t count)
-{
-    Sent sent;
-    std::mt19937 random(seed);
-    std::uniform_int_distribution<std::size_t> letter(0, letters.size() - 1);
-    auto next = steady_clock::now();
-    for (std::size_t i = 0; i < count; ++i) {
-        std::this_thread::sleep_until(next);
-        const auto key = keyboard.key(letters[letter(random)]).value();
-        sent.presses.push_back(keyboard.press(key));
-        std::this_thread::sleep_until(next + 15ms);
-        keyboard.release(key);
-        next += 40ms + jitter(random);
-    }
-    sent.all = sent.presses;
-    return sent;
-}
-
-Sent typeText(Keyboard& keyboard, std::string_view text)
-{
-    Sent sent;
-    std::mt19937 random(seed);
-    auto next = steady_clock::now();
-    for (const char character : text) {
-        const auto key = keyboard.key(character).value();
-        std::this_thread::sleep_until(next);
-        sent.presses.push_back(keyboard.press(key));
-        sent.all.push_back(sent.presses.back());
-        std::this_thread::sleep_until(next + 80ms);
-        sent.all.push_back(keyboard.release(key));
-        next += 140ms + jitter(random);
-    }
-    return sent;
 }
 
 bool writeRecording(const Options& options, const Recording& recording)
@@ -185,23 +128,6 @@ int measureSounds(const Options& options, Bench& bench)
     if (!writeRecording(options, recording))
         return fail("the recording cannot be written");
     return heard == sent.all.size() ? EXIT_SUCCESS : EXIT_FAILURE;
-}
-
-/// Sends presses and releases in turn at a steady rate.
-void sendEvents(Keyboard& keyboard, std::size_t count, nanoseconds spacing)
-{
-    auto next = steady_clock::now();
-    std::optional<std::uint8_t> held;
-    for (std::size_t i = 0; i < count; ++i, next += spacing) {
-        std::this_thread::sleep_until(next);
-        if (held) {
-            keyboard.release(*held);
-            held.reset();
-        } else {
-            held = keyboard.key(letters[i / 2 % letters.size()]);
-            keyboard.press(*held);
-        }
-    }
 }
 
 int measureFlood(const Options& options, Bench& bench)
@@ -265,9 +191,11 @@ int measureSoak(const Options& options, Bench& bench)
         sendEvents(bench.keyboard, options.count / parts, nanoseconds(1s) / 4000);
         if (part == 1 || part == parts)
             std::this_thread::sleep_for(1s);
-        const auto memory = print(options.count / parts * part);
+        const auto sent = options.count / parts * part;
         if (part == 1)
-            settled = memory;
+            settled = print(sent);
+        else if (part % 5 == 0)
+            print(sent);
     }
     const auto after = bench.clavo->memory();
     if (!waitUntilHeard(bench))

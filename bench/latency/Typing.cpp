@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#include "latency/Typing.h"
+
+#include <chrono>
+#include <optional>
+#include <random>
+#include <thread>
+
+namespace clavo::latency
+{
+namespace
+{
+
+using namespace std::chrono_literals;
+using std::chrono::microseconds;
+using std::chrono::steady_clock;
+
+constexpr unsigned seed = 1;
+
+/// Keeps events from falling into step with the periods of the graph.
+nanoseconds jitter(std::mt19937& random)
+{
+    return microseconds(std::uniform_int_distribution(0, 20'000)(random));
+}
+
+} // namespace
+
+void tap(Keyboard& keyboard, std::uint8_t key, nanoseconds hold)
+{
+    keyboard.press(key);
+    std::this_thread::sleep_for(hold);
+    keyboard.release(key);
+}
+
+Sent pressKeys(Keyboard& keyboard, std::size_t count)
+{
+    Sent sent;
+    std::mt19937 random(seed);
+    std::uniform_int_distribution<std::size_t> letter(0, letters.size() - 1);
+    auto next = steady_clock::now();
+    for (std::size_t i = 0; i < count; ++i) {
+        std::this_thread::sleep_until(next);
+        const auto key = keyboard.key(letters[letter(random)]).value();
+        sent.presses.push_back(keyboard.press(key));
+        std::this_thread::sleep_until(next + 15ms);
+        keyboard.release(key);
+        next += 40ms + jitter(random);
+    }
+    sent.all = sent.presses;
+    return sent;
+}
+
+Sent typeText(Keyboard& keyboard, std::string_view text)
+{
+    Sent sent;
+    std::mt19937 random(seed);
+    auto next = steady_clock::now();
+    for (const char character : text) {
+        const auto key = keyboard.key(character).value();
+        std::this_thread::sleep_until(next);
+        sent.presses.push_back(keyboard.press(key));
+        sent.all.push_back(sent.presses.back());
+        std::this_thread::sleep_until(next + 80ms);
+        sent.all.push_back(keyboard.release(key));
+        next += 140ms + jitter(random);
+    }
+    return sent;
+}
+
+void sendEvents(Keyboard& keyboard, std::size_t count, nanoseconds spacing)
+{
+    auto next = steady_clock::now();
+    std::optional<std::uint8_t> held;
+    for (std::size_t i = 0; i < count; ++i, next += spacing) {
+        std::this_thread::sleep_until(next);
+        if (held) {
+            keyboard.release(*held);
+            held.reset();
+        } else {
+            held = keyboard.key(letters[i / 2 % letters.size()]);
+            keyboard.press(*held);
+        }
+    }
+}
+
+} // namespace clavo::latency
