@@ -76,8 +76,7 @@ void FileDefaultsStore::registerDefaults(std::map<std::string, DefaultsValue, st
 std::optional<DefaultsValue> FileDefaultsStore::value(std::string_view key) const
 {
     const auto standard = m_defaults.find(key);
-    auto registered =
-        standard == m_defaults.end() ? std::nullopt : std::optional(standard->second);
+    auto registered = standard == m_defaults.end() ? std::nullopt : std::optional(standard->second);
     const auto member = m_stored->find(key);
     auto stored = member == m_stored->end() ? std::nullopt : fromJson(*member);
     if (!stored || (registered && registered->index() != stored->index()))
