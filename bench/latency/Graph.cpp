@@ -232,7 +232,7 @@ std::size_t Graph::missedDeadlines() const
     return m_state->deadlines.missed();
 }
 
-std::optional<std::size_t> Graph::measureCyclesLate()
+std::optional<std::uint32_t> Graph::measureCyclesLate()
 {
     auto& state = *m_state;
     ImpulseTrain train;
@@ -269,7 +269,7 @@ std::optional<std::size_t> Graph::measureCyclesLate()
     const auto most = std::ranges::max_element(votes);
     if (*most < impulses * 3 / 4)
         return {};
-    return static_cast<std::size_t>(most - votes.begin());
+    return static_cast<std::uint32_t>(most - votes.begin());
 }
 
 Recording Graph::stop()

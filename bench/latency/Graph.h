@@ -4,6 +4,7 @@
 #include "latency/Recording.h"
 
 #include <chrono>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -39,7 +40,7 @@ public:
 
     /// Plays impulses whose place in the graph is known and measures by how many cycles the
     /// monitor's frames are late. Nothing when too few impulses agree. Call before stop().
-    [[nodiscard]] std::optional<std::size_t> measureCyclesLate();
+    [[nodiscard]] std::optional<std::uint32_t> measureCyclesLate();
 
     /// Ends the recording and hands it over.
     [[nodiscard]] Recording stop();

@@ -11,22 +11,21 @@ namespace
 
 using namespace std::chrono_literals;
 
-// How much later than its start a period may be rendered.
-constexpr auto early = 1ms;
 constexpr auto before = 5ms;
 
 } // namespace
 
 std::optional<nanoseconds> latency(const Recording& recording, Moment event, Moment next,
-                                   float floor)
+                                   const Listening& listening)
 {
-    const auto first = recording.frameAt(event - early);
-    const auto last = recording.frameAt(next - early);
-    const auto background = recording.peak(recording.frameAt(event - early - before), first);
-    const auto threshold = std::max(floor, 2 * background);
+    const auto first = recording.frameAt(event - listening.early);
+    const auto last = recording.frameAt(next - listening.early);
+    const auto background =
+        recording.peak(recording.frameAt(event - listening.early - before), first);
+    const auto threshold = std::max(listening.floor, 2 * background);
     for (auto frame = first; frame < last; ++frame) {
         if (recording.level(frame) > threshold)
-            return recording.timeOf(frame).value() - event;
+            return recording.timeOf(frame) - event;
     }
     return {};
 }

@@ -11,13 +11,19 @@
 namespace clavo::latency
 {
 
+/// How a sound is told from what else there is.
+struct Listening {
+    float floor = 0; // Nothing up to this level is a sound.
+
+    /// A server that was held up renders periods later than their time. An event of the meantime
+    /// sounds in one of those, by its time before the event, but by no more than this.
+    nanoseconds early{};
+};
+
 /// The time from an event to its sound: to the first sample before the next event that is above the
 /// floor and twice as loud as everything in the 5 ms before the event. Nothing when no sample is.
-///
-/// It can be a little below zero: a period whose start came just before the event may be rendered
-/// just after it.
 [[nodiscard]] std::optional<nanoseconds> latency(const Recording& recording, Moment event,
-                                                 Moment next, float floor);
+                                                 Moment next, const Listening& listening);
 
 struct Distribution {
     nanoseconds median{};

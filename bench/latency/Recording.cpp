@@ -5,18 +5,19 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace clavo::latency
 {
 
-std::optional<Moment> Recording::timeOf(std::size_t frame) const
+Moment Recording::timeOf(std::size_t frame) const
 {
     const auto after = std::ranges::upper_bound(cycles, frame, {}, &Cycle::firstFrame);
-    const auto index = static_cast<std::size_t>(after - cycles.begin());
-    if (index < 1 + cyclesLate)
-        return {};
-    const auto sinceStart = static_cast<std::int64_t>(frame - cycles[index - 1].firstFrame);
-    return cycles[index - 1 - cyclesLate].start + nanoseconds(sinceStart * 1'000'000'000 / rate);
+    const auto& cycle = *std::prev(after);
+    // Not the start of the cycle recorded before: that may not be the one just before.
+    const auto frames = static_cast<std::int64_t>(frame - cycle.firstFrame) -
+                        static_cast<std::int64_t>(cyclesLate) * cycle.frames;
+    return cycle.start + nanoseconds(frames * 1'000'000'000 / rate);
 }
 
 std::size_t Recording::frameAt(Moment moment) const
@@ -25,8 +26,7 @@ std::size_t Recording::frameAt(Moment moment) const
     std::size_t count = frames();
     while (count > 0) {
         const auto step = count / 2;
-        const auto time = timeOf(first + step);
-        if (!time || *time < moment) {
+        if (timeOf(first + step) < moment) {
             first += step + 1;
             count -= step + 1;
         } else {

@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <vector>
 
 namespace clavo::latency
@@ -26,14 +25,14 @@ struct Cycle {
 /// What a sink played, with the time of every frame.
 struct Recording {
     std::uint32_t rate = 48000;
-    std::size_t cyclesLate = 0; // Frames recorded in one cycle were played this many cycles before.
-    std::vector<float> samples; // Stereo, interleaved.
+    std::uint32_t cyclesLate = 0; // Frames recorded in one cycle were played this many before it.
+    std::vector<float> samples;   // Stereo, interleaved.
     std::vector<Cycle> cycles;
 
     [[nodiscard]] std::size_t frames() const { return samples.size() / 2; }
 
-    /// When the frame was played; nothing for those before the first known cycle.
-    [[nodiscard]] std::optional<Moment> timeOf(std::size_t frame) const;
+    /// When the frame was played. There is at least one cycle.
+    [[nodiscard]] Moment timeOf(std::size_t frame) const;
 
     /// The first frame that was played at this time or after; frames() when none was.
     [[nodiscard]] std::size_t frameAt(Moment moment) const;

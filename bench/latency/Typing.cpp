@@ -32,15 +32,24 @@ void tap(Keyboard& keyboard, std::uint8_t key, nanoseconds hold)
     keyboard.release(key);
 }
 
-Sent pressKeys(Keyboard& keyboard, std::size_t count)
+std::string randomText(std::size_t count)
+{
+    std::mt19937 random(seed);
+    std::uniform_int_distribution<std::size_t> letter(0, letters.size() - 1);
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i)
+        text += letters[letter(random)];
+    return text;
+}
+
+Sent pressKeys(Keyboard& keyboard, std::string_view text)
 {
     Sent sent;
     std::mt19937 random(seed);
-    std::uniform_int_distribution<std::size_t> letter(0, letters.size() - 1);
     auto next = steady_clock::now();
-    for (std::size_t i = 0; i < count; ++i) {
+    for (const char character : text) {
+        const auto key = keyboard.key(character).value();
         std::this_thread::sleep_until(next);
-        const auto key = keyboard.key(letters[letter(random)]).value();
         sent.presses.push_back(keyboard.press(key));
         std::this_thread::sleep_until(next + 15ms);
         keyboard.release(key);

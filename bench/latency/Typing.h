@@ -5,6 +5,7 @@
 #include "latency/Recording.h"
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -23,11 +24,14 @@ struct Sent {
     std::vector<Moment> all; // With the releases, where those sound too.
 };
 
-/// Presses this many keys at uneven intervals of 40 to 60 ms, the same every time. Their releases
-/// do not sound.
-Sent pressKeys(Keyboard& keyboard, std::size_t count);
+/// This many of the letters, the same ones every time.
+std::string randomText(std::size_t count);
 
-/// Types the text in about six characters a second. The keyboard has a key for each.
+/// Presses the key of each character at uneven intervals of 40 to 60 ms, the same every time, where
+/// releases do not sound. The keyboard has a key for each.
+Sent pressKeys(Keyboard& keyboard, std::string_view text);
+
+/// Types the text as people do, in about six characters a second.
 Sent typeText(Keyboard& keyboard, std::string_view text);
 
 /// Sends presses and releases in turn at a steady rate.

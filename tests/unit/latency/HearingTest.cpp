@@ -18,7 +18,7 @@ using testing::Eq;
 using testing::Optional;
 
 constexpr std::size_t cycleFrames = 48; // 1 ms.
-constexpr float soundFloor = 0.01F;
+constexpr Listening listening = {.floor = 0.01F, .early = 1ms};
 
 Moment at(nanoseconds time)
 {
@@ -49,8 +49,8 @@ TEST(Recording, AFrameWasPlayedAtItsPlaceInItsCycle)
 {
     const auto recording = silence(3);
 
-    EXPECT_THAT(recording.timeOf(0), Optional(at(0ms)));
-    EXPECT_THAT(recording.timeOf(cycleFrames + 24), Optional(at(1500us)));
+    EXPECT_EQ(recording.timeOf(0), at(0ms));
+    EXPECT_EQ(recording.timeOf(cycleFrames + 24), at(1500us));
 }
 
 TEST(Recording, AFrameReadLateWasPlayedInTheCycleBefore)
@@ -58,8 +58,16 @@ TEST(Recording, AFrameReadLateWasPlayedInTheCycleBefore)
     auto recording = silence(3);
     recording.cyclesLate = 1;
 
-    EXPECT_THAT(recording.timeOf(cycleFrames + 24), Optional(at(500us)));
-    EXPECT_THAT(recording.timeOf(0), Eq(std::nullopt));
+    EXPECT_EQ(recording.timeOf(cycleFrames + 24), at(500us));
+}
+
+TEST(Recording, AMissingCycleDoesNotMoveTheFramesAfterIt)
+{
+    auto recording = silence(3);
+    recording.cyclesLate = 1;
+    recording.cycles[2].start = at(5ms);
+
+    EXPECT_EQ(recording.timeOf(2 * cycleFrames), at(4ms));
 }
 
 TEST(Recording, AFrameIsFoundByItsTime)
@@ -90,12 +98,20 @@ TEST(Latency, RunsFromTheEventToTheFirstLoudSample)
     auto recording = silence(100);
     play(recording, 20 * cycleFrames, 0.5F);
 
-    EXPECT_THAT(latency(recording, at(18200us), at(60ms), soundFloor), Optional(Eq(1800us)));
+    EXPECT_THAT(latency(recording, at(18200us), at(60ms), listening), Optional(Eq(1800us)));
+}
+
+TEST(Latency, MayBeBelowZeroWhereThePeriodWasRenderedLate)
+{
+    auto recording = silence(100);
+    play(recording, 20 * cycleFrames, 0.5F);
+
+    EXPECT_THAT(latency(recording, at(20500us), at(60ms), listening), Optional(Eq(-500us)));
 }
 
 TEST(Latency, OfSilenceIsNone)
 {
-    EXPECT_THAT(latency(silence(100), at(18ms), at(60ms), soundFloor), Eq(std::nullopt));
+    EXPECT_THAT(latency(silence(100), at(18ms), at(60ms), listening), Eq(std::nullopt));
 }
 
 TEST(Latency, IsNoneWhenTheSoundBelongsToTheNextEvent)
@@ -103,7 +119,7 @@ TEST(Latency, IsNoneWhenTheSoundBelongsToTheNextEvent)
     auto recording = silence(100);
     play(recording, 62 * cycleFrames, 0.5F);
 
-    EXPECT_THAT(latency(recording, at(18ms), at(60ms), soundFloor), Eq(std::nullopt));
+    EXPECT_THAT(latency(recording, at(18ms), at(60ms), listening), Eq(std::nullopt));
 }
 
 TEST(Latency, IsNoneWhenOnlyTheSoundBeforeRingsOn)
@@ -111,7 +127,7 @@ TEST(Latency, IsNoneWhenOnlyTheSoundBeforeRingsOn)
     auto recording = silence(100);
     play(recording, 10 * cycleFrames, 0.5F, 20 * cycleFrames);
 
-    EXPECT_THAT(latency(recording, at(18ms), at(60ms), soundFloor), Eq(std::nullopt));
+    EXPECT_THAT(latency(recording, at(18ms), at(60ms), listening), Eq(std::nullopt));
 }
 
 TEST(Latency, IsTakenToWhatRisesAboveTheRinging)
@@ -120,7 +136,7 @@ TEST(Latency, IsTakenToWhatRisesAboveTheRinging)
     play(recording, 10 * cycleFrames, 0.1F, 20 * cycleFrames);
     play(recording, 20 * cycleFrames, 0.3F);
 
-    EXPECT_THAT(latency(recording, at(18ms), at(60ms), soundFloor), Optional(Eq(2ms)));
+    EXPECT_THAT(latency(recording, at(18ms), at(60ms), listening), Optional(Eq(2ms)));
 }
 
 TEST(Distribution, TellsTheMiddleTheTailAndTheWorst)
