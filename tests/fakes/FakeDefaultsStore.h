@@ -30,6 +30,12 @@ public:
         written.insert_or_assign(std::string(key), std::move(value));
     }
 
+    void removeValue(std::string_view key) override
+    {
+        if (const auto found = written.find(key); found != written.end())
+            written.erase(found);
+    }
+
     Values registered;
     Values written;
 };

@@ -90,6 +90,15 @@ void FileDefaultsStore::setValue(std::string_view key, DefaultsValue value)
     write();
 }
 
+void FileDefaultsStore::removeValue(std::string_view key)
+{
+    const auto member = m_stored->find(key);
+    if (member == m_stored->end())
+        return;
+    m_stored->erase(member);
+    write();
+}
+
 // Replaces the file by renaming, so that a reader and a killed process meet either the old settings
 // or the new. There is no fsync: it would cost milliseconds of every key that falls into a drag of
 // the volume slider.

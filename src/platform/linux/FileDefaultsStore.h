@@ -26,6 +26,7 @@ public:
     void registerDefaults(std::map<std::string, DefaultsValue, std::less<>> defaults) override;
     [[nodiscard]] std::optional<DefaultsValue> value(std::string_view key) const override;
     void setValue(std::string_view key, DefaultsValue value) override;
+    void removeValue(std::string_view key) override;
 
 private:
     void write() const;

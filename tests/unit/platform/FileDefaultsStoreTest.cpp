@@ -102,6 +102,31 @@ TEST_F(FileDefaultsStoreTest, MembersOfAnotherVersionAreKept)
     EXPECT_THAT(store().value("enabled"), Optional(DefaultsValue(false)));
 }
 
+TEST_F(FileDefaultsStoreTest, RemovedValueIsForgottenAcrossARestart)
+{
+    auto first = store();
+    first.registerDefaults({{"volume", 0.8}});
+    first.setValue("volume", 0.25);
+    first.setValue("enabled", false);
+
+    first.removeValue("volume");
+
+    EXPECT_THAT(first.value("volume"), Optional(DefaultsValue(0.8)));
+    EXPECT_THAT(store().value("volume"), Eq(std::nullopt));
+    EXPECT_THAT(store().value("enabled"), Optional(DefaultsValue(false)));
+}
+
+TEST_F(FileDefaultsStoreTest, RemovingWhatIsNotStoredWritesNothing)
+{
+    auto defaults = store();
+    defaults.registerDefaults({{"volume", 0.8}});
+
+    defaults.removeValue("volume");
+
+    EXPECT_THAT(defaults.value("volume"), Optional(DefaultsValue(0.8)));
+    EXPECT_FALSE(std::filesystem::exists(m_file));
+}
+
 TEST_F(FileDefaultsStoreTest, ValueIsInMemoryWhenTheFolderCannotBeWritten)
 {
     std::ofstream(m_folder.path() / "Clavo") << "a file where the folder should be";
