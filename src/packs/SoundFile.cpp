@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "packs/SoundFile.h"
 
-#include "packs/RegularFile.h"
+#include "files/RegularFile.h"
 
 #include <sndfile.h>
 #include <soxr.h>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "packs/SoundPack.h"
 
+#include "files/RegularFile.h"
 #include "log/Fatal.h"
 #include "packs/Manifest.h"
-#include "packs/RegularFile.h"
 
 #include <fmt/format.h>
 

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "packs/RegularFile.h"
+#include "files/RegularFile.h"
+
+#include "files/Descriptor.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -7,29 +9,6 @@
 
 namespace clavo
 {
-namespace
-{
-
-/// An open file, closed with it. Negative: there is none.
-class Descriptor
-{
-public:
-    explicit Descriptor(int number) : m_number(number) {}
-    ~Descriptor()
-    {
-        if (m_number >= 0)
-            ::close(m_number);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    [[nodiscard]] int number() const { return m_number; }
-
-private:
-    int m_number;
-};
-
-} // namespace
 
 std::optional<std::string> readRegularFile(const std::filesystem::path& path,
                                            std::uint64_t maximumSize)
