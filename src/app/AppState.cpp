@@ -4,19 +4,31 @@
 #include "log/Log.h"
 #include "packs/PackLibrary.h"
 
-#include <QTimer>
-
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
 namespace clavo
 {
-AppState::AppState(Platform platform, Uptime uptime, SoundEngine::RunLater runLater)
-    : m_platform(std::move(platform)), m_uptime(std::move(uptime)),
+namespace
+{
+
+constexpr std::string_view permissionRelaunchKey = "permissionRelaunch"; // Seconds since 1970.
+constexpr double relaunchGuard = 60; // Seconds; an automatic relaunch needs a longer gap.
+
+} // namespace
+
+AppState::AppState(Platform platform, Surroundings surroundings)
+    : m_platform(std::move(platform)), m_surroundings(std::move(surroundings)),
       m_hasPermission(m_platform.inputAccess->isGranted()),
-      m_sound(*m_platform.audioOutput, std::move(runLater)),
-      m_input(*m_platform.eventTap, *m_platform.secureInput, *m_platform.screens)
+      m_sound(*m_platform.audioOutput, m_surroundings.runLater),
+      m_input(*m_platform.eventTap, *m_platform.secureInput, *m_platform.screens),
+      m_permissionWait({
+          .runLater = m_surroundings.runLater,
+          .uptime = m_surroundings.uptime,
+          .isListening = [this] { return m_hasPermission; },
+          .ask = m_surroundings.askFreshProcess,
+          .onGranted = [this] { relaunchForPermission(); },
+      })
 {
     m_settings = readSettings(*m_platform.defaults);
     m_sound.setVolume(static_cast<float>(m_settings.volume));
@@ -28,20 +40,8 @@ AppState::AppState(Platform platform, Uptime uptime, SoundEngine::RunLater runLa
                 m_sound.wake();
         });
     };
-    startListening();
-}
-
-double AppState::systemUptime()
-{
-    using Seconds = std::chrono::duration<double>;
-    return Seconds(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
-
-void AppState::runOnMainQueue(std::chrono::milliseconds delay, std::function<void()> task)
-{
-    // The analyser cannot see that Qt owns the task.
-    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
-    QTimer::singleShot(delay, Qt::PreciseTimer, std::move(task));
+    if (!startListening())
+        requestPermission();
 }
 
 void AppState::change(bool Settings::*setting, std::string_view key, bool value,
@@ -142,6 +142,27 @@ bool AppState::startListening()
     if (listening != previous)
         emit hasPermissionChanged();
     return listening;
+}
+
+void AppState::requestPermission()
+{
+    if (!m_platform.inputAccess->request())
+        m_platform.inputAccess->showSettings();
+    m_permissionWait.start();
+}
+
+void AppState::relaunchForPermission()
+{
+    const auto now = m_surroundings.wallClock();
+    const auto last = m_platform.defaults->value(permissionRelaunchKey).value_or(0.0);
+    const auto* const lastTime = std::get_if<double>(&last);
+    if (now - (lastTime ? *lastTime : 0) > relaunchGuard) {
+        m_platform.defaults->setValue(permissionRelaunchKey, now);
+        log::notice("autorisation accordée : relance de Clavo");
+        return;
+    }
+    if (!std::exchange(m_needsRelaunch, true))
+        emit needsRelaunchChanged();
 }
 
 } // namespace clavo

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/PermissionWait.h"
 #include "app/Settings.h"
 #include "audio/SoundEngine.h"
 #include "input/InputMonitor.h"
@@ -31,18 +32,23 @@ class AppState : public QObject
     Q_PROPERTY(bool scrollSounds READ scrollSounds WRITE setScrollSounds NOTIFY scrollSoundsChanged)
     Q_PROPERTY(bool spatial READ spatial WRITE setSpatial NOTIFY spatialChanged)
     Q_PROPERTY(bool hasPermission READ hasPermission NOTIFY hasPermissionChanged)
+    Q_PROPERTY(bool needsRelaunch READ needsRelaunch NOTIFY needsRelaunchChanged)
 
 public:
-    /// Seconds since the system's start.
-    using Uptime = std::function<double()>;
+    /// Time and other processes, as the state sees them.
+    struct Surroundings {
+        std::function<double()> uptime;    // Seconds since the system's start.
+        std::function<double()> wallClock; // Seconds since 1970.
+        SoundEngine::RunLater runLater;
+        PermissionWait::Ask askFreshProcess;
+    };
 
     /// The one instance of the program, made on first use for the platform it runs on and kept
     /// until the process ends.
     static AppState& shared();
 
     /// Reads the settings, loads the packs and starts listening.
-    explicit AppState(Platform platform, Uptime uptime = systemUptime,
-                      SoundEngine::RunLater runLater = runOnMainQueue);
+    AppState(Platform platform, Surroundings surroundings);
 
     void setEnabled(bool enabled);
     /// Master volume, 0 to 1.
@@ -58,6 +64,10 @@ public:
     /// Reads the list of packs again and loads the selected one.
     void reloadPacks();
 
+    /// Asks for the permission to listen and waits for it; shows the user where it is granted if it
+    /// is not yet.
+    void requestPermission();
+
     [[nodiscard]] bool enabled() const { return m_settings.enabled; }
     [[nodiscard]] double volume() const { return m_settings.volume; }
     [[nodiscard]] QString packID() const { return QString::fromStdString(m_settings.packID); }
@@ -67,15 +77,15 @@ public:
     [[nodiscard]] bool spatial() const { return m_settings.spatial; }
     /// The input monitor is listening.
     [[nodiscard]] bool hasPermission() const { return m_hasPermission; }
+    /// The permission was granted, but the program has just relaunched itself for it and leaves the
+    /// next time to the user.
+    [[nodiscard]] bool needsRelaunch() const { return m_needsRelaunch; }
 
     [[nodiscard]] const std::vector<SoundPack>& packs() const { return m_packs; }
     /// The pack with the selected id, the first one where none has it, null where there is no pack.
     [[nodiscard]] const SoundPack* selectedPack() const;
     [[nodiscard]] SoundEngine& sound() { return m_sound; }
     [[nodiscard]] const SoundEngine& sound() const { return m_sound; }
-
-    [[nodiscard]] static double systemUptime();
-    static void runOnMainQueue(std::chrono::milliseconds delay, std::function<void()> task);
 
 signals:
     void enabledChanged();
@@ -86,6 +96,7 @@ signals:
     void scrollSoundsChanged();
     void spatialChanged();
     void hasPermissionChanged();
+    void needsRelaunchChanged();
     void packsChanged();
 
 private:
@@ -94,6 +105,7 @@ private:
     void loadPacks();
     void loadSelectedPack();
     bool startListening();
+    void relaunchForPermission();
 
     void handle(const InputMonitor::Event& event);
     void handle(const InputMonitor::Key& key);
@@ -101,13 +113,15 @@ private:
     void handle(const InputMonitor::Scroll& scroll);
 
     Platform m_platform;
-    Uptime m_uptime;
+    Surroundings m_surroundings;
     Settings m_settings;
     std::vector<SoundPack> m_packs;
     bool m_hasPermission = false;
+    bool m_needsRelaunch = false;
     double m_lastScroll = 0; // Uptime of the last tick played, seconds.
     SoundEngine m_sound;
     InputMonitor m_input;
+    PermissionWait m_permissionWait;
 };
 
 } // namespace clavo

@@ -54,7 +54,7 @@ void AppState::handle(const InputMonitor::Scroll& scroll)
 {
     if (!m_settings.enabled || !m_settings.scrollSounds)
         return;
-    const auto now = m_uptime();
+    const auto now = m_surroundings.uptime();
     if (!(now - m_lastScroll > scrollInterval))
         return;
     m_lastScroll = now;

@@ -22,6 +22,7 @@ struct Platform {
     std::unique_ptr<AudioOutput> audioOutput;
     std::unique_ptr<InputAccess> inputAccess;
     std::unique_ptr<DefaultsStore> defaults;
+    std::filesystem::path executable;         // Of the running program.
     std::filesystem::path resources;          // Of the application; empty where there are none.
     std::filesystem::path applicationSupport; // Of the current user.
 };

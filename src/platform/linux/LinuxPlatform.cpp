@@ -29,11 +29,10 @@ fs::path userFolder(const char* variable, const char* belowHome)
     return folder.is_absolute() ? folder : fs::path(environment("HOME")) / belowHome;
 }
 
-fs::path resourcesFolder()
+fs::path resourcesFolder(const fs::path& executable)
 {
     std::error_code error;
-    const auto program = fs::read_symlink("/proc/self/exe", error);
-    const auto folder = program.parent_path().parent_path() / "share" / "clavo";
+    const auto folder = executable.parent_path().parent_path() / "share" / "clavo";
     return fs::is_directory(folder, error) ? folder : fs::path{};
 }
 
@@ -50,6 +49,8 @@ class LinuxInputAccess : public InputAccess
 {
 public:
     [[nodiscard]] bool isGranted() const override { return isX11Session(); }
+    bool request() override { return isGranted(); }
+    void showSettings() override {}
 };
 
 } // namespace
@@ -70,7 +71,9 @@ Platform makePlatform()
     platform.inputAccess = makeInputAccess();
     platform.defaults = std::make_unique<FileDefaultsStore>(
         userFolder("XDG_CONFIG_HOME", ".config") / "Clavo" / "settings.json");
-    platform.resources = resourcesFolder();
+    std::error_code error;
+    platform.executable = fs::read_symlink("/proc/self/exe", error);
+    platform.resources = resourcesFolder(platform.executable);
     platform.applicationSupport = userFolder("XDG_DATA_HOME", ".local/share");
     return platform;
 }

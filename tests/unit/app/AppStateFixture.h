@@ -9,6 +9,7 @@
 #include "fakes/FakeInputAccess.h"
 #include "fakes/FakeScreens.h"
 #include "fakes/FakeSecureInput.h"
+#include "fakes/SimulatedTime.h"
 #include "fakes/TemporaryFolder.h"
 #include "log/Log.h"
 
@@ -68,11 +69,7 @@ protected:
     AppState& state()
     {
         if (!m_state)
-            m_state = std::make_unique<AppState>(
-                platform(), [this] { return uptime; },
-                [this](std::chrono::milliseconds, std::function<void()> task) {
-                    m_tasks.push_back(std::move(task));
-                });
+            m_state = std::make_unique<AppState>(platform(), surroundings());
         return *m_state;
     }
 
@@ -93,13 +90,6 @@ protected:
         audio->render({left, right});
     }
 
-    /// Runs what was put off until later, in one go.
-    void runTasks()
-    {
-        for (const auto& task : std::exchange(m_tasks, {}))
-            task();
-    }
-
     void press(std::int64_t code) { key(RawEventType::keyDown, code); }
     void release(std::int64_t code) { key(RawEventType::keyUp, code); }
     void key(std::uint32_t type, std::int64_t code)
@@ -116,9 +106,23 @@ protected:
 
     std::map<std::string, DefaultsValue, std::less<>> stored; // Before the state is made.
     bool permission = true;
-    double uptime = 1000;
+    SimulatedTime time; // Of the main queue, and how far both clocks are past their start.
+    static constexpr double bootedFor = 1000;       // Seconds, at the start of `time`.
+    static constexpr double startedAt = 1.75e9;     // Seconds since 1970, at the start of `time`.
+    std::function<void(bool granted)> freshProcess; // Answers the latest question; empty before.
 
 private:
+    AppState::Surroundings surroundings()
+    {
+        const auto seconds = [this] { return std::chrono::duration<double>(time.now()).count(); };
+        return {
+            .uptime = [=] { return bootedFor + seconds(); },
+            .wallClock = [=] { return startedAt + seconds(); },
+            .runLater = [this](auto delay, auto task) { time.runLater(delay, std::move(task)); },
+            .askFreshProcess = [this](auto receiver) { freshProcess = std::move(receiver); },
+        };
+    }
+
     Platform platform()
     {
         Platform made;
@@ -164,7 +168,6 @@ private:
     }
 
     TemporaryFolder m_folder;
-    std::vector<std::function<void()>> m_tasks;
     std::unique_ptr<AppState> m_state;
 };
 

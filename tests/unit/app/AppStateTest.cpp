@@ -10,6 +10,7 @@ namespace clavo
 namespace
 {
 
+using namespace std::chrono_literals;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::FloatEq;
@@ -163,6 +164,36 @@ TEST_F(AppStateTest, ReloadFindsNewPacks)
 
     EXPECT_EQ(state().packs().size(), 3U);
     EXPECT_EQ(lines().back(), "pack chargé : cherrymx-red-abs");
+}
+
+TEST_F(AppStateTest, AsksNobodyForAPermissionItHas)
+{
+    state();
+    time.advance(60s);
+
+    EXPECT_EQ(access->requests, 0);
+    EXPECT_FALSE(freshProcess);
+}
+
+TEST_F(AppStateTest, WithoutPermissionItAsksAndShowsWhereItIsGranted)
+{
+    permission = false;
+
+    EXPECT_FALSE(state().needsRelaunch());
+    EXPECT_EQ(access->requests, 1);
+    EXPECT_EQ(access->settingsShown, 1);
+    time.advance(2s);
+    EXPECT_TRUE(freshProcess);
+}
+
+TEST_F(AppStateTest, APermissionGrantedAtTheRequestNeedsNoSettings)
+{
+    state();
+
+    state().requestPermission();
+
+    EXPECT_EQ(access->requests, 1);
+    EXPECT_EQ(access->settingsShown, 0);
 }
 
 class WithoutPacks : public AppStateFixture

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <cmath>
 #include <numbers>
 
@@ -11,6 +12,7 @@ namespace clavo
 namespace
 {
 
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::FloatNear;
 using testing::IsEmpty;
@@ -149,8 +151,8 @@ TEST_F(EventRouting, ScrollingTicksTwentyTimesASecond)
     state().setScrollSounds(true);
 
     for (int event = 0; event < 100; ++event) {
-        uptime = 1000 + event * 0.010;
         click(RawEventType::scrollWheel, 0);
+        time.advance(10ms);
     }
 
     EXPECT_EQ(played(), 20);
@@ -159,13 +161,12 @@ TEST_F(EventRouting, ScrollingTicksTwentyTimesASecond)
 TEST_F(EventRouting, TickNeedsMoreThanTheIntervalSinceTheLast)
 {
     state().setScrollSounds(true);
-    uptime = 1;
     click(RawEventType::scrollWheel, 0);
 
-    uptime = 1.0449;
+    time.advance(44ms);
     click(RawEventType::scrollWheel, 0);
     EXPECT_EQ(played(), 1);
-    uptime = 1.0451;
+    time.advance(2ms);
     click(RawEventType::scrollWheel, 0);
     EXPECT_EQ(played(), 2);
 }
@@ -195,8 +196,7 @@ TEST_F(EventRouting, PointerMotionWakesAPausedOutput)
 {
     press(keyA);
     letRingOut();
-    runTasks();
-    runTasks();
+    time.advance(2 * SoundEngine::idleTime);
     ASSERT_FALSE(audio->isRunning());
 
     tap->movePointer();
@@ -207,8 +207,7 @@ TEST_F(EventRouting, PointerMotionWakesAPausedOutput)
 TEST_F(EventRouting, PointerMotionLeavesAPausedOutputAloneWhenSwitchedOff)
 {
     state().setEnabled(false);
-    runTasks();
-    runTasks();
+    time.advance(2 * SoundEngine::idleTime);
     ASSERT_FALSE(audio->isRunning());
 
     tap->movePointer();
