@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/DefaultsStore.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace clavo
+{
+
+/// The language that the user wants the interface in, in the order in which they are offered.
+enum class AppLanguage { system, en, fr, de };
+
+inline constexpr std::array allAppLanguages{AppLanguage::system, AppLanguage::en, AppLanguage::fr,
+                                            AppLanguage::de};
+
+/// The language's text among the settings.
+[[nodiscard]] constexpr std::string_view rawValue(AppLanguage language)
+{
+    constexpr std::array<std::string_view, allAppLanguages.size()> texts{"system", "en", "fr",
+                                                                         "de"};
+    return texts[static_cast<std::size_t>(language)];
+}
+
+/// The language whose text is exactly the given one, if there is one.
+[[nodiscard]] constexpr std::optional<AppLanguage> appLanguage(std::string_view text)
+{
+    const auto* const found = std::ranges::find(allAppLanguages, text, rawValue);
+    return found == allAppLanguages.end() ? std::nullopt : std::optional(*found);
+}
+
+/// The setting under which apply() stores the languages that come before the system's.
+inline constexpr std::string_view preferredLanguagesKey = "AppleLanguages";
+
+/// Stores the language as the one that the next start prefers; `system` removes what was stored.
+void apply(AppLanguage language, DefaultsStore& store);
+
+/// Every language of the user as a BCP 47 name, best first: those stored by apply(), then the
+/// system's.
+[[nodiscard]] std::vector<std::string>
+preferredLanguages(const DefaultsStore& store, std::span<const std::string> systemLanguages);
+
+/// The interface language for a list of BCP 47 or locale names ("fr-CA", "de_AT.UTF-8"), best
+/// first: the first that the interface is translated to, English where none is. Never `system`.
+[[nodiscard]] AppLanguage interfaceLanguage(std::span<const std::string> preferred);
+
+} // namespace clavo

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#include "app/CommandLine.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+#include <utility>
+
+namespace clavo
+{
+namespace
+{
+
+command::Misuse misuse(std::string_view what, std::string_view argument)
+{
+    return {fmt::format("clavo: {} '{}'\nTry 'clavo --help'.\n", what, argument)};
+}
+
+} // namespace
+
+Command parseCommandLine(std::span<const char* const> arguments)
+{
+    // Anywhere, even where the name of a folder is expected.
+    const auto isAccessCheck = [](std::string_view argument) {
+        return argument == "--check-input-access";
+    };
+    if (std::ranges::any_of(arguments, isAccessCheck))
+        return command::CheckInputAccess{};
+
+    Command wanted = command::Start{};
+    const auto want = [&](Command command) {
+        if (command.index() < wanted.index())
+            wanted = std::move(command);
+    };
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string_view argument = arguments[i];
+        const bool hasNext = i + 1 < arguments.size();
+        if (argument == "--help")
+            want(command::ShowHelp{});
+        else if (argument == "--version")
+            want(command::ShowVersion{});
+        else if (argument == "--toggle")
+            want(command::Toggle{});
+        else if (argument == replaceOption)
+            want(command::Replace{});
+        else if (argument == "--screenshots" && hasNext)
+            want(command::TakeScreenshots{arguments[++i]});
+        else if (argument == "--scene" && hasNext)
+            want(command::ShowScene{arguments[++i]});
+        else if (argument == "--screenshots" || argument == "--scene")
+            continue;
+        else if (argument.starts_with("-"))
+            want(misuse("unknown option", argument));
+        else
+            want(misuse("unexpected argument", argument));
+    }
+    return wanted;
+}
+
+std::string helpText()
+{
+    return R"(Usage: clavo [OPTION]
+
+Makes the keyboard, the mouse and the scroll wheel sound like a mechanical keyboard.
+Without an option Clavo starts; where it runs already, the panel of the running one opens.
+
+Options:
+  --toggle               turn the sounds of the running Clavo on or off
+  --replace              start in the place of the running Clavo
+  --check-input-access   exit with 0 if input may be heard and with 1 if not; start nothing
+  --screenshots DIR      draw the presentation's pictures into DIR and exit
+  --scene NAME           show a scene with demonstration data: menu, stats or general
+  --version              print the version and exit
+  --help                 print this text and exit
+
+Environment:
+  CLAVO_AUDIO=OUTPUT     play through this output alone: pipewire, pulse or none
+  CLAVO_QUANTUM=FRAMES   wish for this period of the sound server, 16 to 8192; 128 if not set
+  CLAVO_LOG=stderr       write the log to the standard error, not to the journal
+  CLAVO_LOG_LEVEL=debug  log more; what is typed is never logged
+
+Exit status: 0 done, 1 not possible, 2 command line not understood.
+)";
+}
+
+std::string versionText()
+{
+    return "clavo " CLAVO_VERSION "\n";
+}
+
+} // namespace clavo

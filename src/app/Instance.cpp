@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#include "app/Instance.h"
+
+#include <cstdlib>
+
+namespace clavo
+{
+namespace
+{
+
+constexpr auto noAnswer = "clavo: the running Clavo does not answer; 'clavo --replace' takes its "
+                          "place\n";
+
+} // namespace
+
+std::optional<int> startOrOpenPanel(Instance& instance, std::ostream& errors)
+{
+    // The other one may end in between. Its place is free then, unless a third one took it.
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        if (instance.claim() != Instance::Standing::second)
+            return std::nullopt;
+        switch (instance.send(Instance::Request::openPanel)) {
+        case Instance::Delivery::delivered:
+            return EXIT_SUCCESS;
+        case Instance::Delivery::noAnswer:
+            errors << noAnswer;
+            return EXIT_FAILURE;
+        case Instance::Delivery::nobodyRuns:
+            break;
+        }
+    }
+    return std::nullopt;
+}
+
+int toggleRunning(Instance& instance, std::ostream& errors)
+{
+    switch (instance.send(Instance::Request::toggle)) {
+    case Instance::Delivery::delivered:
+        return EXIT_SUCCESS;
+    case Instance::Delivery::noAnswer:
+        errors << noAnswer;
+        break;
+    case Instance::Delivery::nobodyRuns:
+        errors << "clavo: Clavo is not running\n";
+        break;
+    }
+    return EXIT_FAILURE;
+}
+
+} // namespace clavo

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <ostream>
+
+namespace clavo
+{
+
+/// The one instance of the application that a user's session has, whichever process that is.
+///
+/// claim() comes before anything that two instances must not both have. No call takes longer than
+/// three seconds, however the other instance hangs.
+/// Thread: main. The receiver is called from the main loop, one request at a time.
+class Instance
+{
+public:
+    enum class Standing {
+        first,   // This process is the instance until it ends.
+        second,  // Another process is.
+        unknown, // There is no telling.
+    };
+    enum class Request { openPanel, toggle, quit };
+    enum class Delivery { delivered, nobodyRuns, noAnswer };
+    using Receiver = std::function<void(Request)>;
+
+    virtual ~Instance() = default;
+
+    /// Makes this process the instance, if no other one is.
+    [[nodiscard]] virtual Standing claim() = 0;
+    /// Has the other instance quit, if there is one, and makes this process the instance when it
+    /// has ended. `second` if it does not end in time.
+    [[nodiscard]] virtual Standing replace() = 0;
+    /// Asks the instance, which must be another process.
+    [[nodiscard]] virtual Delivery send(Request request) = 0;
+    /// Calls the receiver with every request made since this process is the instance.
+    virtual void receive(Receiver receiver) = 0;
+};
+
+/// Makes this process the instance, or has the one that runs open its panel. The status to exit
+/// with, or nothing if this process is to run; `errors` gets what the user must know.
+[[nodiscard]] std::optional<int> startOrOpenPanel(Instance& instance, std::ostream& errors);
+
+/// Has the running instance turn the sounds on or off. The status to exit with.
+[[nodiscard]] int toggleRunning(Instance& instance, std::ostream& errors);
+
+} // namespace clavo

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "app/Instance.h"
+
+#include "fakes/FakeInstance.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace clavo
+{
+namespace
+{
+
+using testing::ElementsAre;
+using testing::Eq;
+using testing::IsEmpty;
+using testing::Optional;
+using Delivery = Instance::Delivery;
+using Request = Instance::Request;
+using Standing = Instance::Standing;
+
+class InstanceTest : public testing::Test
+{
+protected:
+    FakeInstance m_instance;
+    std::ostringstream m_errors;
+};
+
+TEST_F(InstanceTest, FirstStartRuns)
+{
+    EXPECT_EQ(startOrOpenPanel(m_instance, m_errors), std::nullopt);
+    EXPECT_THAT(m_instance.sent, IsEmpty());
+}
+
+TEST_F(InstanceTest, StartRunsWhereThereIsNoTelling)
+{
+    m_instance.standing = Standing::unknown;
+
+    EXPECT_EQ(startOrOpenPanel(m_instance, m_errors), std::nullopt);
+    EXPECT_THAT(m_instance.sent, IsEmpty());
+}
+
+TEST_F(InstanceTest, SecondStartOpensTheFirstOnesPanelAndEnds)
+{
+    m_instance.standing = Standing::second;
+
+    EXPECT_THAT(startOrOpenPanel(m_instance, m_errors), Optional(0));
+    EXPECT_THAT(m_instance.sent, ElementsAre(Request::openPanel));
+    EXPECT_EQ(m_errors.str(), "");
+}
+
+TEST_F(InstanceTest, StartTakesThePlaceOfAnInstanceThatEndsMeanwhile)
+{
+    m_instance.standing = Standing::second;
+    m_instance.otherEnds = true;
+
+    EXPECT_EQ(startOrOpenPanel(m_instance, m_errors), std::nullopt);
+    EXPECT_EQ(m_instance.claims, 2);
+    EXPECT_EQ(m_instance.standing, Standing::first);
+}
+
+TEST_F(InstanceTest, SecondStartTellsOfAnInstanceThatHangs)
+{
+    m_instance.standing = Standing::second;
+    m_instance.delivery = Delivery::noAnswer;
+
+    EXPECT_THAT(startOrOpenPanel(m_instance, m_errors), Optional(1));
+    EXPECT_EQ(m_errors.str(),
+              "clavo: the running Clavo does not answer; 'clavo --replace' takes its place\n");
+}
+
+TEST_F(InstanceTest, ToggleAsksTheRunningInstanceAndClaimsNothing)
+{
+    EXPECT_EQ(toggleRunning(m_instance, m_errors), 0);
+    EXPECT_THAT(m_instance.sent, ElementsAre(Request::toggle));
+    EXPECT_EQ(m_instance.claims, 0);
+    EXPECT_EQ(m_errors.str(), "");
+}
+
+TEST_F(InstanceTest, ToggleWithNobodyRunningFailsWithAMessage)
+{
+    m_instance.delivery = Delivery::nobodyRuns;
+
+    EXPECT_EQ(toggleRunning(m_instance, m_errors), 1);
+    EXPECT_EQ(m_errors.str(), "clavo: Clavo is not running\n");
+}
+
+TEST_F(InstanceTest, ToggleOfAnInstanceThatHangsFailsWithAMessage)
+{
+    m_instance.delivery = Delivery::noAnswer;
+
+    EXPECT_EQ(toggleRunning(m_instance, m_errors), 1);
+    EXPECT_THAT(m_errors.str(), testing::HasSubstr("does not answer"));
+}
+
+} // namespace
+} // namespace clavo

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "app/LoginItem.h"
+
+#include "fakes/FakeLoginItem.h"
+#include "log/Log.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace clavo
+{
+namespace
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+using Status = LoginItem::Status;
+
+class LaunchAtLogin : public testing::Test
+{
+protected:
+    LaunchAtLogin()
+    {
+        lines().clear();
+        log::setSink([](log::Level level, std::string_view line) {
+            lines().emplace_back(level, std::string(line));
+        });
+    }
+
+    static std::vector<std::pair<log::Level, std::string>>& lines()
+    {
+        static std::vector<std::pair<log::Level, std::string>> all;
+        return all;
+    }
+
+    FakeLoginItem m_item;
+};
+
+TEST_F(LaunchAtLogin, WishThatIsFulfilledAlreadyCallsNothing)
+{
+    m_item.current = Status::enabled;
+    setLaunchAtLogin(m_item, true);
+    for (const auto status : {Status::notRegistered, Status::requiresApproval, Status::notFound}) {
+        m_item.current = status;
+        setLaunchAtLogin(m_item, false);
+    }
+
+    EXPECT_EQ(m_item.registrations, 0);
+    EXPECT_EQ(m_item.unregistrations, 0);
+}
+
+TEST_F(LaunchAtLogin, WishForItRegistersWhateverTheOtherStatusIs)
+{
+    int calls = 0;
+    for (const auto status : {Status::notRegistered, Status::requiresApproval, Status::notFound}) {
+        m_item.current = status;
+
+        setLaunchAtLogin(m_item, true);
+
+        EXPECT_EQ(m_item.current, Status::enabled);
+        EXPECT_EQ(m_item.registrations, ++calls);
+    }
+    EXPECT_EQ(m_item.unregistrations, 0);
+}
+
+TEST_F(LaunchAtLogin, WishAgainstItUnregisters)
+{
+    m_item.current = Status::enabled;
+
+    setLaunchAtLogin(m_item, false);
+
+    EXPECT_EQ(m_item.current, Status::notRegistered);
+    EXPECT_EQ(m_item.registrations, 0);
+    EXPECT_THAT(lines(), IsEmpty());
+}
+
+TEST_F(LaunchAtLogin, FailureIsOneLogLine)
+{
+    m_item.error = "Operation not permitted";
+    setLaunchAtLogin(m_item, true);
+    m_item.current = Status::enabled;
+    setLaunchAtLogin(m_item, false);
+
+    const auto line = Pair(log::Level::Error, "Clavo: lancement au démarrage impossible: "
+                                              "Operation not permitted");
+    EXPECT_THAT(lines(), ElementsAre(line, line));
+}
+
+} // namespace
+} // namespace clavo
