@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#include "ui/QmlModules.h"
+
+// Of the code that is generated for the modules. Nothing else refers to it, so the linker would
+// leave it out.
+void qml_register_types_Clavo();
+void qml_register_types_Clavo_Controls();
+
+namespace clavo
+{
+
+void registerQmlModules()
+{
+    qml_register_types_Clavo();
+    qml_register_types_Clavo_Controls();
+}
+
+} // namespace clavo

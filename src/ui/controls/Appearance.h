@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QColor>
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+
+#include <optional>
+
+class QJSEngine;
+class QQmlEngine;
+
+namespace clavo
+{
+
+/// What a desktop says of its look, where it says anything.
+struct AppearanceWish {
+    std::optional<bool> isDark;
+    std::optional<QColor> accent;
+};
+
+/// How the desktop looks at the moment: light or dark, and its accent colour. Both are taken from
+/// the application's palette and follow it live; a desktop's own word goes before the palette.
+/// Thread: main.
+class Appearance : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(bool dark READ isDark NOTIFY changed)
+    Q_PROPERTY(QColor accent READ accent NOTIFY changed)
+
+public:
+    /// The one instance of the process, which outlives every QML engine.
+    static Appearance& shared();
+    static Appearance* create(QQmlEngine* engine, QJSEngine* scriptEngine);
+
+    Appearance();
+
+    /// Lets the desktop's own word go before the palette.
+    void setWish(const AppearanceWish& wish);
+
+    [[nodiscard]] bool isDark() const;
+    [[nodiscard]] QColor accent() const;
+
+    /// The colour itself where its contrast to the background is at least `ratio` (1 to 21), else
+    /// the nearest lighter or darker one of its hue whose contrast is; where none is, black or
+    /// white.
+    [[nodiscard]] Q_INVOKABLE static QColor readable(const QColor& color, const QColor& background,
+                                                     double ratio);
+    /// The ratio of two opaque colours' relative luminances, 1 to 21, as WCAG 2 defines it.
+    [[nodiscard]] Q_INVOKABLE static double contrast(const QColor& one, const QColor& other);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+signals:
+    void changed();
+
+private:
+    AppearanceWish m_wish;
+};
+
+} // namespace clavo

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QColor>
+#include <QQuickPaintedItem>
+#include <QString>
+#include <QSvgRenderer>
+
+namespace clavo
+{
+
+/// One of the program's own symbols in one colour, drawn anew for every size and scale. A name
+/// without a symbol draws nothing.
+class Symbol : public QQuickPaintedItem
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged)
+    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
+    /// Width and height of the square it is drawn in, in device-independent pixels.
+    Q_PROPERTY(double size READ size WRITE setSize NOTIFY sizeChanged)
+
+public:
+    explicit Symbol(QQuickItem* parent = nullptr);
+
+    void setName(const QString& name);
+    void setColor(const QColor& color);
+    void setSize(double size);
+
+    [[nodiscard]] QString name() const { return m_name; }
+    [[nodiscard]] QColor color() const { return m_color; }
+    [[nodiscard]] double size() const { return implicitWidth(); }
+    /// There is a symbol of this name.
+    [[nodiscard]] bool isValid() const { return m_picture.isValid(); }
+
+    void paint(QPainter* painter) override;
+
+signals:
+    void nameChanged();
+    void colorChanged();
+    void sizeChanged();
+
+private:
+    QString m_name;
+    QColor m_color = Qt::black;
+    QSvgRenderer m_picture;
+};
+
+} // namespace clavo

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+pragma Singleton
+import QtQuick
+import Clavo.Controls
+
+// Everything visual in one place. Sizes are device-independent pixels, durations milliseconds.
+QtObject {
+    readonly property bool dark: Appearance.dark
+
+    readonly property color window: dark ? "#232326" : "#f5f5f7"
+    readonly property color text: dark ? "#f3f3f5" : "#1c1c1f"
+    readonly property color secondaryText: dark ? "#a9a9b0" : "#636369"
+    readonly property color disabledText: dark ? "#6c6c73" : "#a3a3a9"
+    readonly property color accent: Appearance.readable(Appearance.accent, window, 3)
+    readonly property color onAccent: Appearance.contrast("white", accent) >= 2.9 ? "white" : "black"
+    readonly property color orange: dark ? "#ff9f38" : "#dc6a00"
+    readonly property color orangeText: dark ? "#ffb561" : "#9c4a00"
+    readonly property color pink: dark ? "#ff6196" : "#dd2f74"
+    readonly property color green: dark ? "#4fd17f" : "#1a7f3c"
+    readonly property color red: dark ? "#ff8e8a" : "#c9252d"
+
+    // Surfaces, from the back to the front.
+    readonly property color tile: dark ? "#303034" : "#ffffff"
+    readonly property color tileBorder: dark ? "#3b3b40" : "#e3e3e7"
+    readonly property color orangeTile: dark ? "#3a2d1f" : "#fdf0e2"
+    readonly property color orangeTileBorder: dark ? "#59432a" : "#f3d5b3"
+    readonly property color control: dark ? "#3f3f44" : "#ffffff"
+    readonly property color controlHovered: dark ? "#47474c" : "#fafafb"
+    readonly property color controlPressed: dark ? "#38383c" : "#ebebee"
+    readonly property color controlBorder: dark ? "#55555b" : "#cdcdd3"
+    readonly property color track: dark ? "#4b4b51" : "#d6d6dc"
+    readonly property color separator: dark ? "#3b3b40" : "#e0e0e4"
+    readonly property color hover: Qt.alpha(text, 0.07)
+
+    // The font is the desktop's own.
+    readonly property int sectionSize: 10
+    readonly property int captionSize: 11
+    readonly property int rowSize: 12
+    readonly property int bodySize: 13
+    readonly property int titleSize: 14
+    readonly property int figureSize: 16
+    readonly property int largeTitleSize: 26
+
+    readonly property int padding: 14
+    readonly property int spacing: 12
+    readonly property int tileRadius: 10
+    readonly property int rowRadius: 8
+    readonly property int controlRadius: 6
+    readonly property int barRadius: 4
+    readonly property int focusRingWidth: 2
+
+    // How long the pointer rests on a pack before its preview.
+    readonly property int previewDelay: 380
+    readonly property int transition: 120
+}

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#include "ui/QmlModules.h"
+
+#include <QtQuickTest>
+
+namespace
+{
+
+class Setup : public QObject
+{
+    Q_OBJECT
+public slots:
+    void applicationAvailable() { clavo::registerQmlModules(); }
+};
+
+} // namespace
+
+QUICK_TEST_MAIN_WITH_SETUP(clavo, Setup)
+
+#include "main.moc"
