@@ -19,6 +19,7 @@ class Symbol : public QQuickPaintedItem
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
     /// Width and height of the square it is drawn in, in device-independent pixels.
     Q_PROPERTY(double size READ size WRITE setSize NOTIFY sizeChanged)
+    Q_PROPERTY(bool valid READ isValid NOTIFY nameChanged)
 
 public:
     explicit Symbol(QQuickItem* parent = nullptr);
