@@ -58,12 +58,22 @@ protected:
 
     void writePack(const std::string& id, const Levels& press, const Levels& release = {}) const
     {
-        const auto folder = m_folder.path() / "resources" / "Packs" / id;
+        const auto folder = builtInPacks() / id;
         std::filesystem::create_directories(folder / "sounds");
         std::ofstream(folder / "pack.json") << fmt::format(
             R"({{"id": "{0}", "name": "{0}", "detail": "", "category": "linear",)"
             R"("press": {{{1}}}, "release": {{{2}}}}})",
             id, writeSounds(folder, "press", press), writeSounds(folder, "release", release));
+    }
+
+    // Where the state looks for packs.
+    [[nodiscard]] std::filesystem::path builtInPacks() const
+    {
+        return m_folder.path() / "resources" / "Packs";
+    }
+    [[nodiscard]] std::filesystem::path customPacks() const
+    {
+        return m_folder.path() / "support" / "Clavo" / "Packs";
     }
 
     AppState& state()

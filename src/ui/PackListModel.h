@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/AppState.h"
+
+#include <QAbstractListModel>
+#include <QPointer>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+#include <vector>
+
+namespace clavo
+{
+
+/// The packs as the user chooses among them: by category, in the order of categories and within one
+/// in the order of the library. A category without packs has no row. Thread: main.
+class PackListModel : public QAbstractListModel
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(
+        clavo::AppState* appState READ appState WRITE setAppState NOTIFY appStateChanged REQUIRED)
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+    Q_PROPERTY(int selectedRow READ selectedRow NOTIFY selectedRowChanged)
+
+public:
+    enum Role {
+        PackIDRole = Qt::UserRole,
+        NameRole,
+        CategoryTitleRole,
+        SelectedRole, // The row's id is the one among the settings.
+    };
+
+    using QAbstractListModel::QAbstractListModel;
+
+    void setAppState(AppState* state);
+
+    [[nodiscard]] AppState* appState() const { return m_state; }
+    [[nodiscard]] int count() const { return static_cast<int>(m_rows.size()); }
+    /// The first row with the selected id; -1 where there is none.
+    [[nodiscard]] int selectedRow() const;
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+signals:
+    void appStateChanged();
+    void countChanged();
+    void selectedRowChanged();
+
+private:
+    struct Row {
+        QString packID;
+        QString name;
+        PackCategory category;
+    };
+
+    void readPacks();
+    void readSelection();
+
+    QPointer<AppState> m_state;
+    std::vector<Row> m_rows;
+};
+
+} // namespace clavo

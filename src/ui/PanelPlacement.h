@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QPoint>
+#include <QRect>
+#include <QSize>
+
+namespace clavo
+{
+
+/// One screen in device-independent pixels.
+struct ScreenArea {
+    QRect whole;
+    QRect work; // Without the desktop's own panels.
+};
+
+/// From the icon, and from the edges of the work area.
+inline constexpr int panelGap = 6;
+
+/// The largest height that a panel has room for on the screen.
+[[nodiscard]] int largestPanelHeight(const ScreenArea& screen);
+
+/// The top left corner of the panel that belongs to the icon, or to a click, which is a place
+/// without extent: beside the icon, on its side towards the middle of the screen, centred on it as
+/// far as the work area allows.
+[[nodiscard]] QPoint panelPosition(QSize panel, const QRect& icon, const ScreenArea& screen);
+
+} // namespace clavo
