@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDate>
+#include <QDateTime>
+#include <QTimeZone>
+
+#include <chrono>
+#include <string>
+
+namespace clavo
+{
+
+/// Turns moments into the calendar days of one time zone, and days into their keys.
+class DayFormatter
+{
+public:
+    using Moment = std::chrono::system_clock::time_point;
+
+    /// A zone that is not valid counts as UTC.
+    explicit DayFormatter(const QTimeZone& zone);
+
+    /// The key of the moment's day. Costs little while the moments stay on one day.
+    [[nodiscard]] const std::string& key(Moment moment);
+
+    /// The local day that the moment falls on.
+    [[nodiscard]] QDate day(Moment moment) const;
+    /// The day's first moment: midnight, or the end of the leap of a clock that is put forward
+    /// then.
+    [[nodiscard]] QDateTime start(QDate day) const { return day.startOfDay(m_zone); }
+
+    /// Year, month and day of the Gregorian calendar, as in "2026-11-15".
+    [[nodiscard]] static std::string key(QDate day);
+
+private:
+    QTimeZone m_zone;
+    QDate m_lastDay;
+    std::string m_lastKey;
+};
+
+} // namespace clavo

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "stats/StatsStore.h"
+
+#include "files/WholeFile.h"
+#include "stats/SnapshotFile.h"
+
+#include <QDir>
+
+#include <map>
+#include <numeric>
+#include <string>
+#include <system_error>
+#include <utility>
+
+namespace clavo
+{
+namespace
+{
+
+constexpr int chartDays = 14;
+
+constexpr double speedInterval = 60.0;  // Seconds.
+constexpr double recordInterval = 55.0; // Seconds of typing before a speed can be the best.
+constexpr std::size_t charactersPerWord = 5;
+
+// The lifetime total of a long-time user rather than that of the few days shown.
+constexpr std::int64_t demoEarlierKeys = 412380;
+
+std::filesystem::path statsFile(const std::filesystem::path& applicationSupport)
+{
+    const auto folder = applicationSupport / "Clavo";
+    std::error_code ignored;
+    std::filesystem::create_directories(folder, ignored);
+    removeAbandoned(folder);
+    return folder / "stats.json";
+}
+
+std::filesystem::path demoFile()
+{
+    return std::filesystem::path(QDir::tempPath().toStdString()) / "clavo-demo-stats.json";
+}
+
+} // namespace
+
+StatsStore::StatsStore(const std::filesystem::path& applicationSupport,
+                       StatsSurroundings surroundings)
+    : m_surroundings(std::move(surroundings)), m_dayFormatter(m_surroundings.timeZone),
+      m_file(statsFile(applicationSupport)), m_data(loadSnapshot(m_file))
+{
+}
+
+StatsStore::StatsStore(const std::vector<std::int64_t>& demoDays, std::int64_t bestWPM,
+                       StatsSurroundings surroundings)
+    : m_surroundings(std::move(surroundings)), m_dayFormatter(m_surroundings.timeZone),
+      m_file(demoFile())
+{
+    std::map<std::string, std::int64_t> counts;
+    auto day = currentDay().addDays(1 - std::ssize(demoDays));
+    for (const auto count : demoDays) {
+        counts[DayFormatter::key(day)] = count;
+        day = day.addDays(1);
+    }
+    m_data = {.daily = DailyCounts(counts),
+              .bestWPM = bestWPM,
+              .total = std::accumulate(demoDays.begin(), demoDays.end(), demoEarlierKeys)};
+}
+
+StatsStore::~StatsStore() = default;
+
+void StatsStore::record(bool isCharacter)
+{
+    const auto now = m_surroundings.wallClock();
+    const auto previousWPM = m_currentWPM;
+    m_data.daily.increment(m_dayFormatter.key(now));
+    ++m_data.total;
+    if (isCharacter)
+        trackSpeed(now);
+    scheduleSave();
+    emit dataChanged();
+    if (m_currentWPM != previousWPM)
+        emit currentWPMChanged();
+}
+
+void StatsStore::reset()
+{
+    const auto previousWPM = std::exchange(m_currentWPM, 0);
+    m_data = {};
+    m_recentChars.clear();
+    scheduleSave();
+    emit dataChanged();
+    if (previousWPM != 0)
+        emit currentWPMChanged();
+}
+
+// Where the clock was set back, times that lie ahead of it stay until it has caught up with them.
+void StatsStore::trackSpeed(DayFormatter::Moment moment)
+{
+    const auto now = std::chrono::duration<double>(moment.time_since_epoch()).count();
+    m_recentChars.push_back(now);
+    std::erase_if(m_recentChars, [now](double time) { return now - time > speedInterval; });
+    m_currentWPM = static_cast<std::int64_t>(m_recentChars.size() / charactersPerWord);
+    if (now - m_recentChars.front() >= recordInterval && m_data.bestWPM < m_currentWPM)
+        m_data.bestWPM = m_currentWPM;
+}
+
+// The copy is taken now: what is pressed after the last change has a save of its own.
+void StatsStore::scheduleSave()
+{
+    m_saveWork = std::make_shared<const Snapshot>(m_data);
+    m_surroundings.runLater(saveDelay, [this, scheduled = std::weak_ptr(m_saveWork)] {
+        if (scheduled.expired())
+            return;
+        m_surroundings.runInBackground([snapshot = std::exchange(m_saveWork, nullptr),
+                                        file = m_file] { saveSnapshot(*snapshot, file); });
+    });
+}
+
+std::int64_t StatsStore::today() const
+{
+    return count(currentDay());
+}
+
+std::int64_t StatsStore::streak() const
+{
+    auto day = currentDay();
+    if (count(day) < qualifyingCount)
+        day = day.addDays(-1);
+    std::int64_t days = 0;
+    for (; count(day) >= qualifyingCount; day = day.addDays(-1))
+        ++days;
+    return days;
+}
+
+QList<StatsStore::Day> StatsStore::lastDays() const
+{
+    const auto last = currentDay();
+    QList<Day> days;
+    for (int back = chartDays - 1; back >= 0; --back) {
+        const auto day = last.addDays(-back);
+        days.append({m_dayFormatter.start(day), count(day)});
+    }
+    return days;
+}
+
+std::int64_t StatsStore::count(DayFormatter::Moment on) const
+{
+    return count(m_dayFormatter.day(on));
+}
+
+std::int64_t StatsStore::count(QDate day) const
+{
+    return m_data.daily.count(DayFormatter::key(day));
+}
+
+QDate StatsStore::currentDay() const
+{
+    return m_dayFormatter.day(m_surroundings.wallClock());
+}
+
+} // namespace clavo

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+#include "stats/StatsSurroundings.h"
+
+#include "fakes/TemporaryFolder.h"
+#include "stats/SnapshotFile.h"
+#include "stats/StatsStore.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QEventLoop>
+
+#include <algorithm>
+#include <atomic>
+#include <functional>
+#include <future>
+#include <numeric>
+#include <optional>
+#include <thread>
+#include <vector>
+
+namespace clavo
+{
+namespace
+{
+
+using namespace std::chrono_literals;
+
+TEST(BackgroundThread, DoesNotHoldUpTheCaller)
+{
+    const auto run = StatsSurroundings::oneThread();
+    std::promise<void> callerWentOn;
+    std::promise<std::thread::id> thread;
+
+    run([&, mayEnd = callerWentOn.get_future().share()] {
+        mayEnd.wait();
+        thread.set_value(std::this_thread::get_id());
+    });
+    callerWentOn.set_value();
+
+    EXPECT_NE(thread.get_future().get(), std::this_thread::get_id());
+}
+
+TEST(BackgroundThread, RunsOneTaskAtATimeInTheOrderTheyCame)
+{
+    std::vector<int> order; // Without a lock: the thread sanitizer sees two at a time.
+    std::atomic<int> running = 0;
+    std::atomic<int> mostAtATime = 0;
+    auto run = std::optional(StatsSurroundings::oneThread());
+
+    for (int task = 0; task < 100; ++task) {
+        (*run)([&, task] {
+            mostAtATime = std::max(mostAtATime.load(), ++running);
+            order.push_back(task);
+            --running;
+        });
+    }
+    run.reset();
+
+    std::vector<int> expected(100);
+    std::iota(expected.begin(), expected.end(), 0);
+    EXPECT_EQ(order, expected);
+    EXPECT_EQ(mostAtATime, 1);
+}
+
+TEST(BackgroundThread, StoreWaitsForASaveThatHasBegun)
+{
+    const TemporaryFolder folder;
+    std::function<void()> due;
+    StatsSurroundings surroundings;
+    surroundings.runLater = [&](std::chrono::milliseconds, std::function<void()> task) {
+        due = std::move(task);
+    };
+    {
+        StatsStore stats(folder.path(), std::move(surroundings));
+        stats.record(true);
+        due();
+        stats.record(true);
+    }
+
+    EXPECT_EQ(loadSnapshot(folder.path() / "Clavo" / "stats.json").total, 1);
+}
+
+TEST(MainThreadTimer, RunsTheTaskFromTheMainLoop)
+{
+    int argc = 1;
+    char name[] = "stats_test";
+    char* argv[] = {name, nullptr};
+    const QCoreApplication application(argc, argv);
+    QEventLoop loop;
+    bool isDone = false;
+
+    StatsSurroundings::runOnMainThread(0ms, [&] {
+        isDone = true;
+        loop.quit();
+    });
+
+    EXPECT_FALSE(isDone);
+    loop.exec();
+    EXPECT_TRUE(isDone);
+}
+
+} // namespace
+} // namespace clavo
