@@ -32,7 +32,8 @@ inline constexpr std::array allAppLanguages{AppLanguage::system, AppLanguage::en
 /// The language whose text is exactly the given one, if there is one.
 [[nodiscard]] constexpr std::optional<AppLanguage> appLanguage(std::string_view text)
 {
-    const auto* const found = std::ranges::find(allAppLanguages, text, rawValue);
+    constexpr auto asText = [](auto value) { return rawValue(value); };
+    const auto* const found = std::ranges::find(allAppLanguages, text, asText);
     return found == allAppLanguages.end() ? std::nullopt : std::optional(*found);
 }
 

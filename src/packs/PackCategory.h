@@ -28,7 +28,8 @@ inline constexpr std::array allPackCategories{PackCategory::linear, PackCategory
 /// The category whose text is exactly the given one, if there is one.
 [[nodiscard]] constexpr std::optional<PackCategory> packCategory(std::string_view text)
 {
-    const auto* const found = std::ranges::find(allPackCategories, text, rawValue);
+    constexpr auto asText = [](auto value) { return rawValue(value); };
+    const auto* const found = std::ranges::find(allPackCategories, text, asText);
     return found == allPackCategories.end() ? std::nullopt : std::optional(*found);
 }
 
