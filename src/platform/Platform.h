@@ -7,6 +7,7 @@
 #include "input/EventTap.h"
 #include "input/Screens.h"
 #include "input/SecureInput.h"
+#include "tray/TrayHosts.h"
 
 #include <filesystem>
 #include <memory>
@@ -33,6 +34,9 @@ struct Platform {
 
 /// The permission alone: for a process that does nothing but tell it.
 [[nodiscard]] std::unique_ptr<InputAccess> makeInputAccess();
+
+/// What takes the program's icon.
+[[nodiscard]] std::unique_ptr<TrayHosts> makeTrayHosts();
 
 /// Sends all log lines to the system's log, or leaves them on the standard error where there is
 /// none.

@@ -19,11 +19,11 @@ namespace fs = std::filesystem;
 constexpr std::size_t longestFile = 400;
 
 // In dependency order: a layer sees itself and those before it.
-constexpr std::array<std::string_view, 11> layers = {"log",   "files", "keyboard",    "synth",
-                                                     "packs", "audio", "input",       "stats",
-                                                     "app",   "ui",    "presentation"};
-constexpr std::array<std::string_view, 7> layersWithoutQt = {"log",   "files", "keyboard", "synth",
-                                                             "packs", "audio", "input"};
+constexpr std::array<std::string_view, 12> layers = {"log",   "files", "keyboard", "synth",
+                                                     "packs", "audio", "input",    "tray",
+                                                     "stats", "app",   "ui",       "presentation"};
+constexpr std::array<std::string_view, 8> layersWithoutQt = {"log",   "files", "keyboard", "synth",
+                                                             "packs", "audio", "input",    "tray"};
 constexpr std::string_view platformLayer = "platform";
 constexpr std::string_view platformHeader = "platform/Platform.h";
 constexpr std::string_view compositionRoot = "src/app/main.cpp";

@@ -2,17 +2,22 @@
 #include "platform/Platform.h"
 
 #include "log/Log.h"
+#include "platform/dbus/DBusTrayHosts.h"
 #include "platform/linux/AudioOutputs.h"
 #include "platform/linux/Environment.h"
 #include "platform/linux/FileDefaultsStore.h"
+#include "platform/linux/PreferredTrayHosts.h"
 #include "platform/none/NoEventTap.h"
 #include "platform/none/NoScreens.h"
 #include "platform/none/NoSecureInput.h"
+#include "platform/none/NoTrayHosts.h"
 #include "platform/x11/X11EventTap.h"
 #include "platform/x11/X11Screens.h"
+#include "platform/x11/X11TrayHosts.h"
 
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace clavo
 {
@@ -81,6 +86,15 @@ Platform makePlatform()
 std::unique_ptr<InputAccess> makeInputAccess()
 {
     return std::make_unique<LinuxInputAccess>();
+}
+
+std::unique_ptr<TrayHosts> makeTrayHosts()
+{
+    std::unique_ptr<TrayHosts> windows = std::make_unique<NoTrayHosts>();
+    if (isX11Session())
+        windows = std::make_unique<X11TrayHosts>();
+    return std::make_unique<PreferredTrayHosts>(std::make_unique<DBusTrayHosts>(),
+                                                std::move(windows));
 }
 
 } // namespace clavo

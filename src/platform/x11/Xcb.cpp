@@ -13,9 +13,9 @@ Desktop connect(const std::string& display)
     if (xcb_connection_has_error(connection.get()) != 0)
         return {};
     auto roots = xcb_setup_roots_iterator(xcb_get_setup(connection.get()));
-    while (screen-- > 0 && roots.rem > 1)
+    for (int i = 0; i < screen && roots.rem > 1; ++i)
         xcb_screen_next(&roots);
-    return {.connection = std::move(connection), .root = roots.data->root};
+    return {.connection = std::move(connection), .root = roots.data->root, .screen = screen};
 }
 
 } // namespace clavo::xcb

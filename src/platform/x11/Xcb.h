@@ -28,6 +28,7 @@ using Connection = std::unique_ptr<xcb_connection_t, Disconnect>;
 struct Desktop {
     Connection connection; // Null: the server cannot be reached.
     xcb_window_t root = XCB_WINDOW_NONE;
+    int screen = 0; // The number of the default screen.
 };
 
 /// Connects to the display, the session's own one if it is empty.

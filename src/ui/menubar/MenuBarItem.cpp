@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+#include "ui/menubar/MenuBarItem.h"
+
+#include "ui/menubar/DockedIcon.h"
+#include "ui/menubar/MenuBarSymbol.h"
+
+#include <QCursor>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QPalette>
+#include <QSystemTrayIcon>
+
+namespace clavo
+{
+namespace
+{
+
+const auto toolTip = QStringLiteral("Clavo");
+
+QRect pointerPlace()
+{
+    return {QCursor::pos(), QSize(0, 0)};
+}
+
+} // namespace
+
+MenuBarItem::MenuBarItem(TrayHosts& hosts)
+    : m_hosts(hosts), m_sounds(tr("Sounds")), m_open(tr("Open Clavo")), m_settings(tr("Settings")),
+      m_quit(tr("Quit"))
+{
+    m_sounds.setCheckable(true);
+    m_sounds.setChecked(m_enabled);
+    connect(&m_sounds, &QAction::triggered, this, [this](bool checked) {
+        m_sounds.setChecked(m_enabled); // The mark follows what has become of the wish.
+        emit enabledRequested(checked);
+    });
+    connect(&m_open, &QAction::triggered, this,
+            [this] { emit openRequested(m_dockedIcon ? m_menuPlace : pointerPlace()); });
+    connect(&m_settings, &QAction::triggered, this, &MenuBarItem::settingsRequested);
+    connect(&m_quit, &QAction::triggered, this, &MenuBarItem::quitRequested);
+    m_hosts.watch([this](TrayHost host) { moveTo(host); });
+}
+
+MenuBarItem::~MenuBarItem() = default;
+
+void MenuBarItem::setEnabled(bool enabled)
+{
+    m_enabled = enabled;
+    m_sounds.setChecked(enabled);
+    showSymbol();
+}
+
+/// A change of the colour scheme reaches every widget.
+bool MenuBarItem::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::PaletteChange)
+        showSymbol();
+    return QObject::eventFilter(watched, event);
+}
+
+void MenuBarItem::moveTo(TrayHost host)
+{
+    m_statusItem.reset();
+    m_dockedIcon.reset();
+    m_menu.reset();
+    if (host == TrayHost::none)
+        return;
+
+    // A menu that has been handed to one kind of host does not show with the other.
+    m_menu = std::make_unique<QMenu>();
+    m_menu->addAction(&m_sounds);
+    m_menu->addSeparator();
+    m_menu->addAction(&m_open);
+    m_menu->addAction(&m_settings);
+    m_menu->addSeparator();
+    m_menu->addAction(&m_quit);
+    m_menu->installEventFilter(this);
+
+    if (host == TrayHost::statusNotifier)
+        showStatusItem();
+    else
+        dockIcon();
+}
+
+void MenuBarItem::showStatusItem()
+{
+    m_statusItem = std::make_unique<QSystemTrayIcon>();
+    m_statusItem->setToolTip(toolTip);
+    m_statusItem->setContextMenu(m_menu.get());
+    showSymbol();
+    connect(m_statusItem.get(), &QSystemTrayIcon::activated, this,
+            [this](QSystemTrayIcon::ActivationReason reason) {
+                if (reason == QSystemTrayIcon::Trigger)
+                    emit openRequested(pointerPlace());
+            });
+    m_statusItem->show();
+}
+
+/// QSystemTrayIcon docks a window too, but it settles for one kind of host when the first is made
+/// and stays dead in the other. So it serves for StatusNotifier only.
+void MenuBarItem::dockIcon()
+{
+    m_dockedIcon = std::make_unique<DockedIcon>();
+    showSymbol();
+    connect(m_dockedIcon.get(), &DockedIcon::clicked, this, &MenuBarItem::openRequested);
+    connect(m_dockedIcon.get(), &DockedIcon::menuRequested, this, [this](const QRect& place) {
+        m_menuPlace = place;
+        m_menu->popup(QCursor::pos());
+    });
+    m_hosts.dock(static_cast<std::uint32_t>(m_dockedIcon->winId()));
+}
+
+void MenuBarItem::showSymbol()
+{
+    const auto color = QGuiApplication::palette().color(QPalette::WindowText);
+    const auto icon = menuBarSymbol(m_enabled, color);
+    if (m_statusItem)
+        m_statusItem->setIcon(icon);
+    if (m_dockedIcon)
+        m_dockedIcon->setIcon(icon, contrasting(color));
+}
+
+} // namespace clavo
