@@ -5,6 +5,7 @@
 #include "app/InputAccess.h"
 #include "audio/AudioOutput.h"
 #include "input/EventTap.h"
+#include "input/HotKeyService.h"
 #include "input/Screens.h"
 #include "input/SecureInput.h"
 #include "tray/TrayHosts.h"
@@ -20,6 +21,7 @@ struct Platform {
     std::unique_ptr<EventTap> eventTap;
     std::unique_ptr<SecureInput> secureInput;
     std::unique_ptr<Screens> screens;
+    std::unique_ptr<HotKeyService> hotKeys;
     std::unique_ptr<AudioOutput> audioOutput;
     std::unique_ptr<InputAccess> inputAccess;
     std::unique_ptr<DefaultsStore> defaults;

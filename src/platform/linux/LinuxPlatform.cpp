@@ -8,10 +8,12 @@
 #include "platform/linux/FileDefaultsStore.h"
 #include "platform/linux/PreferredTrayHosts.h"
 #include "platform/none/NoEventTap.h"
+#include "platform/none/NoHotKeyService.h"
 #include "platform/none/NoScreens.h"
 #include "platform/none/NoSecureInput.h"
 #include "platform/none/NoTrayHosts.h"
 #include "platform/x11/X11EventTap.h"
+#include "platform/x11/X11HotKeyService.h"
 #include "platform/x11/X11Screens.h"
 #include "platform/x11/X11TrayHosts.h"
 
@@ -66,10 +68,12 @@ Platform makePlatform()
     if (isX11Session()) {
         platform.eventTap = std::make_unique<X11EventTap>();
         platform.screens = std::make_unique<X11Screens>();
+        platform.hotKeys = std::make_unique<X11HotKeyService>();
     } else {
         log::error("aucune session X11 : les touches ne peuvent pas être entendues");
         platform.eventTap = std::make_unique<NoEventTap>();
         platform.screens = std::make_unique<NoScreens>();
+        platform.hotKeys = std::make_unique<NoHotKeyService>();
     }
     platform.secureInput = std::make_unique<NoSecureInput>();
     platform.audioOutput = makeAudioOutput();

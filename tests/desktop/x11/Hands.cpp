@@ -4,6 +4,7 @@
 #include <xcb/xinput.h>
 #include <xcb/xtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 #include <string_view>
@@ -93,6 +94,15 @@ void Hands::movePointer(int x, int y)
     sync();
 }
 
+void Hands::moveToScreen(int number)
+{
+    auto roots = xcb_setup_roots_iterator(xcb_get_setup(m_connection));
+    while (number-- > 0)
+        xcb_screen_next(&roots);
+    xcb_warp_pointer(m_connection, XCB_WINDOW_NONE, roots.data->root, 0, 0, 0, 0, 10, 10);
+    sync();
+}
+
 void Hands::strikeInABurst(std::uint32_t evdevCode, int times)
 {
     for (int i = 0; i < times; ++i) {
@@ -136,6 +146,45 @@ bool Hands::grab()
         nullptr)};
     return keyboard && keyboard->status == XCB_GRAB_STATUS_SUCCESS && pointer &&
            pointer->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
+bool Hands::grabKey(std::uint32_t evdevCode, std::uint16_t modifiers)
+{
+    constexpr auto async = XCB_GRAB_MODE_ASYNC;
+    const auto key = static_cast<xcb_keycode_t>(keycode(evdevCode));
+    const Owned<xcb_generic_error_t> refusal{xcb_request_check(
+        m_connection, xcb_grab_key_checked(m_connection, 0, m_root, modifiers, key, async, async))};
+    return !refusal;
+}
+
+std::uint16_t Hands::modifiers()
+{
+    const Owned<xcb_query_pointer_reply_t> pointer{
+        xcb_query_pointer_reply(m_connection, xcb_query_pointer(m_connection, m_root), nullptr)};
+    return pointer ? pointer->mask & 0xFF : 0;
+}
+
+bool Hands::makeModifier(unsigned modifier, const std::vector<std::uint32_t>& evdevCodes)
+{
+    const Owned<xcb_get_modifier_mapping_reply_t> reply{xcb_get_modifier_mapping_reply(
+        m_connection, xcb_get_modifier_mapping(m_connection), nullptr)};
+    if (!reply)
+        return false;
+    constexpr std::size_t modifierCount = 8;
+    const std::size_t width = reply->keycodes_per_modifier;
+    std::vector<xcb_keycode_t> keycodes(modifierCount * width);
+    std::copy_n(xcb_get_modifier_mapping_keycodes(reply.get()), keycodes.size(), keycodes.begin());
+    for (const auto evdevCode : evdevCodes) // No key is two modifiers.
+        std::replace(keycodes.begin(), keycodes.end(),
+                     static_cast<xcb_keycode_t>(keycode(evdevCode)), xcb_keycode_t{0});
+    for (std::size_t slot = 0; slot < width; ++slot)
+        keycodes[modifier * width + slot] =
+            slot < evdevCodes.size() ? static_cast<xcb_keycode_t>(keycode(evdevCodes[slot])) : 0;
+    const Owned<xcb_set_modifier_mapping_reply_t> result{xcb_set_modifier_mapping_reply(
+        m_connection,
+        xcb_set_modifier_mapping(m_connection, reply->keycodes_per_modifier, keycodes.data()),
+        nullptr)};
+    return result && result->status == XCB_MAPPING_STATUS_SUCCESS;
 }
 
 void Hands::grabServer()

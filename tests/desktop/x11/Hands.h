@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace clavo
 {
@@ -27,6 +28,9 @@ public:
     void click(int button);
     void movePointer(int x, int y = 10);
 
+    /// Puts the pointer, and with it the keys where no window has them, on another root window.
+    void moveToScreen(int number);
+
     /// Strikes a key many times without waiting for the server in between.
     void strikeInABurst(std::uint32_t evdevCode, int times);
 
@@ -38,6 +42,17 @@ public:
 
     /// Takes the keyboard and the pointer for this client alone; false if the server refuses.
     [[nodiscard]] bool grab();
+
+    /// Takes a key with exactly this state of the modifiers; false if somebody else has it.
+    [[nodiscard]] bool grabKey(std::uint32_t evdevCode, std::uint16_t modifiers);
+
+    /// The modifiers that are down or locked.
+    [[nodiscard]] std::uint16_t modifiers();
+
+    /// Makes these keys, and no others, the modifier (XCB_MAP_INDEX_…); false if the server
+    /// refuses.
+    [[nodiscard]] bool makeModifier(unsigned modifier,
+                                    const std::vector<std::uint32_t>& evdevCodes);
 
     /// The server answers nobody else until it is let go.
     void grabServer();
