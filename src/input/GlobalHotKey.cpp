@@ -22,13 +22,13 @@ std::uint32_t unsigned32(std::int64_t value)
 
 } // namespace
 
-std::function<void()> GlobalHotKey::m_action;
+std::function<void()> GlobalHotKey::action;
 
 GlobalHotKey::GlobalHotKey(HotKeyService& service, std::int64_t keyCode, std::int64_t modifiers,
-                           std::function<void()> action)
+                           std::function<void()> newAction)
     : m_service(service)
 {
-    m_action = std::move(action);
+    action = std::move(newAction);
     const HotKey hotKey{.keyCode = unsigned32(keyCode),
                         .modifiers = unsigned32(modifiers),
                         .signature = signature,
@@ -44,8 +44,8 @@ GlobalHotKey::~GlobalHotKey()
 
 void GlobalHotKey::runAction()
 {
-    if (const auto action = m_action) // A copy: it may construct the next hot key.
-        action();
+    if (const auto current = action) // A copy: it may construct the next hot key.
+        current();
 }
 
 } // namespace clavo

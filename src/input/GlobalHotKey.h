@@ -25,7 +25,7 @@ public:
     /// Registers the shortcut. A refusal is silent: presses never arrive then. Both numbers lie in
     /// 0...4294967295; any other ends the program. An empty action does nothing.
     GlobalHotKey(HotKeyService& service, std::int64_t keyCode, std::int64_t modifiers,
-                 std::function<void()> action);
+                 std::function<void()> newAction);
     ~GlobalHotKey(); // Unregisters it.
     GlobalHotKey(const GlobalHotKey&) = delete;
     GlobalHotKey& operator=(const GlobalHotKey&) = delete;
@@ -33,7 +33,7 @@ public:
 private:
     static void runAction();
 
-    static std::function<void()> m_action;
+    static std::function<void()> action;
 
     HotKeyService& m_service;
     std::optional<HotKeyRef> m_ref;
