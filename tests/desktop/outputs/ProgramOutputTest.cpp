@@ -115,7 +115,8 @@ TEST_F(ProgramOutputTest, FollowsTheDefaultSink)
 {
     use(makeAudioOutput());
     ASSERT_TRUE(isHeardOn(desktopSink));
-    const auto module = ask("pactl load-module module-null-sink sink_name=other rate=48000");
+    const auto module =
+        ask("pactl load-module module-null-sink sink_name=other rate=48000 norewinds=1");
 
     ask("pactl set-default-sink other");
     EXPECT_TRUE(isHeardOn("other"));
