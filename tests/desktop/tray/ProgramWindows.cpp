@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#include "desktop/tray/ProgramWindows.h"
+
+#include "platform/x11/Xcb.h"
+
+#include <vector>
+
+namespace clavo
+{
+namespace
+{
+
+using xcb::Owned;
+
+class Search
+{
+public:
+    explicit Search(std::string_view program) : m_program(program) {}
+
+    [[nodiscard]] std::optional<QRect> onTheDesktop() const
+    {
+        for (const auto window : children(m_desktop.root)) {
+            if (isTheProgram(window) && isSeen(window))
+                return place(window);
+        }
+        return {};
+    }
+
+    [[nodiscard]] std::optional<QRect> insideAnother() const
+    {
+        auto windows = children(m_desktop.root);
+        while (!windows.empty()) {
+            const auto parent = windows.back();
+            windows.pop_back();
+            for (const auto window : children(parent)) {
+                if (isTheProgram(window) && isSeen(window))
+                    return place(window);
+                windows.push_back(window);
+            }
+        }
+        return {};
+    }
+
+private:
+    [[nodiscard]] xcb_connection_t* server() const { return m_desktop.connection.get(); }
+
+    [[nodiscard]] std::vector<xcb_window_t> children(xcb_window_t parent) const
+    {
+        const Owned<xcb_query_tree_reply_t> tree{
+            xcb_query_tree_reply(server(), xcb_query_tree(server(), parent), nullptr)};
+        if (!tree)
+            return {};
+        const auto* first = xcb_query_tree_children(tree.get());
+        return {first, first + xcb_query_tree_children_length(tree.get())};
+    }
+
+    [[nodiscard]] bool isTheProgram(xcb_window_t window) const
+    {
+        constexpr std::uint32_t length = 64;
+        const Owned<xcb_get_property_reply_t> reply{xcb_get_property_reply(
+            server(),
+            xcb_get_property(server(), 0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, length),
+            nullptr)};
+        if (!reply)
+            return false;
+        const std::string_view names(
+            static_cast<const char*>(xcb_get_property_value(reply.get())),
+            static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
+        return names.starts_with(m_program);
+    }
+
+    [[nodiscard]] bool isSeen(xcb_window_t window) const
+    {
+        const Owned<xcb_get_window_attributes_reply_t> reply{xcb_get_window_attributes_reply(
+            server(), xcb_get_window_attributes(server(), window), nullptr)};
+        return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
+    }
+
+    [[nodiscard]] std::optional<QRect> place(xcb_window_t window) const
+    {
+        const Owned<xcb_get_geometry_reply_t> size{
+            xcb_get_geometry_reply(server(), xcb_get_geometry(server(), window), nullptr)};
+        const Owned<xcb_translate_coordinates_reply_t> corner{xcb_translate_coordinates_reply(
+            server(), xcb_translate_coordinates(server(), window, m_desktop.root, 0, 0), nullptr)};
+        if (!size || !corner)
+            return {};
+        return QRect(corner->dst_x, corner->dst_y, size->width, size->height);
+    }
+
+    std::string_view m_program;
+    xcb::Desktop m_desktop = xcb::connect({});
+};
+
+} // namespace
+
+std::optional<QRect> embeddedWindow(std::string_view program)
+{
+    return Search(program).insideAnother();
+}
+
+std::optional<QRect> openWindow(std::string_view program)
+{
+    return Search(program).onTheDesktop();
+}
+
+} // namespace clavo

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QRect>
+
+#include <optional>
+#include <string_view>
+
+namespace clavo
+{
+
+/// Where a window of this program is on the screen, if it is seen inside another program's window.
+[[nodiscard]] std::optional<QRect> embeddedWindow(std::string_view program);
+
+/// Where the window is that this program has opened on the desktop itself.
+[[nodiscard]] std::optional<QRect> openWindow(std::string_view program);
+
+} // namespace clavo
