@@ -8,6 +8,7 @@
 #include <spa/pod/iter.h>
 #include <spa/pod/parser.h>
 
+#include <algorithm>
 #include <string_view>
 
 namespace clavo::latency
@@ -18,24 +19,6 @@ namespace
 // How far a node came in a period, as the server numbers it.
 constexpr int triggered = 1;
 constexpr int awake = 2;
-
-/// Whether the record of a node's part in one period tells of a program that came too late.
-bool isLate(const spa_pod* follower)
-{
-    std::int32_t id = 0;
-    const char* name = nullptr;
-    std::int64_t previousSignal = 0;
-    std::int64_t signal = 0;
-    std::int64_t woken = 0;
-    std::int64_t finished = 0;
-    std::int32_t status = 0;
-    const int result = spa_pod_parse_struct(
-        follower, SPA_POD_Int(&id), SPA_POD_String(&name), SPA_POD_Long(&previousSignal),
-        SPA_POD_Long(&signal), SPA_POD_Long(&woken), SPA_POD_Long(&finished), SPA_POD_Int(&status));
-    if (result < 0 || name == nullptr || std::string_view(name).starts_with("clavo-latency"))
-        return false;
-    return status == triggered || status == awake;
-}
 
 } // namespace
 
@@ -84,10 +67,32 @@ void Deadlines::count(const spa_pod* profile)
         const spa_pod_prop* property = nullptr;
         SPA_POD_OBJECT_FOREACH(reinterpret_cast<const spa_pod_object*>(object), property)
         {
-            if (property->key == SPA_PROFILER_followerBlock && isLate(&property->value))
-                ++m_missed;
+            if (property->key == SPA_PROFILER_followerBlock)
+                countFollower(&property->value);
         }
     }
+}
+
+/// Counts by the record of a node's part in one period. A node that was never triggered waited for
+/// another.
+void Deadlines::countFollower(const spa_pod* follower)
+{
+    std::int32_t id = 0;
+    const char* name = nullptr;
+    std::int64_t previousSignal = 0;
+    std::int64_t signal = 0;
+    std::int64_t woken = 0;
+    std::int64_t finished = 0;
+    std::int32_t status = 0;
+    const int result = spa_pod_parse_struct(
+        follower, SPA_POD_Int(&id), SPA_POD_String(&name), SPA_POD_Long(&previousSignal),
+        SPA_POD_Long(&signal), SPA_POD_Long(&woken), SPA_POD_Long(&finished), SPA_POD_Int(&status));
+    if (result < 0 || name == nullptr || (status != triggered && status != awake))
+        return;
+    auto missed = std::ranges::find(m_missed, name, &Missed::node);
+    if (missed == m_missed.end())
+        missed = m_missed.insert(missed, Missed{.node = name});
+    ++(status == triggered ? missed->asleep : missed->atWork);
 }
 
 void Deadlines::stop()

@@ -1,33 +1,37 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "latency/Missed.h"
+
 #include <pipewire/pipewire.h>
 
-#include <atomic>
-#include <cstddef>
+#include <utility>
+#include <vector>
 
 namespace clavo::latency
 {
 
-/// Counts, by the server's profiler, the cycles in which a program's node was not ready in time.
-/// Thread: watch() and stop() with the loop locked or not running; missed() any.
+/// Counts missed deadlines by the server's profiler, for every node that waits for no other that
+/// missed the same one. Thread: with the loop locked or not running.
 class Deadlines
 {
 public:
     void watch(pw_core* core);
     void stop();
 
-    [[nodiscard]] std::size_t missed() const { return m_missed; }
+    /// Of the nodes that have missed any since the last call.
+    [[nodiscard]] std::vector<Missed> takeMissed() { return std::exchange(m_missed, {}); }
 
 private:
     void bind(std::uint32_t id);
     void count(const spa_pod* profile);
+    void countFollower(const spa_pod* follower);
 
     pw_registry* m_registry = nullptr;
     pw_proxy* m_profiler = nullptr;
     spa_hook m_registryListener = {};
     spa_hook m_profilerListener = {};
-    std::atomic<std::size_t> m_missed = 0;
+    std::vector<Missed> m_missed;
 };
 
 } // namespace clavo::latency

@@ -227,9 +227,13 @@ std::uint32_t Graph::quantum() const
     return m_state->cycles[count - 1].frames;
 }
 
-std::size_t Graph::missedDeadlines() const
+std::vector<Missed> Graph::takeMissedDeadlines()
 {
-    return m_state->deadlines.missed();
+    auto& state = *m_state;
+    pw_thread_loop_lock(state.loop);
+    auto missed = state.deadlines.takeMissed();
+    pw_thread_loop_unlock(state.loop);
+    return missed;
 }
 
 std::optional<std::uint32_t> Graph::measureCyclesLate()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "latency/Missed.h"
 #include "latency/Recording.h"
 
 #include <chrono>
@@ -9,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace clavo::latency
 {
@@ -34,9 +36,9 @@ public:
     /// The period of the latest cycle, in frames.
     [[nodiscard]] std::uint32_t quantum() const;
 
-    /// How often a program's node was not ready with its period when the next one began, as the
-    /// server's profiler counts it; this recorder's own node and the sink do not count.
-    [[nodiscard]] std::size_t missedDeadlines() const;
+    /// The deadlines missed since the last call by the nodes in the graph, this recorder's own
+    /// "clavo-latency" among them.
+    [[nodiscard]] std::vector<Missed> takeMissedDeadlines();
 
     /// Plays impulses whose place in the graph is known and measures by how many cycles the
     /// monitor's frames are late. Nothing when too few impulses agree. Call before stop().

@@ -59,6 +59,15 @@ std::string decibels(float level)
     return fmt::format("{:.3f} ({:.1f} dB)", level, 20 * std::log10(level));
 }
 
+std::string described(const std::vector<Missed>& missed)
+{
+    std::string text;
+    for (const auto& [node, asleep, atWork] : missed)
+        text += fmt::format("{}{} {} (asleep {}, at work {})", text.empty() ? "" : ", ", node,
+                            asleep + atWork, asleep, atWork);
+    return text.empty() ? "none" : text;
+}
+
 /// Presses a key until it is heard, which shows that Clavo listens and that its output runs.
 bool waitUntilHeard(Bench& bench)
 {
@@ -91,13 +100,13 @@ int measureSounds(const Options& options, Bench& bench)
     const bool isClick = options.clavo && options.clavo->pack == Pack::Click;
     // Real sounds may ring on until the next one.
     const auto listening = isClick ? Listening{clickOnset, 10ms} : Listening{soundFloor, 1ms};
-    const auto missedBefore = bench.graph->missedDeadlines();
+    static_cast<void>(bench.graph->takeMissedDeadlines());
     static_cast<void>(bench.graph->takePeak());
     const auto text = options.text.empty() ? randomText(options.count) : options.text;
     const auto sent = isClick ? pressKeys(bench.keyboard, text) : typeText(bench.keyboard, text);
     std::this_thread::sleep_for(300ms);
     const auto quantum = bench.graph->quantum();
-    const auto missed = bench.graph->missedDeadlines() - missedBefore;
+    const auto missed = bench.graph->takeMissedDeadlines();
     const auto peak = bench.graph->takePeak();
     auto recording = bench.graph->stop();
     recording.cyclesLate = bench.cyclesLate;
@@ -124,7 +133,7 @@ int measureSounds(const Options& options, Bench& bench)
     }
     row("period", fmt::format("{} frames of {} a second", quantum, recording.rate));
     row("peak level", decibels(peak));
-    row("missed deadlines", std::to_string(missed));
+    row("missed deadlines", described(missed));
     row("gaps in recording", std::to_string(recording.gaps(sent.all.front())));
     if (!writeRecording(options, recording))
         return fail("the recording cannot be written");
@@ -140,7 +149,7 @@ int measureFlood(const Options& options, Bench& bench)
         std::this_thread::sleep_for(50ms);
     }
     const auto height = bench.graph->takePeak();
-    const auto missedBefore = bench.graph->missedDeadlines();
+    static_cast<void>(bench.graph->takeMissedDeadlines());
 
     auto other = Keyboard::open();
     std::vector<nanoseconds> answers;
@@ -158,7 +167,7 @@ int measureFlood(const Options& options, Bench& bench)
     isOver = true;
     bystander.join();
 
-    const auto missed = bench.graph->missedDeadlines() - missedBefore;
+    const auto missed = bench.graph->takeMissedDeadlines();
     auto recording = bench.graph->stop();
     recording.cyclesLate = bench.cyclesLate;
     const auto heard = pulses(recording, recording.frameAt(start - 1ms), height);
@@ -169,11 +178,12 @@ int measureFlood(const Options& options, Bench& bench)
     row("presses heard", std::to_string(heard));
     row("X server answers", fmt::format("median {}, maximum {}", milliseconds(times.median),
                                         milliseconds(times.maximum)));
-    row("missed deadlines", std::to_string(missed));
+    row("missed deadlines", described(missed));
     row("gaps in recording", std::to_string(recording.gaps(start)));
     if (!writeRecording(options, recording))
         return fail("the recording cannot be written");
-    return heard == sent && missed == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    const bool isInTime = std::ranges::find(missed, "Clavo", &Missed::node) == missed.end();
+    return heard == sent && isInTime ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 int measureSoak(const Options& options, Bench& bench)
