@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr" sourcelanguage="en">
 <context>
-    <name>clavo::MenuBarItem</name>
+    <name>MenuBarItem</name>
     <message>
         <source>Sounds</source>
         <translation>Sons</translation>

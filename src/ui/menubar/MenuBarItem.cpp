@@ -4,6 +4,7 @@
 #include "ui/menubar/DockedIcon.h"
 #include "ui/menubar/MenuBarSymbol.h"
 
+#include <QCoreApplication>
 #include <QCursor>
 #include <QEvent>
 #include <QGuiApplication>
@@ -26,8 +27,10 @@ QRect pointerPlace()
 } // namespace
 
 MenuBarItem::MenuBarItem(TrayHosts& hosts)
-    : m_hosts(hosts), m_sounds(tr("Sounds")), m_open(tr("Open Clavo")), m_settings(tr("Settings")),
-      m_quit(tr("Quit"))
+    : m_hosts(hosts), m_sounds(QCoreApplication::translate("MenuBarItem", "Sounds")),
+      m_open(QCoreApplication::translate("MenuBarItem", "Open Clavo")),
+      m_settings(QCoreApplication::translate("MenuBarItem", "Settings")),
+      m_quit(QCoreApplication::translate("MenuBarItem", "Quit"))
 {
     m_sounds.setCheckable(true);
     m_sounds.setChecked(m_enabled);
