@@ -90,4 +90,4 @@ void DBusTrayHosts::watch(Receiver receiver)
 
 } // namespace clavo
 
-#include "DBusTrayHosts.moc"
+#include <DBusTrayHosts.moc> // Generated, in no source folder.
