@@ -13,10 +13,13 @@ QtObject {
     readonly property color disabledText: dark ? "#6c6c73" : "#a3a3a9"
     readonly property color accent: Appearance.readable(Appearance.accent, window, 3)
     readonly property color onAccent: Appearance.contrast("white", accent) >= 2.9 ? "white" : "black"
+    // For text and symbols that are read as text.
+    readonly property color accentText: Appearance.readable(Appearance.accent, tile, 4.5)
     readonly property color orange: dark ? "#ff9f38" : "#dc6a00"
     readonly property color orangeText: dark ? "#ffb561" : "#9c4a00"
     readonly property color pink: dark ? "#ff6196" : "#dd2f74"
     readonly property color green: dark ? "#4fd17f" : "#1a7f3c"
+    readonly property color onRed: dark ? "#2b0605" : "white"
     readonly property color red: dark ? "#ff8e8a" : "#c9252d"
 
     // Surfaces, from the back to the front.
@@ -28,9 +31,15 @@ QtObject {
     readonly property color controlHovered: dark ? "#47474c" : "#fafafb"
     readonly property color controlPressed: dark ? "#38383c" : "#ebebee"
     readonly property color controlBorder: dark ? "#55555b" : "#cdcdd3"
-    readonly property color track: dark ? "#4b4b51" : "#d6d6dc"
+    readonly property color track: dark ? "#56565d" : "#bcbcc4"
     readonly property color separator: dark ? "#3b3b40" : "#e0e0e4"
     readonly property color hover: Qt.alpha(text, 0.07)
+    readonly property color knobBorder: dark ? "#26000000" : "#33000000"
+    readonly property color popup: dark ? "#37373b" : "#ffffff"
+    readonly property color popupBorder: dark ? "#505056" : "#d0d0d6"
+    // One of several layers.
+    readonly property color shadow: dark ? "#1c000000" : "#0a000000"
+    readonly property color scrim: dark ? "#80000000" : "#4d000000"
 
     // The font is the desktop's own.
     readonly property int sectionSize: 10

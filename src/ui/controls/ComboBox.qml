@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Templates as T
+import Clavo.Controls
+
+// A picker of one text among several. It needs an Accessible.name.
+T.ComboBox {
+    id: root
+
+    implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, 120)
+    implicitHeight: 28
+    implicitContentWidthPolicy: T.ComboBox.WidestText
+    leftPadding: 12
+    rightPadding: 30
+    font.pixelSize: Theme.bodySize
+
+    delegate: T.ItemDelegate {
+        id: choice
+
+        required property int index
+
+        width: ListView.view.width
+        implicitHeight: 28
+        leftPadding: 28
+        rightPadding: 12
+        text: root.textAt(index)
+        font: root.font
+        highlighted: root.highlightedIndex === index
+
+        background: Rectangle {
+            radius: Theme.barRadius
+            color: choice.highlighted ? Theme.accent : "transparent"
+        }
+
+        contentItem: Label {
+            text: choice.text
+            font: choice.font
+            color: choice.highlighted ? Theme.onAccent : Theme.text
+            verticalAlignment: Text.AlignVCenter
+            elide: Text.ElideRight
+            Accessible.ignored: true
+        }
+
+        Symbol {
+            x: 8
+            anchors.verticalCenter: parent.verticalCenter
+            name: "checkmark"
+            size: 14
+            color: choice.highlighted ? Theme.onAccent : Theme.text
+            visible: root.currentIndex === choice.index
+        }
+    }
+
+    indicator: Symbol {
+        x: root.width - width - 9
+        y: (root.height - height) / 2
+        name: "chevron.up.chevron.down"
+        size: 14
+        color: root.enabled ? Theme.secondaryText : Theme.disabledText
+    }
+
+    contentItem: Label {
+        text: root.displayText
+        font: root.font
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+        enabled: root.enabled
+        Accessible.ignored: true
+    }
+
+    background: Rectangle {
+        radius: Theme.controlRadius
+        color: root.down ? Theme.controlPressed : root.hovered ? Theme.controlHovered : Theme.control
+        border.color: Theme.controlBorder
+        opacity: root.enabled ? 1 : 0.6
+
+        FocusRing {
+            visible: root.visualFocus
+        }
+    }
+
+    popup: T.Popup {
+        // The chosen text lies over the one in the box.
+        y: -padding - Math.max(root.currentIndex, 0) * 28
+        width: root.width
+        implicitHeight: contentItem.implicitHeight + 2 * padding
+        padding: 5
+        margins: 6
+
+        contentItem: ListView {
+            implicitHeight: contentHeight
+            clip: true
+            // Its type is in a module that is not needed at run time.
+            model: root.delegateModel // qmllint disable type
+            currentIndex: root.highlightedIndex
+            highlightMoveDuration: 0
+            boundsBehavior: Flickable.StopAtBounds
+        }
+
+        background: PopupSurface {}
+    }
+}
