@@ -3,6 +3,9 @@
 
 #include "app/DefaultsStore.h"
 #include "app/InputAccess.h"
+#include "app/Instance.h"
+#include "app/LoginItem.h"
+#include "app/Relauncher.h"
 #include "audio/AudioOutput.h"
 #include "input/EventTap.h"
 #include "input/HotKeyService.h"
@@ -25,6 +28,8 @@ struct Platform {
     std::unique_ptr<AudioOutput> audioOutput;
     std::unique_ptr<InputAccess> inputAccess;
     std::unique_ptr<DefaultsStore> defaults;
+    std::unique_ptr<LoginItem> loginItem;
+    std::unique_ptr<Relauncher> relauncher;
     std::filesystem::path executable;         // Of the running program.
     std::filesystem::path resources;          // Of the application; empty where there are none.
     std::filesystem::path applicationSupport; // Of the current user.
@@ -39,6 +44,9 @@ struct Platform {
 
 /// What takes the program's icon.
 [[nodiscard]] std::unique_ptr<TrayHosts> makeTrayHosts();
+
+/// The session's instance of the program: found out before there is anything else.
+[[nodiscard]] std::unique_ptr<Instance> makeInstance();
 
 /// Sends all log lines to the system's log, or leaves them on the standard error where there is
 /// none.

@@ -2,11 +2,15 @@
 #include "platform/Platform.h"
 
 #include "log/Log.h"
+#include "platform/dbus/DBusInstance.h"
 #include "platform/dbus/DBusTrayHosts.h"
 #include "platform/linux/AudioOutputs.h"
+#include "platform/linux/AutostartEntry.h"
 #include "platform/linux/Environment.h"
 #include "platform/linux/FileDefaultsStore.h"
 #include "platform/linux/PreferredTrayHosts.h"
+#include "platform/linux/ProcessRelauncher.h"
+#include "platform/linux/RunningProgram.h"
 #include "platform/none/NoEventTap.h"
 #include "platform/none/NoHotKeyService.h"
 #include "platform/none/NoScreens.h"
@@ -78,10 +82,13 @@ Platform makePlatform()
     platform.secureInput = std::make_unique<NoSecureInput>();
     platform.audioOutput = makeAudioOutput();
     platform.inputAccess = makeInputAccess();
-    platform.defaults = std::make_unique<FileDefaultsStore>(
-        userFolder("XDG_CONFIG_HOME", ".config") / "Clavo" / "settings.json");
-    std::error_code error;
-    platform.executable = fs::read_symlink("/proc/self/exe", error);
+    const auto configuration = userFolder("XDG_CONFIG_HOME", ".config");
+    platform.defaults =
+        std::make_unique<FileDefaultsStore>(configuration / "Clavo" / "settings.json");
+    platform.executable = runningProgram();
+    platform.loginItem =
+        std::make_unique<AutostartEntry>(autostartFolders(configuration), platform.executable);
+    platform.relauncher = std::make_unique<ProcessRelauncher>(platform.executable);
     platform.resources = resourcesFolder(platform.executable);
     platform.applicationSupport = userFolder("XDG_DATA_HOME", ".local/share");
     return platform;
@@ -99,6 +106,11 @@ std::unique_ptr<TrayHosts> makeTrayHosts()
         windows = std::make_unique<X11TrayHosts>();
     return std::make_unique<PreferredTrayHosts>(std::make_unique<DBusTrayHosts>(),
                                                 std::move(windows));
+}
+
+std::unique_ptr<Instance> makeInstance()
+{
+    return std::make_unique<DBusInstance>();
 }
 
 } // namespace clavo

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#include "contracts/LoginItemContract.h"
+
+#include "fakes/FakeLoginItem.h"
+#include "fakes/TemporaryFolder.h"
+#include "platform/linux/AutostartEntry.h"
+#include "platform/linux/RunningProgram.h"
+
+namespace clavo
+{
+namespace
+{
+
+struct FakeHost {
+    LoginItem& item() { return fake; }
+
+    FakeLoginItem fake;
+};
+
+struct AutostartHost {
+    LoginItem& item() { return entry; }
+
+    TemporaryFolder folder;
+    AutostartEntry entry{{.user = folder.path(), .system = {}}, runningProgram()};
+};
+
+using Hosts = testing::Types<FakeHost, AutostartHost>;
+INSTANTIATE_TYPED_TEST_SUITE_P(EveryItem, LoginItemContract, Hosts);
+
+} // namespace
+} // namespace clavo

@@ -1,0 +1,189 @@
+// SPDX-License-Identifier: MIT
+#include "desktop/x11/EventLoop.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QProcess>
+#include <QVariantMap>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include <sys/prctl.h>
+#include <sys/types.h>
+
+namespace clavo
+{
+namespace
+{
+
+/// A process of the session that tells what happens to it.
+class Probe
+{
+public:
+    explicit Probe(const QString& word, const QString& bus = {})
+    {
+        if (!bus.isEmpty()) {
+            auto environment = QProcessEnvironment::systemEnvironment();
+            environment.insert("DBUS_SESSION_BUS_ADDRESS", bus);
+            m_process.setProcessEnvironment(environment);
+        }
+        m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        m_process.start(CLAVO_INSTANCE_PROBE, {word});
+    }
+    ~Probe()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+    Probe(const Probe&) = delete;
+    Probe& operator=(const Probe&) = delete;
+
+    /// The next word it prints; empty when it has ended instead.
+    [[nodiscard]] std::string next()
+    {
+        EXPECT_TRUE(EventLoop::until([this] {
+            return m_process.canReadLine() || m_process.state() == QProcess::NotRunning;
+        }));
+        return m_process.readLine().trimmed().toStdString();
+    }
+
+    void stop() const { kill(static_cast<pid_t>(m_process.processId()), SIGSTOP); }
+    void goOn() const { kill(static_cast<pid_t>(m_process.processId()), SIGCONT); }
+
+private:
+    QProcess m_process;
+};
+
+std::string outcome(const QString& word)
+{
+    return Probe(word).next();
+}
+
+class DBusInstanceTest : public testing::Test
+{
+protected:
+    /// Calls a method as any program of the session may.
+    static QDBusMessage call(const QString& interface, const QString& method,
+                             const QVariantList& arguments)
+    {
+        auto message = QDBusMessage::createMethodCall("app.clavo.Clavo", "/app/clavo/Clavo",
+                                                      interface, method);
+        message.setArguments(arguments);
+        return QDBusConnection::sessionBus().call(message);
+    }
+
+    EventLoop m_loop;
+};
+
+TEST_F(DBusInstanceTest, FirstProcessIsTheInstanceAndTheNextIsNot)
+{
+    Probe first("claim");
+    EXPECT_EQ(first.next(), "first");
+
+    EXPECT_EQ(outcome("claim"), "second");
+}
+
+TEST_F(DBusInstanceTest, PlaceIsFreeAfterTheInstanceWasKilled)
+{
+    {
+        Probe first("claim");
+        EXPECT_EQ(first.next(), "first");
+    }
+
+    EXPECT_EQ(outcome("claim"), "first");
+}
+
+TEST_F(DBusInstanceTest, RequestsReachTheInstance)
+{
+    Probe first("claim");
+    EXPECT_EQ(first.next(), "first");
+
+    EXPECT_EQ(outcome("openPanel"), "delivered");
+    EXPECT_EQ(first.next(), "openPanel");
+    EXPECT_EQ(outcome("toggle"), "delivered");
+    EXPECT_EQ(first.next(), "toggle");
+}
+
+TEST_F(DBusInstanceTest, RequestFindsNobodyWhereNoneRuns)
+{
+    EXPECT_EQ(outcome("toggle"), "nobodyRuns");
+}
+
+TEST_F(DBusInstanceTest, ReplacingHasTheInstanceQuitAndTakesItsPlace)
+{
+    Probe first("claim");
+    EXPECT_EQ(first.next(), "first");
+
+    Probe replacement("replace");
+
+    EXPECT_EQ(first.next(), "quit");
+    EXPECT_EQ(first.next(), "") << "it has ended";
+    EXPECT_EQ(replacement.next(), "first");
+    EXPECT_EQ(outcome("claim"), "second");
+    EXPECT_EQ(outcome("toggle"), "delivered");
+    EXPECT_EQ(replacement.next(), "toggle");
+}
+
+TEST_F(DBusInstanceTest, ReplacingNobodyIsAnOrdinaryStart)
+{
+    EXPECT_EQ(outcome("replace"), "first");
+}
+
+TEST_F(DBusInstanceTest, InstanceThatHangsKeepsNobodyWaitingForever)
+{
+    Probe hung("claim");
+    EXPECT_EQ(hung.next(), "first");
+    hung.stop();
+
+    EXPECT_EQ(outcome("claim"), "second");
+    EXPECT_EQ(outcome("openPanel"), "noAnswer");
+    EXPECT_EQ(outcome("replace"), "second");
+
+    hung.goOn();
+    EXPECT_EQ(hung.next(), "openPanel") << "nothing was lost";
+    EXPECT_EQ(hung.next(), "quit");
+}
+
+TEST_F(DBusInstanceTest, WithoutABusThereIsNoTelling)
+{
+    const QString nowhere = "unix:path=/nowhere/bus";
+
+    EXPECT_EQ(Probe("claim", nowhere).next(), "unknown");
+    EXPECT_EQ(Probe("replace", nowhere).next(), "unknown");
+    EXPECT_EQ(Probe("toggle", nowhere).next(), "nobodyRuns");
+}
+
+TEST_F(DBusInstanceTest, DesktopActivatesItAsAnyApplication)
+{
+    Probe first("claim");
+    EXPECT_EQ(first.next(), "first");
+    const QString interface = "org.freedesktop.Application";
+
+    EXPECT_EQ(call(interface, "Activate", {QVariantMap()}).type(), QDBusMessage::ReplyMessage);
+    EXPECT_EQ(first.next(), "openPanel");
+    EXPECT_EQ(call(interface, "Open", {QStringList{"file:///a"}, QVariantMap()}).type(),
+              QDBusMessage::ReplyMessage);
+    EXPECT_EQ(first.next(), "openPanel");
+    EXPECT_EQ(call(interface, "ActivateAction", {"toggle", QVariantList(), QVariantMap()}).type(),
+              QDBusMessage::ReplyMessage);
+    EXPECT_EQ(first.next(), "toggle");
+}
+
+TEST_F(DBusInstanceTest, UnknownMethodIsAnErrorAndChangesNothing)
+{
+    Probe first("claim");
+    EXPECT_EQ(first.next(), "first");
+
+    EXPECT_EQ(call("app.clavo.Clavo", "Explode", {}).type(), QDBusMessage::ErrorMessage);
+    EXPECT_EQ(call("app.clavo.Clavo", "Toggle", {7}).type(), QDBusMessage::ErrorMessage);
+
+    EXPECT_EQ(outcome("openPanel"), "delivered");
+    EXPECT_EQ(first.next(), "openPanel");
+}
+
+} // namespace
+} // namespace clavo

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+// instance_probe claim|replace|openPanel|toggle|quit
+//
+// A process that asks to be the instance, prints what it has become, then every request it gets,
+// and ends at the request to quit; or one that makes a request and prints what came of it.
+#include "platform/dbus/DBusInstance.h"
+
+#include <QCoreApplication>
+
+#include <array>
+#include <cstdio>
+#include <map>
+#include <string>
+
+namespace
+{
+
+using clavo::DBusInstance;
+using clavo::Instance;
+
+void tell(const char* word)
+{
+    std::puts(word);
+    std::fflush(stdout);
+}
+
+const std::map<std::string, Instance::Request, std::less<>> requests{
+    {"openPanel", Instance::Request::openPanel},
+    {"toggle", Instance::Request::toggle},
+    {"quit", Instance::Request::quit}};
+
+const std::map<Instance::Standing, const char*> standings{{Instance::Standing::first, "first"},
+                                                          {Instance::Standing::second, "second"},
+                                                          {Instance::Standing::unknown, "unknown"}};
+
+const std::map<Instance::Delivery, const char*> deliveries{
+    {Instance::Delivery::delivered, "delivered"},
+    {Instance::Delivery::nobodyRuns, "nobodyRuns"},
+    {Instance::Delivery::noAnswer, "noAnswer"}};
+
+int run(DBusInstance& instance)
+{
+    instance.receive([](Instance::Request received) {
+        for (const auto& [word, request] : requests) {
+            if (request == received)
+                tell(word.c_str());
+        }
+        if (received == Instance::Request::quit)
+            QCoreApplication::exit();
+    });
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    const QCoreApplication application(argc, argv);
+    const std::string word = argc == 2 ? argv[1] : "";
+    DBusInstance instance;
+    if (const auto request = requests.find(word); request != requests.end()) {
+        tell(deliveries.at(instance.send(request->second)));
+        return 0;
+    }
+    const auto standing = word == "replace" ? instance.replace() : instance.claim();
+    tell(standings.at(standing));
+    return standing == Instance::Standing::first ? run(instance) : 0;
+}
