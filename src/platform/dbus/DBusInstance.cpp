@@ -249,4 +249,4 @@ void DBusInstance::receive(Receiver receiver)
 
 } // namespace clavo
 
-#include "DBusInstance.moc"
+#include <DBusInstance.moc> // Generated, in no source folder.
