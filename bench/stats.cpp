@@ -84,7 +84,7 @@ private:
     static std::filesystem::path folderWith(std::int64_t days)
     {
         auto pattern = (std::filesystem::temp_directory_path() / "clavo-bench-XXXXXX").string();
-        const std::filesystem::path folder = mkdtemp(pattern.data());
+        std::filesystem::path folder = mkdtemp(pattern.data());
         std::filesystem::create_directory(folder / "Clavo");
         saveSnapshot({.daily = DailyCounts(history(days))}, folder / "Clavo" / "stats.json");
         return folder;

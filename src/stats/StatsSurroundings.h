@@ -17,8 +17,8 @@ struct StatsSurroundings {
     /// Runs tasks one after the other, in the order they come, without holding up the caller.
     using RunInBackground = std::function<void(std::function<void()>)>;
 
-    /// One thread of low priority, there only while it has something to do. The last copy of the
-    /// answer waits for the tasks that were given to it.
+    /// One thread of low priority. The end of the answer's last copy waits for the tasks that were
+    /// given to it.
     [[nodiscard]] static RunInBackground oneThread();
     static void runOnMainThread(std::chrono::milliseconds delay, std::function<void()> task);
 

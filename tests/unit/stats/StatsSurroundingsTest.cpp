@@ -10,6 +10,7 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QThread>
 
 #include <algorithm>
 #include <atomic>
@@ -40,6 +41,16 @@ TEST(BackgroundThread, DoesNotHoldUpTheCaller)
     callerWentOn.set_value();
 
     EXPECT_NE(thread.get_future().get(), std::this_thread::get_id());
+}
+
+TEST(BackgroundThread, StandsBehindAllOthers)
+{
+    std::promise<QThread::Priority> priority;
+    const auto run = StatsSurroundings::oneThread();
+
+    run([&] { priority.set_value(QThread::currentThread()->priority()); });
+
+    EXPECT_EQ(priority.get_future().get(), QThread::IdlePriority);
 }
 
 TEST(BackgroundThread, RunsOneTaskAtATimeInTheOrderTheyCame)
