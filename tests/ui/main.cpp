@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/QmlModules.h"
+#include "ui/fakes/TestModules.h"
 
 #include <QtQuickTest>
 
@@ -10,7 +10,7 @@ class Setup : public QObject
 {
     Q_OBJECT
 public slots:
-    void applicationAvailable() { clavo::registerQmlModules(); }
+    void applicationAvailable() { clavo::registerTestModules(); }
 };
 
 } // namespace

@@ -79,6 +79,11 @@ QColor Appearance::readable(const QColor& color, const QColor& background, doubl
     return wantsLighter ? Qt::white : Qt::black;
 }
 
+QColor Appearance::textOn(const QColor& background)
+{
+    return contrast(Qt::white, background) >= 3 ? Qt::white : Qt::black;
+}
+
 double Appearance::contrast(const QColor& one, const QColor& other)
 {
     const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});

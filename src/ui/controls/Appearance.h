@@ -48,6 +48,8 @@ public:
     /// white.
     [[nodiscard]] Q_INVOKABLE static QColor readable(const QColor& color, const QColor& background,
                                                      double ratio);
+    /// White where it can be read on the background, else black.
+    [[nodiscard]] Q_INVOKABLE static QColor textOn(const QColor& background);
     /// The ratio of two opaque colours' relative luminances, 1 to 21, as WCAG 2 defines it.
     [[nodiscard]] Q_INVOKABLE static double contrast(const QColor& one, const QColor& other);
 

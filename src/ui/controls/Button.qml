@@ -12,7 +12,7 @@ T.Button {
     // What it does cannot be taken back.
     property bool destructive: false
     readonly property color foreground: !enabled ? Theme.disabledText
-                                        : highlighted ? (destructive ? Theme.onRed : Theme.onAccent)
+                                        : highlighted ? (destructive ? Theme.textOnRed : Theme.textOnAccent)
                                         : destructive ? Theme.red : Theme.text
 
     implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, 64)
@@ -24,7 +24,7 @@ T.Button {
     Accessible.name: text
 
     background: Rectangle {
-        readonly property color emphasis: root.destructive ? Theme.red : Theme.accent
+        readonly property color emphasis: root.destructive ? Theme.redSurface : Theme.accent
 
         radius: Theme.controlRadius
         color: root.highlighted ? (root.down ? Qt.darker(emphasis, 1.15)

@@ -36,7 +36,7 @@ T.ComboBox {
         contentItem: Label {
             text: choice.text
             font: choice.font
-            color: choice.highlighted ? Theme.onAccent : Theme.text
+            color: choice.highlighted ? Theme.textOnAccent : Theme.text
             verticalAlignment: Text.AlignVCenter
             elide: Text.ElideRight
             Accessible.ignored: true
@@ -47,7 +47,7 @@ T.ComboBox {
             anchors.verticalCenter: parent.verticalCenter
             name: "checkmark"
             size: 14
-            color: choice.highlighted ? Theme.onAccent : Theme.text
+            color: choice.highlighted ? Theme.textOnAccent : Theme.text
             visible: root.currentIndex === choice.index
         }
     }
@@ -82,8 +82,9 @@ T.ComboBox {
 
     popup: T.Popup {
         // The chosen text lies over the one in the box.
+        x: -21
         y: -padding - Math.max(root.currentIndex, 0) * 28
-        width: root.width
+        width: root.width - x
         implicitHeight: contentItem.implicitHeight + 2 * padding
         padding: 5
         margins: 6
@@ -91,8 +92,7 @@ T.ComboBox {
         contentItem: ListView {
             implicitHeight: contentHeight
             clip: true
-            // Its type is in a module that is not needed at run time.
-            model: root.delegateModel // qmllint disable type
+            model: root.delegateModel
             currentIndex: root.highlightedIndex
             highlightMoveDuration: 0
             boundsBehavior: Flickable.StopAtBounds

@@ -16,6 +16,7 @@ T.Dialog {
     parent: T.Overlay.overlay
     anchors.centerIn: parent
     width: Math.min(300, parent ? parent.width - 2 * padding : 300)
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
     padding: 20
     modal: true
     focus: true

@@ -44,6 +44,7 @@ Item {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.leftMargin: Theme.spacing
+        anchors.rightMargin: 1
         visible: root.y > 0
     }
 }

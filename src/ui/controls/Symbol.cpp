@@ -47,7 +47,7 @@ void Symbol::paint(QPainter* painter)
         return;
     // The picture gives the shape; drawing it in the colour at once would show where strokes of a
     // translucent colour cross.
-    const double scale = painter->device()->devicePixelRatio();
+    const double scale = painter->deviceTransform().m11();
     const double side = std::min(width(), height());
     QImage picture((QSizeF(side, side) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
     picture.fill(Qt::transparent);

@@ -12,14 +12,15 @@ QtObject {
     readonly property color secondaryText: dark ? "#a9a9b0" : "#636369"
     readonly property color disabledText: dark ? "#6c6c73" : "#a3a3a9"
     readonly property color accent: Appearance.readable(Appearance.accent, window, 3)
-    readonly property color onAccent: Appearance.contrast("white", accent) >= 2.9 ? "white" : "black"
+    readonly property color textOnAccent: Appearance.textOn(accent)
     // For text and symbols that are read as text.
     readonly property color accentText: Appearance.readable(Appearance.accent, tile, 4.5)
     readonly property color orange: dark ? "#ff9f38" : "#dc6a00"
     readonly property color orangeText: dark ? "#ffb561" : "#9c4a00"
     readonly property color pink: dark ? "#ff6196" : "#dd2f74"
     readonly property color green: dark ? "#4fd17f" : "#1a7f3c"
-    readonly property color onRed: dark ? "#2b0605" : "white"
+    readonly property color redSurface: "#c9252d"
+    readonly property color textOnRed: "white"
     readonly property color red: dark ? "#ff8e8a" : "#c9252d"
 
     // Surfaces, from the back to the front.

@@ -29,11 +29,19 @@ TestCase {
     function test_bringsOutAnAccentColourThatCannotBeSeen() {
         FakeDesktop.look(false, "#fff0a0");
         verify(Appearance.contrast(Theme.accent, Theme.window) >= 3);
-        verify(Appearance.contrast(Theme.onAccent, Theme.accent) >= 3);
+        verify(Appearance.contrast(Theme.textOnAccent, Theme.accent) >= 3);
 
         FakeDesktop.look(true, "#200000");
         verify(Appearance.contrast(Theme.accent, Theme.window) >= 3);
-        verify(Appearance.contrast(Theme.onAccent, Theme.accent) >= 3);
+        verify(Appearance.contrast(Theme.textOnAccent, Theme.accent) >= 3);
+    }
+
+    function test_textOnAColourIsWhiteWhereItCanBeRead() {
+        compare(Appearance.textOn("#3584e4"), "#ffffff");
+        compare(Appearance.textOn("#f0c000"), "#000000");
+
+        FakeDesktop.look(false, "#3584e4");
+        compare(Theme.textOnAccent, "#ffffff");
     }
 
     function test_contrastIsThatOfWCAG() {
