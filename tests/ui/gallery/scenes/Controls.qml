@@ -177,6 +177,20 @@ Rectangle {
             Layout.fillWidth: true
             Layout.fillHeight: true
 
+            Row {
+                anchors.centerIn: parent
+                spacing: 20
+
+                AppIcon {
+                    size: 16
+                }
+                AppIcon {
+                    size: 34
+                }
+                AppIcon {
+                    size: 96
+                }
+            }
             Flickable {
                 anchors.fill: parent
                 contentHeight: 400
