@@ -7,7 +7,8 @@ Image {
 
     property int size: 34
 
-    sourceSize: Qt.size(size, size)
+    sourceSize.width: size
+    sourceSize.height: size
     source: size > 32 ? "qrc:/clavo/icons/clavo.svg" : "qrc:/clavo/icons/clavo-small.svg"
     Accessible.ignored: true
 }
