@@ -155,7 +155,8 @@ void X11HotKeyService::Grabber::remove(HotKeyRef ref)
     grab();
 }
 
-/// Opens a connection in place of the present one and asks for the keyboard's map.
+/// Opens a connection in place of the present one and grabs: whoever presses the keys from now on
+/// is heard.
 void X11HotKeyService::Grabber::connect()
 {
     auto xkb = xcb::connectXkb(m_display);
@@ -168,8 +169,9 @@ void X11HotKeyService::Grabber::connect()
     m_readable.emplace(xcb_get_file_descriptor(server()), QSocketNotifier::Read);
     QObject::connect(&*m_readable, &QSocketNotifier::activated, [this] { drain(); });
     m_pause = firstPause;
-    m_isMapChanged = true;
-    m_soon.start(0ms); // The replies may have brought events along.
+    m_modifiers = xcb::readModifiers(server());
+    grab(); // And looks soon for the events that the replies may have brought along.
+    xcb_flush(server());
 }
 
 void X11HotKeyService::Grabber::connectLater()

@@ -43,6 +43,21 @@ std::uint16_t modifiersOf(const xcb_get_modifier_mapping_reply_t& keycodes,
     return static_cast<std::uint16_t>(found);
 }
 
+/// The answer, whose second part has come.
+Modifiers modifiers(xcb_connection_t* server, const ModifierQuery& query,
+                    const xcb_get_keyboard_mapping_reply_t* keysyms)
+{
+    // Came before the other, so this does not wait.
+    const Owned<xcb_get_modifier_mapping_reply_t> keycodes{
+        xcb_get_modifier_mapping_reply(server, query.keycodes, nullptr)};
+    if (!keysyms || !keycodes)
+        return {};
+    const unsigned first = xcb_get_setup(server)->min_keycode;
+    const auto locks = modifiersOf(*keycodes, *keysyms, first, lockKeysyms);
+    return {.super = modifiersOf(*keycodes, *keysyms, first, superKeysyms),
+            .locks = static_cast<std::uint16_t>(XCB_MOD_MASK_LOCK | locks)};
+}
+
 } // namespace
 
 std::optional<Xkb> connectXkb(const std::string& display)
@@ -84,6 +99,14 @@ ModifierQuery queryModifiers(xcb_connection_t* server)
             .keysyms = xcb_get_keyboard_mapping(server, setup->min_keycode, count)};
 }
 
+Modifiers readModifiers(xcb_connection_t* server)
+{
+    const auto query = queryModifiers(server);
+    const Owned<xcb_get_keyboard_mapping_reply_t> keysyms{
+        xcb_get_keyboard_mapping_reply(server, query.keysyms, nullptr)};
+    return modifiers(server, query, keysyms.get());
+}
+
 std::optional<Modifiers> pollModifiers(xcb_connection_t* server, const ModifierQuery& query)
 {
     void* reply = nullptr;
@@ -93,15 +116,7 @@ std::optional<Modifiers> pollModifiers(xcb_connection_t* server, const ModifierQ
     const Owned<xcb_generic_error_t> refusal{error};
     const Owned<xcb_get_keyboard_mapping_reply_t> keysyms{
         static_cast<xcb_get_keyboard_mapping_reply_t*>(reply)};
-    // Came before the other, so this does not wait.
-    const Owned<xcb_get_modifier_mapping_reply_t> keycodes{
-        xcb_get_modifier_mapping_reply(server, query.keycodes, nullptr)};
-    if (!keysyms || !keycodes)
-        return Modifiers{};
-    const unsigned first = xcb_get_setup(server)->min_keycode;
-    const auto locks = modifiersOf(*keycodes, *keysyms, first, lockKeysyms);
-    return Modifiers{.super = modifiersOf(*keycodes, *keysyms, first, superKeysyms),
-                     .locks = static_cast<std::uint16_t>(XCB_MOD_MASK_LOCK | locks)};
+    return modifiers(server, query, keysyms.get());
 }
 
 } // namespace clavo::xcb

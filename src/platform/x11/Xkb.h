@@ -23,8 +23,7 @@ struct Xkb {
 /// Bits of the modifier state that come with keys, as the keyboard's map gives them.
 struct Modifiers {
     std::uint16_t super = 0; // One bit as a rule: the logo keys.
-    std::uint16_t locks =
-        0; // Caps Lock, and Num Lock and Scroll Lock as far as they are modifiers.
+    std::uint16_t locks = 0; // Caps Lock; Num Lock and Scroll Lock where they are modifiers.
 };
 
 /// A question about the modifiers that is on its way.
@@ -35,6 +34,9 @@ struct ModifierQuery {
 
 /// Asks; sent with the next flush.
 [[nodiscard]] ModifierQuery queryModifiers(xcb_connection_t* server);
+
+/// Asks and waits for the answer.
+[[nodiscard]] Modifiers readModifiers(xcb_connection_t* server);
 
 /// The answer; nothing as long as it has not arrived. To be called until then.
 [[nodiscard]] std::optional<Modifiers> pollModifiers(xcb_connection_t* server,

@@ -266,10 +266,10 @@ TEST_F(X11HotKeyServiceTest, AShortcutThatAnotherProgramHasGivenUpIsTakenWithThe
     ASSERT_TRUE(other->grabKey(KEY_K, XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_4));
     add();
     ASSERT_TRUE(isHeard());
-    other.reset();
     strike(KEY_K);
     ASSERT_TRUE(settle());
     ASSERT_EQ(pressesOfK, 0);
+    other.reset();
 
     ASSERT_TRUE(hands.makeModifier(XCB_MAP_INDEX_3, {KEY_SCROLLLOCK}));
 
