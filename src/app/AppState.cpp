@@ -4,13 +4,18 @@
 #include "log/Log.h"
 #include "packs/PackLibrary.h"
 
+#include <QPointer>
+
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace clavo
 {
 namespace
 {
+
+using namespace std::chrono_literals;
 
 constexpr std::string_view permissionRelaunchKey = "permissionRelaunch"; // Seconds since 1970.
 constexpr double relaunchGuard = 60; // Seconds; an automatic relaunch needs a longer gap.
@@ -20,6 +25,7 @@ constexpr double relaunchGuard = 60; // Seconds; an automatic relaunch needs a l
 AppState::AppState(Platform platform, Surroundings surroundings)
     : m_platform(std::move(platform)), m_surroundings(std::move(surroundings)),
       m_hasPermission(m_platform.inputAccess->isGranted()),
+      m_stats(m_platform.applicationSupport, m_surroundings.stats),
       m_sound(*m_platform.audioOutput, m_surroundings.runLater),
       m_input(*m_platform.eventTap, *m_platform.secureInput, *m_platform.screens),
       m_permissionWait({
@@ -31,6 +37,7 @@ AppState::AppState(Platform platform, Surroundings surroundings)
       })
 {
     m_settings = readSettings(*m_platform.defaults);
+    m_launchAtLogin = m_platform.loginItem->status() == LoginItem::Status::enabled;
     m_sound.setVolume(static_cast<float>(m_settings.volume));
     loadPacks();
     m_input.onEvent = [this](const InputMonitor::Event& event) { handle(event); };
@@ -40,6 +47,15 @@ AppState::AppState(Platform platform, Surroundings surroundings)
                 m_sound.wake();
         });
     };
+    // Put off, so that the event that told of the press is over first.
+    m_hotKey.emplace(*m_platform.hotKeys, GlobalHotKey::kKey,
+                     GlobalHotKey::cmdKey + GlobalHotKey::shiftKey, [state = QPointer(this)] {
+                         if (state)
+                             state->m_surroundings.runLater(0ms, [state] {
+                                 if (state)
+                                     state->toggle();
+                             });
+                     });
     if (!startListening())
         requestPermission();
 }
@@ -58,6 +74,11 @@ void AppState::setEnabled(bool enabled)
     change(&Settings::enabled, SettingsKey::enabled, enabled, &AppState::enabledChanged);
     if (enabled)
         m_sound.wake();
+}
+
+void AppState::toggle()
+{
+    setEnabled(!m_settings.enabled);
 }
 
 void AppState::setKeyUpSounds(bool on)
@@ -98,6 +119,26 @@ void AppState::setPackID(const QString& packID)
         emit packIDChanged();
 }
 
+void AppState::setLaunchAtLogin(bool launchAtLogin)
+{
+    const auto previous = std::exchange(m_launchAtLogin, launchAtLogin);
+    clavo::setLaunchAtLogin(*m_platform.loginItem, launchAtLogin);
+    if (launchAtLogin != previous)
+        emit launchAtLoginChanged();
+}
+
+void AppState::preview(const QString& packID)
+{
+    const auto pack = std::ranges::find(m_packs, packID.toStdString(), &SoundPack::id);
+    if (pack != m_packs.end())
+        m_sound.preview(*pack);
+}
+
+void AppState::relaunch()
+{
+    clavo::relaunch(*m_platform.relauncher);
+}
+
 void AppState::reloadPacks()
 {
     loadPacks();
@@ -112,12 +153,23 @@ const SoundPack* AppState::selectedPack() const
     return m_packs.empty() ? nullptr : &m_packs.front();
 }
 
+QString AppState::selectedPackName() const
+{
+    const auto* const pack = selectedPack();
+    return pack ? QString::fromStdString(pack->name) : QString();
+}
+
+std::filesystem::path AppState::packsFolder() const
+{
+    return PackLibrary::customFolder(m_platform.applicationSupport);
+}
+
 void AppState::loadPacks()
 {
     m_packs = PackLibrary::allPacks({
         .builtIn =
             m_platform.resources.empty() ? m_platform.resources : m_platform.resources / "Packs",
-        .custom = PackLibrary::customFolder(m_platform.applicationSupport),
+        .custom = packsFolder(),
     });
     loadSelectedPack();
 }
@@ -125,6 +177,7 @@ void AppState::loadPacks()
 void AppState::loadSelectedPack()
 {
     const auto* pack = selectedPack();
+    emit selectedPackChanged();
     if (!pack) {
         log::error("aucun pack trouvé ({})", log::Private{m_settings.packID});
         return;
@@ -153,12 +206,14 @@ void AppState::requestPermission()
 
 void AppState::relaunchForPermission()
 {
-    const auto now = m_surroundings.wallClock();
+    const auto sinceEpoch = m_surroundings.stats.wallClock().time_since_epoch();
+    const auto now = std::chrono::duration<double>(sinceEpoch).count();
     const auto last = m_platform.defaults->value(permissionRelaunchKey).value_or(0.0);
     const auto* const lastTime = std::get_if<double>(&last);
     if (now - (lastTime ? *lastTime : 0) > relaunchGuard) {
         m_platform.defaults->setValue(permissionRelaunchKey, now);
         log::notice("autorisation accordée : relance de Clavo");
+        relaunch();
         return;
     }
     if (!std::exchange(m_needsRelaunch, true))

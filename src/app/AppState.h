@@ -4,15 +4,18 @@
 #include "app/PermissionWait.h"
 #include "app/Settings.h"
 #include "audio/SoundEngine.h"
+#include "input/GlobalHotKey.h"
 #include "input/InputMonitor.h"
 #include "packs/SoundPack.h"
 #include "platform/Platform.h"
+#include "stats/StatsStore.h"
 
 #include <QObject>
 #include <QString>
 
-#include <chrono>
+#include <filesystem>
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace clavo
@@ -31,16 +34,20 @@ class AppState : public QObject
     Q_PROPERTY(bool mouseSounds READ mouseSounds WRITE setMouseSounds NOTIFY mouseSoundsChanged)
     Q_PROPERTY(bool scrollSounds READ scrollSounds WRITE setScrollSounds NOTIFY scrollSoundsChanged)
     Q_PROPERTY(bool spatial READ spatial WRITE setSpatial NOTIFY spatialChanged)
+    Q_PROPERTY(
+        bool launchAtLogin READ launchAtLogin WRITE setLaunchAtLogin NOTIFY launchAtLoginChanged)
     Q_PROPERTY(bool hasPermission READ hasPermission NOTIFY hasPermissionChanged)
     Q_PROPERTY(bool needsRelaunch READ needsRelaunch NOTIFY needsRelaunchChanged)
+    Q_PROPERTY(QString selectedPackName READ selectedPackName NOTIFY selectedPackChanged)
+    Q_PROPERTY(clavo::StatsStore* stats READ stats CONSTANT)
 
 public:
     /// Time and other processes, as the state sees them.
     struct Surroundings {
-        std::function<double()> uptime;    // Seconds since the system's start.
-        std::function<double()> wallClock; // Seconds since 1970.
+        std::function<double()> uptime; // Seconds since the system's start.
         SoundEngine::RunLater runLater;
         PermissionWait::Ask askFreshProcess;
+        StatsSurroundings stats; // Its wall clock is the state's too.
     };
 
     /// The one instance of the program, made on first use for the platform it runs on and kept
@@ -51,6 +58,8 @@ public:
     AppState(Platform platform, Surroundings surroundings);
 
     void setEnabled(bool enabled);
+    /// Turns the sounds on or off, whichever they are not.
+    void toggle();
     /// Master volume, 0 to 1.
     void setVolume(double volume);
     /// Selects a pack and loads it, also when it is the selected one already. An unknown id loads
@@ -61,12 +70,20 @@ public:
     void setScrollSounds(bool on);
     void setSpatial(bool on);
 
+    /// Registers the program to start at login, or no longer, where that is not so already. What is
+    /// shown is the wish until the next start.
+    void setLaunchAtLogin(bool launchAtLogin);
+
     /// Reads the list of packs again and loads the selected one.
-    void reloadPacks();
+    Q_INVOKABLE void reloadPacks();
+    /// Plays a phrase in the sounds of the pack with this id, if there is one.
+    Q_INVOKABLE void preview(const QString& packID);
+    /// Starts the program anew in the place of this process.
+    Q_INVOKABLE void relaunch();
 
     /// Asks for the permission to listen and waits for it; shows the user where it is granted if it
     /// is not yet.
-    void requestPermission();
+    Q_INVOKABLE void requestPermission();
 
     [[nodiscard]] bool enabled() const { return m_settings.enabled; }
     [[nodiscard]] double volume() const { return m_settings.volume; }
@@ -75,6 +92,7 @@ public:
     [[nodiscard]] bool mouseSounds() const { return m_settings.mouseSounds; }
     [[nodiscard]] bool scrollSounds() const { return m_settings.scrollSounds; }
     [[nodiscard]] bool spatial() const { return m_settings.spatial; }
+    [[nodiscard]] bool launchAtLogin() const { return m_launchAtLogin; }
     /// The input monitor is listening.
     [[nodiscard]] bool hasPermission() const { return m_hasPermission; }
     /// The permission was granted, but the program has just relaunched itself for it and leaves the
@@ -84,6 +102,12 @@ public:
     [[nodiscard]] const std::vector<SoundPack>& packs() const { return m_packs; }
     /// The pack with the selected id, the first one where none has it, null where there is no pack.
     [[nodiscard]] const SoundPack* selectedPack() const;
+    /// Empty where there is no pack.
+    [[nodiscard]] QString selectedPackName() const;
+    /// The folder for the user's own packs; it need not exist.
+    [[nodiscard]] std::filesystem::path packsFolder() const;
+    [[nodiscard]] StatsStore* stats() { return &m_stats; }
+    [[nodiscard]] DefaultsStore& defaults() { return *m_platform.defaults; }
     [[nodiscard]] SoundEngine& sound() { return m_sound; }
     [[nodiscard]] const SoundEngine& sound() const { return m_sound; }
 
@@ -95,9 +119,11 @@ signals:
     void mouseSoundsChanged();
     void scrollSoundsChanged();
     void spatialChanged();
+    void launchAtLoginChanged();
     void hasPermissionChanged();
     void needsRelaunchChanged();
     void packsChanged();
+    void selectedPackChanged();
 
 private:
     void change(bool Settings::*setting, std::string_view key, bool value,
@@ -116,11 +142,14 @@ private:
     Surroundings m_surroundings;
     Settings m_settings;
     std::vector<SoundPack> m_packs;
+    bool m_launchAtLogin = false;
     bool m_hasPermission = false;
     bool m_needsRelaunch = false;
     double m_lastScroll = 0; // Uptime of the last tick played, seconds.
+    StatsStore m_stats;
     SoundEngine m_sound;
     InputMonitor m_input;
+    std::optional<GlobalHotKey> m_hotKey;
     PermissionWait m_permissionWait;
 };
 

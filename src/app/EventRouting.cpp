@@ -34,6 +34,8 @@ void AppState::handle(const InputMonitor::Event& event)
 void AppState::handle(const InputMonitor::Key& key)
 {
     const auto& info = keyInfo(key.code);
+    if (key.down)
+        m_stats.record(info.isCharacter);
     const auto audible = m_settings.enabled && (key.down || m_settings.keyUpSounds);
     log::debug("touche {}, son: {}", key.down ? "appuyée" : "relâchée", audible);
     if (!audible)

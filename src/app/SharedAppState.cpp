@@ -2,8 +2,6 @@
 #include "app/AppState.h"
 #include "app/FreshProcess.h"
 
-#include <QTimer>
-
 #include <chrono>
 #include <utility>
 
@@ -12,26 +10,20 @@ namespace clavo
 namespace
 {
 
-template <typename Clock> double secondsOf()
+double uptime()
 {
-    return std::chrono::duration<double>(Clock::now().time_since_epoch()).count();
-}
-
-void runOnMainQueue(std::chrono::milliseconds delay, std::function<void()> task)
-{
-    // The analyser cannot see that Qt owns the task.
-    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
-    QTimer::singleShot(delay, Qt::PreciseTimer, std::move(task));
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration<double>(now).count();
 }
 
 AppState* makeShared()
 {
     auto platform = makePlatform();
     AppState::Surroundings surroundings{
-        .uptime = secondsOf<std::chrono::steady_clock>,
-        .wallClock = secondsOf<std::chrono::system_clock>,
-        .runLater = runOnMainQueue,
+        .uptime = uptime,
+        .runLater = StatsSurroundings::runOnMainThread,
         .askFreshProcess = askFreshProcess(platform.executable),
+        .stats = {},
     };
     return new AppState(std::move(platform), std::move(surroundings));
 }

@@ -6,7 +6,10 @@
 #include "fakes/FakeAudioOutput.h"
 #include "fakes/FakeDefaultsStore.h"
 #include "fakes/FakeEventTap.h"
+#include "fakes/FakeHotKeyService.h"
 #include "fakes/FakeInputAccess.h"
+#include "fakes/FakeLoginItem.h"
+#include "fakes/FakeRelauncher.h"
 #include "fakes/FakeScreens.h"
 #include "fakes/FakeSecureInput.h"
 #include "fakes/SimulatedTime.h"
@@ -32,6 +35,8 @@
 
 namespace clavo
 {
+
+using namespace std::chrono_literals;
 
 /// The application over fake ports, with packs in a folder of its own. A pack's sounds are one
 /// constant sample repeated, so that what is heard tells which sound it was.
@@ -113,23 +118,34 @@ protected:
     FakeAudioOutput* audio = nullptr;
     FakeDefaultsStore* defaults = nullptr;
     FakeInputAccess* access = nullptr;
+    FakeHotKeyService* hotKeys = nullptr;
+    FakeLoginItem* loginItem = nullptr;
+    FakeRelauncher* relauncher = nullptr;
 
     std::map<std::string, DefaultsValue, std::less<>> stored; // Before the state is made.
     bool permission = true;
+    LoginItem::Status loginStatus = LoginItem::Status::notRegistered;
     SimulatedTime time; // Of the main queue, and how far both clocks are past their start.
-    static constexpr double bootedFor = 1000;       // Seconds, at the start of `time`.
-    static constexpr double startedAt = 1.75e9;     // Seconds since 1970, at the start of `time`.
+    static constexpr double bootedFor = 1000; // Seconds, at the start of `time`.
+    // The wall clock, at the start of `time`: noon of a day in 2025.
+    static constexpr std::chrono::system_clock::time_point startedAt{1'750'075'200s};
     std::function<void(bool granted)> freshProcess; // Answers the latest question; empty before.
 
 private:
     AppState::Surroundings surroundings()
     {
+        const auto runLater = [this](auto delay, auto task) {
+            time.runLater(delay, std::move(task));
+        };
         const auto seconds = [this] { return std::chrono::duration<double>(time.now()).count(); };
         return {
             .uptime = [=] { return bootedFor + seconds(); },
-            .wallClock = [=] { return startedAt + seconds(); },
-            .runLater = [this](auto delay, auto task) { time.runLater(delay, std::move(task)); },
+            .runLater = runLater,
             .askFreshProcess = [this](auto receiver) { freshProcess = std::move(receiver); },
+            .stats = {.wallClock = [this] { return startedAt + time.now(); },
+                      .timeZone = QTimeZone::utc(),
+                      .runLater = runLater,
+                      .runInBackground = [](const auto& task) { task(); }},
         };
     }
 
@@ -141,10 +157,14 @@ private:
         made.screens = std::make_unique<FakeScreens>();
         made.audioOutput = owned(audio);
         made.inputAccess = owned(access);
+        made.hotKeys = owned(hotKeys);
+        made.loginItem = owned(loginItem);
+        made.relauncher = owned(relauncher);
         made.defaults = owned(defaults);
         made.resources = m_folder.path() / "resources";
         made.applicationSupport = m_folder.path() / "support";
         access->granted = permission;
+        loginItem->current = loginStatus;
         defaults->written = stored;
         return made;
     }

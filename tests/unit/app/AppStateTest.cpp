@@ -10,15 +10,18 @@ namespace clavo
 namespace
 {
 
-using namespace std::chrono_literals;
+using testing::_;
+using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
+using testing::Field;
 using testing::FloatEq;
 using testing::IsEmpty;
 using testing::Pair;
 
 constexpr std::int64_t keyA = 0; // Virtual key code; scancode 30.
 constexpr float centre = 0.70710677F;
+constexpr double secondsAtStart = 1'750'075'200; // Of the wall clock, since 1970.
 
 class AppStateTest : public AppStateFixture
 {
@@ -196,6 +199,124 @@ TEST_F(AppStateTest, APermissionGrantedAtTheRequestNeedsNoSettings)
     EXPECT_EQ(access->settingsShown, 0);
 }
 
+TEST_F(AppStateTest, TheHotKeyIsShiftCommandK)
+{
+    state();
+
+    EXPECT_THAT(hotKeys->registrations,
+                ElementsAre(Pair(_, Field(&FakeHotKeyService::Registration::hotKey,
+                                          AllOf(Field(&HotKey::keyCode, 40U),
+                                                Field(&HotKey::modifiers, 768U))))));
+}
+
+TEST_F(AppStateTest, TheHotKeyTwiceReturnsToTheFirstValueAndTheStoreFollows)
+{
+    state();
+
+    hotKeys->press(40, 768);
+    time.advance(0ms);
+    EXPECT_FALSE(state().enabled());
+    EXPECT_THAT(defaults->written, ElementsAre(Pair("enabled", DefaultsValue(false))));
+    hotKeys->press(40, 768);
+    time.advance(0ms);
+    EXPECT_TRUE(state().enabled());
+    EXPECT_THAT(defaults->written, ElementsAre(Pair("enabled", DefaultsValue(true))));
+}
+
+TEST_F(AppStateTest, TheHotKeyActsOnceTheCurrentEventIsOver)
+{
+    state();
+
+    hotKeys->press(40, 768);
+    EXPECT_TRUE(state().enabled());
+    time.advance(0ms);
+    EXPECT_FALSE(state().enabled());
+}
+
+TEST_F(AppStateTest, ShowsWhetherItStartsAtLogin)
+{
+    loginStatus = LoginItem::Status::enabled;
+
+    EXPECT_TRUE(state().launchAtLogin());
+    EXPECT_EQ(loginItem->registrations, 0);
+}
+
+TEST_F(AppStateTest, ALoginItemThatWaitsForApprovalIsNotOn)
+{
+    loginStatus = LoginItem::Status::requiresApproval;
+
+    EXPECT_FALSE(state().launchAtLogin());
+}
+
+TEST_F(AppStateTest, ShowsTheWishToStartAtLoginAlsoWhereItFails)
+{
+    state();
+    loginItem->error = "no space left";
+    QSignalSpy changed(&state(), &AppState::launchAtLoginChanged);
+
+    state().setLaunchAtLogin(true);
+
+    EXPECT_TRUE(state().launchAtLogin());
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_EQ(lines().back(), "Clavo: lancement au démarrage impossible: no space left");
+    EXPECT_THAT(defaults->written, IsEmpty());
+}
+
+TEST_F(AppStateTest, RelaunchesOnceThePermissionIsGranted)
+{
+    permission = false;
+    state();
+    time.advance(30s);
+
+    freshProcess(true);
+
+    EXPECT_EQ(relauncher->opened, 1);
+    EXPECT_FALSE(state().needsRelaunch());
+    EXPECT_EQ(lines().back(), "autorisation accordée : relance de Clavo");
+    EXPECT_THAT(defaults->written,
+                ElementsAre(Pair("permissionRelaunch", DefaultsValue(secondsAtStart + 30))));
+}
+
+TEST_F(AppStateTest, LeavesASecondRelaunchWithinAMinuteToTheUser)
+{
+    permission = false;
+    stored = {{"permissionRelaunch", secondsAtStart - 58}};
+    state();
+    QSignalSpy changed(&state(), &AppState::needsRelaunchChanged);
+    time.advance(2s);
+
+    freshProcess(true);
+
+    EXPECT_TRUE(state().needsRelaunch());
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_EQ(relauncher->opened, 0);
+    EXPECT_THAT(defaults->written,
+                ElementsAre(Pair("permissionRelaunch", DefaultsValue(secondsAtStart - 58))));
+}
+
+TEST_F(AppStateTest, PreviewsAPackThatIsNotSelected)
+{
+    state();
+
+    state().preview("nk-cream");
+    EXPECT_GT(time.waiting(), 1U);
+    const auto waiting = time.waiting();
+    state().preview("deleted");
+
+    EXPECT_EQ(time.waiting(), waiting);
+}
+
+TEST_F(AppStateTest, NamesThePackThatIsLoaded)
+{
+    state();
+    QSignalSpy changed(&state(), &AppState::selectedPackChanged);
+
+    state().setPackID("nk-cream");
+
+    EXPECT_EQ(state().selectedPackName(), "nk-cream");
+    EXPECT_EQ(changed.count(), 1);
+}
+
 class WithoutPacks : public AppStateFixture
 {
 };
@@ -205,6 +326,7 @@ TEST_F(WithoutPacks, SaysSoWithoutTheSelectedName)
     state();
 
     EXPECT_EQ(state().selectedPack(), nullptr);
+    EXPECT_EQ(state().selectedPackName(), "");
     EXPECT_THAT(lines(), Contains("aucun pack trouvé (<private>)"));
 }
 

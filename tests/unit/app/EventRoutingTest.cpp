@@ -12,7 +12,6 @@ namespace clavo
 namespace
 {
 
-using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::FloatNear;
 using testing::IsEmpty;
@@ -169,6 +168,49 @@ TEST_F(EventRouting, TickNeedsMoreThanTheIntervalSinceTheLast)
     time.advance(2ms);
     click(RawEventType::scrollWheel, 0);
     EXPECT_EQ(played(), 2);
+}
+
+TEST_F(EventRouting, PressesAreCountedAndReleasesAreNot)
+{
+    press(keyA);
+    release(keyA);
+    press(keyA);
+
+    EXPECT_EQ(state().stats()->total(), 2);
+}
+
+TEST_F(EventRouting, PressesAreCountedWithTheSoundsOff)
+{
+    state().setEnabled(false);
+
+    press(keyA);
+    click(RawEventType::leftMouseDown, 0);
+    click(RawEventType::scrollWheel, 0);
+
+    EXPECT_EQ(state().stats()->today(), 1);
+    EXPECT_EQ(played(), 0);
+}
+
+TEST_F(EventRouting, OnlyKeysWithACharacterTellTheSpeed)
+{
+    for (int key = 0; key < 5; ++key) {
+        press(keyUnknown);
+        press(keyEscape);
+    }
+    EXPECT_EQ(state().stats()->currentWPM(), 0);
+    EXPECT_EQ(state().stats()->total(), 10);
+
+    for (int key = 0; key < 5; ++key)
+        press(keyA);
+    EXPECT_EQ(state().stats()->currentWPM(), 1);
+}
+
+TEST_F(EventRouting, AModifiersPressIsCountedAndItsReleaseIsNot)
+{
+    key(RawEventType::flagsChanged, keyShift);
+    key(RawEventType::flagsChanged, keyShift);
+
+    EXPECT_EQ(state().stats()->total(), 1);
 }
 
 TEST_F(EventRouting, DebugLineTellsTheDirectionAndNeverTheKey)
