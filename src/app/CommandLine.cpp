@@ -4,7 +4,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cstddef>
 #include <string_view>
 #include <utility>
 
@@ -22,7 +21,6 @@ command::Misuse misuse(std::string_view what, std::string_view argument)
 
 Command parseCommandLine(std::span<const char* const> arguments)
 {
-    // Anywhere, even where the name of a folder is expected.
     const auto isAccessCheck = [](std::string_view argument) {
         return argument == "--check-input-access";
     };
@@ -34,9 +32,7 @@ Command parseCommandLine(std::span<const char* const> arguments)
         if (command.index() < wanted.index())
             wanted = std::move(command);
     };
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string_view argument = arguments[i];
-        const bool hasNext = i + 1 < arguments.size();
+    for (const std::string_view argument : arguments) {
         if (argument == "--help")
             want(command::ShowHelp{});
         else if (argument == "--version")
@@ -45,12 +41,6 @@ Command parseCommandLine(std::span<const char* const> arguments)
             want(command::Toggle{});
         else if (argument == replaceOption)
             want(command::Replace{});
-        else if (argument == "--screenshots" && hasNext)
-            want(command::TakeScreenshots{arguments[++i]});
-        else if (argument == "--scene" && hasNext)
-            want(command::ShowScene{arguments[++i]});
-        else if (argument == "--screenshots" || argument == "--scene")
-            continue;
         else if (argument.starts_with("-"))
             want(misuse("unknown option", argument));
         else
@@ -70,8 +60,6 @@ Options:
   --toggle               turn the sounds of the running Clavo on or off
   --replace              start in the place of the running Clavo
   --check-input-access   exit with 0 if input may be heard and with 1 if not; start nothing
-  --screenshots DIR      draw the presentation's pictures into DIR and exit
-  --scene NAME           show a scene with demonstration data: menu, stats or general
   --version              print the version and exit
   --help                 print this text and exit
 

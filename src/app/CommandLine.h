@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <filesystem>
 #include <span>
 #include <string>
 #include <string_view>
@@ -33,14 +32,6 @@ struct ShowVersion {
 struct Toggle {
     friend bool operator==(const Toggle&, const Toggle&) = default;
 };
-struct TakeScreenshots {
-    std::filesystem::path folder;
-    friend bool operator==(const TakeScreenshots&, const TakeScreenshots&) = default;
-};
-struct ShowScene {
-    std::string name;
-    friend bool operator==(const ShowScene&, const ShowScene&) = default;
-};
 /// Start, and have the running instance end.
 struct Replace {
     friend bool operator==(const Replace&, const Replace&) = default;
@@ -52,16 +43,15 @@ struct Start {
 } // namespace command
 
 /// In order of precedence: of several that are asked for at once, the first of this list is done.
-using Command = std::variant<command::CheckInputAccess, command::Misuse, command::ShowHelp,
-                             command::ShowVersion, command::Toggle, command::TakeScreenshots,
-                             command::ShowScene, command::Replace, command::Start>;
+using Command =
+    std::variant<command::CheckInputAccess, command::Misuse, command::ShowHelp,
+                 command::ShowVersion, command::Toggle, command::Replace, command::Start>;
 
 inline constexpr int misuseStatus = 2; // How a process with a Misuse exits.
 
 inline constexpr std::string_view replaceOption = "--replace";
 
-/// Reads the arguments that follow the program's name. An option whose own argument is missing
-/// counts as not given.
+/// Reads the arguments that follow the program's name.
 [[nodiscard]] Command parseCommandLine(std::span<const char* const> arguments);
 
 /// For the standard output, with their line ends.

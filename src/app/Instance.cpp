@@ -32,6 +32,14 @@ std::optional<int> startOrOpenPanel(Instance& instance, std::ostream& errors)
     return std::nullopt;
 }
 
+std::optional<int> replaceRunning(Instance& instance, std::ostream& errors)
+{
+    if (instance.replace() != Instance::Standing::second)
+        return std::nullopt;
+    errors << "clavo: the running Clavo does not end\n";
+    return EXIT_FAILURE;
+}
+
 int toggleRunning(Instance& instance, std::ostream& errors)
 {
     switch (instance.send(Instance::Request::toggle)) {

@@ -42,6 +42,9 @@ public:
 /// with, or nothing if this process is to run; `errors` gets what the user must know.
 [[nodiscard]] std::optional<int> startOrOpenPanel(Instance& instance, std::ostream& errors);
 
+/// Makes this process the instance in the place of the one that runs, if one does. As above.
+[[nodiscard]] std::optional<int> replaceRunning(Instance& instance, std::ostream& errors);
+
 /// Has the running instance turn the sounds on or off. The status to exit with.
 [[nodiscard]] int toggleRunning(Instance& instance, std::ostream& errors);
 

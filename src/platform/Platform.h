@@ -48,6 +48,10 @@ struct Platform {
 /// The session's instance of the program: found out before there is anything else.
 [[nodiscard]] std::unique_ptr<Instance> makeInstance();
 
+/// Comes before the application object: without a desktop to show them on, windows are drawn
+/// nowhere, and the program runs all the same.
+void prepareForWindows();
+
 /// Sends all log lines to the system's log, or leaves them on the standard error where there is
 /// none.
 void sendLogToSystem();

@@ -3,6 +3,7 @@
 
 #include "audio/AudioOutput.h"
 #include "audio/realtime/Mixer.h"
+#include "desktop/outputs/SinkRecorder.h"
 #include "desktop/x11/EventLoop.h"
 
 #include <gmock/gmock.h>
@@ -13,8 +14,6 @@
 
 namespace clavo
 {
-
-inline constexpr const char* desktopSink = "clavo-sink";
 
 /// An output on the virtual desktop, used as the program uses it: started again when it is lost.
 class OutputFixture : public testing::Test

@@ -14,6 +14,9 @@
 namespace clavo
 {
 
+/// The one sink of a virtual desktop.
+inline constexpr const char* desktopSink = "clavo-sink";
+
 /// What was heard: two channels at 44,100 frames per second.
 struct Recording {
     std::vector<float> left;

@@ -71,6 +71,21 @@ TEST_F(InstanceTest, SecondStartTellsOfAnInstanceThatHangs)
               "clavo: the running Clavo does not answer; 'clavo --replace' takes its place\n");
 }
 
+TEST_F(InstanceTest, ReplacementRunsOnceTheOtherOneHasEnded)
+{
+    EXPECT_EQ(replaceRunning(m_instance, m_errors), std::nullopt);
+    EXPECT_EQ(m_instance.replacements, 1);
+    EXPECT_EQ(m_instance.claims, 0);
+}
+
+TEST_F(InstanceTest, ReplacementOfAnInstanceThatDoesNotEndFailsWithAMessage)
+{
+    m_instance.standing = Standing::second;
+
+    EXPECT_THAT(replaceRunning(m_instance, m_errors), Optional(1));
+    EXPECT_EQ(m_errors.str(), "clavo: the running Clavo does not end\n");
+}
+
 TEST_F(InstanceTest, ToggleAsksTheRunningInstanceAndClaimsNothing)
 {
     EXPECT_EQ(toggleRunning(m_instance, m_errors), 0);

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#include "desktop/program/ProgramFixture.h"
+
+#include <fstream>
+
+namespace clavo
+{
+namespace
+{
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+/// What a run of the program that ends by itself came to.
+struct Outcome {
+    int status = -1;
+    std::string output;
+    std::string errors;
+};
+
+class Start : public ProgramFixture
+{
+protected:
+    [[nodiscard]] Outcome run(const QStringList& arguments, const QString& display = {}) const
+    {
+        auto environment = RunningProgram::environment(user.path());
+        if (!display.isEmpty())
+            environment.insert("DISPLAY", display);
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.start(RunningProgram::executable(), arguments);
+        process.waitForFinished(10'000);
+        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+                process.readAllStandardOutput().toStdString(),
+                process.readAllStandardError().toStdString()};
+    }
+};
+
+TEST_F(Start, TheQuestionForThePermissionCreatesNothing)
+{
+    // There is no such display: a connection to it would fail.
+    const auto outcome = run({"--unknown", "--check-input-access"}, ":7777");
+
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output + outcome.errors, "");
+    EXPECT_TRUE(std::filesystem::is_empty(user.path()));
+}
+
+TEST_F(Start, WithoutASessionThePermissionIsMissing)
+{
+    QProcess process;
+    auto environment = RunningProgram::environment(user.path());
+    environment.remove("DISPLAY");
+    process.setProcessEnvironment(environment);
+    process.start(RunningProgram::executable(), {"--check-input-access"});
+    process.waitForFinished(10'000);
+
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_TRUE(std::filesystem::is_empty(user.path()));
+}
+
+TEST_F(Start, HelpAndVersionArePrinted)
+{
+    EXPECT_THAT(run({"--help"}).output, HasSubstr("--toggle"));
+    EXPECT_THAT(run({"--version"}).output, StartsWith("clavo "));
+    EXPECT_EQ(run({"--version"}).status, 0);
+}
+
+TEST_F(Start, AnUnknownOptionIsAnError)
+{
+    const auto outcome = run({"--loud"});
+
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_THAT(outcome.errors, HasSubstr("'--loud'"));
+    EXPECT_EQ(outcome.output, "");
+}
+
+TEST_F(Start, ARequestToEndEndsItCleanly)
+{
+    RunningProgram program(user.path());
+    ASSERT_TRUE(program.listens());
+
+    EXPECT_EQ(program.quit(), 0);
+}
+
+TEST_F(Start, ASecondStartLeavesItToTheFirst)
+{
+    RunningProgram first(user.path());
+    ASSERT_TRUE(first.listens());
+
+    EXPECT_EQ(run({}).status, 0);
+
+    hands.strike(keyA);
+    EXPECT_TRUE(becomes(statsFile(), "total", 1)) << "counted twice, or not at all";
+}
+
+TEST_F(Start, AStartInThePlaceOfTheRunningOneEndsThat)
+{
+    RunningProgram first(user.path());
+    ASSERT_TRUE(first.listens());
+
+    RunningProgram second(user.path(), {"--replace"});
+
+    EXPECT_TRUE(first.endsWith(0));
+    EXPECT_TRUE(second.listens());
+}
+
+TEST_F(Start, TheRunningOneIsToggledFromTheCommandLine)
+{
+    RunningProgram program(user.path());
+    ASSERT_TRUE(program.listens());
+
+    EXPECT_EQ(run({"--toggle"}).status, 0);
+    EXPECT_TRUE(becomes(settingsFile(), "enabled", false));
+    EXPECT_EQ(run({"--toggle"}).status, 0);
+    EXPECT_TRUE(becomes(settingsFile(), "enabled", true));
+}
+
+TEST_F(Start, NothingIsToggledWhereNothingRuns)
+{
+    const auto outcome = run({"--toggle"});
+
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors, "clavo: Clavo is not running\n");
+    EXPECT_TRUE(std::filesystem::is_empty(user.path()));
+}
+
+} // namespace
+} // namespace clavo

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+#include "desktop/program/ProgramFixture.h"
+
+#include <QDate>
+
+#include <algorithm>
+#include <set>
+#include <string>
+
+namespace clavo
+{
+namespace
+{
+
+using testing::Contains;
+using testing::Each;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::IsSubsetOf;
+
+namespace fs = std::filesystem;
+
+/// The greatest sample of what was recorded.
+float peak(const Recording& recording)
+{
+    float greatest = 0;
+    for (const auto* channel : {&recording.left, &recording.right}) {
+        for (const auto sample : *channel)
+            greatest = std::max(greatest, std::abs(sample));
+    }
+    return greatest;
+}
+
+std::string today()
+{
+    return QDate::currentDate().toString("yyyy-MM-dd").toStdString();
+}
+
+class Typing : public ProgramFixture
+{
+protected:
+    /// Every file of the user's, by its path in the user's folder.
+    [[nodiscard]] std::set<std::string> files() const
+    {
+        std::set<std::string> names;
+        for (const auto& entry : fs::recursive_directory_iterator(user.path())) {
+            if (!entry.is_directory())
+                names.insert(fs::relative(entry.path(), user.path()).string());
+        }
+        return names;
+    }
+};
+
+TEST_F(Typing, IsHeardAndCounted)
+{
+    RunningProgram program(user.path());
+    ASSERT_TRUE(program.listens());
+    SinkRecorder recorder(desktopSink);
+    ASSERT_TRUE(EventLoop::until([&] { return recorder.frames() > 0; }));
+
+    for (int key = 0; key < 5; ++key)
+        hands.strike(keyA);
+
+    EXPECT_TRUE(EventLoop::until([&] { return peak(recorder.recording()) > 0.01F; }));
+    EXPECT_TRUE(becomes(statsFile(), "total", 5));
+}
+
+TEST_F(Typing, WithTheSoundsOffIsCountedAndSilent)
+{
+    store({{"enabled", false}});
+    RunningProgram program(user.path());
+    ASSERT_TRUE(program.listens());
+    SinkRecorder recorder(desktopSink);
+
+    for (int key = 0; key < 7; ++key)
+        hands.strike(keyA);
+
+    // The save comes two seconds after the last key.
+    EXPECT_TRUE(becomes(statsFile(), "total", 7));
+    EXPECT_GT(recorder.frames(), 44100U);
+    EXPECT_EQ(peak(recorder.recording()), 0.0F);
+}
+
+TEST_F(Typing, LeavesNothingFromWhichItCouldBeReadBack)
+{
+    // Each key of the secret stands for one of its characters.
+    const std::vector<std::uint32_t> secret{31, 18, 46, 19, 18, 20, 3, 4, 18, 19, 20};
+    {
+        RunningProgram program(user.path());
+        ASSERT_TRUE(program.listens());
+        for (const auto key : secret)
+            hands.strike(key);
+        ASSERT_TRUE(becomes(statsFile(), "total", secret.size()));
+
+        // Which key it was is in no line: all presses look alike, and all releases.
+        auto lines = program.logLines();
+        const auto isStroke = [](const std::string& line) {
+            return line.starts_with("clavo: touche ");
+        };
+        const auto strokes = std::ranges::count_if(lines, isStroke);
+        EXPECT_EQ(strokes, std::ssize(secret) * 2);
+        std::erase(lines, "clavo: touche appuyée, son: true");
+        std::erase(lines, "clavo: touche relâchée, son: true");
+        for (const auto& line : lines) {
+            EXPECT_THAT(
+                (std::vector<std::string>{"pack chargé", "autorisation", "sortie audio"}),
+                Contains(testing::ResultOf(
+                    [&](const std::string& start) { return line.starts_with("clavo: " + start); },
+                    true)))
+                << line;
+        }
+    }
+
+    // All that is kept is three counts.
+    EXPECT_THAT(files(), IsSubsetOf({"data/Clavo/stats.json"}));
+    EXPECT_EQ(
+        read(statsFile()),
+        json({{"daily", {{today(), secret.size()}}}, {"bestWPM", 0}, {"total", secret.size()}}));
+}
+
+} // namespace
+} // namespace clavo
