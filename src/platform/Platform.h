@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/AppearanceSettings.h"
 #include "app/DefaultsStore.h"
 #include "app/InputAccess.h"
 #include "app/Instance.h"
@@ -44,6 +45,9 @@ struct Platform {
 
 /// What takes the program's icon.
 [[nodiscard]] std::unique_ptr<TrayHosts> makeTrayHosts();
+
+/// What the desktop says of the look of programs.
+[[nodiscard]] std::unique_ptr<AppearanceSettings> makeAppearanceSettings();
 
 /// The session's instance of the program: found out before there is anything else.
 [[nodiscard]] std::unique_ptr<Instance> makeInstance();

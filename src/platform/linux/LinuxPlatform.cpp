@@ -4,6 +4,7 @@
 #include "log/Log.h"
 #include "platform/dbus/DBusInstance.h"
 #include "platform/dbus/DBusTrayHosts.h"
+#include "platform/dbus/PortalAppearanceSettings.h"
 #include "platform/linux/AudioOutputs.h"
 #include "platform/linux/AutostartEntry.h"
 #include "platform/linux/Environment.h"
@@ -106,6 +107,11 @@ std::unique_ptr<TrayHosts> makeTrayHosts()
         windows = std::make_unique<X11TrayHosts>();
     return std::make_unique<PreferredTrayHosts>(std::make_unique<DBusTrayHosts>(),
                                                 std::move(windows));
+}
+
+std::unique_ptr<AppearanceSettings> makeAppearanceSettings()
+{
+    return std::make_unique<PortalAppearanceSettings>();
 }
 
 std::unique_ptr<Instance> makeInstance()

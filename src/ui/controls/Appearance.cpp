@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace clavo
 {
@@ -42,10 +43,13 @@ Appearance::Appearance()
     QCoreApplication::instance()->installEventFilter(this);
 }
 
-void Appearance::setWish(const AppearanceWish& wish)
+void Appearance::follow(std::unique_ptr<AppearanceSettings> settings)
 {
-    m_wish = wish;
-    emit changed();
+    m_settings = std::move(settings);
+    m_settings->watch([this](const AppearanceWish& wish) {
+        m_wish = wish;
+        emit changed();
+    });
 }
 
 bool Appearance::isDark() const
@@ -57,8 +61,10 @@ bool Appearance::isDark() const
 
 QColor Appearance::accent() const
 {
-    return m_wish.accent.value_or(
-        QGuiApplication::palette().color(QPalette::Active, QPalette::Highlight));
+    if (const auto& wish = m_wish.accent)
+        return QColor::fromRgbF(static_cast<float>(wish->red), static_cast<float>(wish->green),
+                                static_cast<float>(wish->blue));
+    return QGuiApplication::palette().color(QPalette::Active, QPalette::Highlight);
 }
 
 QColor Appearance::readable(const QColor& color, const QColor& background, double ratio)

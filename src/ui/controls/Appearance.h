@@ -1,23 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/AppearanceSettings.h"
+
 #include <QColor>
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-#include <optional>
+#include <memory>
 
 class QJSEngine;
 class QQmlEngine;
 
 namespace clavo
 {
-
-/// What a desktop says of its look, where it says anything.
-struct AppearanceWish {
-    std::optional<bool> isDark;
-    std::optional<QColor> accent;
-};
 
 /// How the desktop looks at the moment: light or dark, and its accent colour. Both are taken from
 /// the application's palette and follow it live; a desktop's own word goes before the palette.
@@ -35,10 +31,8 @@ public:
     static Appearance& shared();
     static Appearance* create(QQmlEngine* engine, QJSEngine* scriptEngine);
 
-    Appearance();
-
-    /// Lets the desktop's own word go before the palette.
-    void setWish(const AppearanceWish& wish);
+    /// Lets the desktop's own word go before the palette, from now on.
+    void follow(std::unique_ptr<AppearanceSettings> settings);
 
     [[nodiscard]] bool isDark() const;
     [[nodiscard]] QColor accent() const;
@@ -59,6 +53,9 @@ signals:
     void changed();
 
 private:
+    Appearance(); // Were it public, every engine would make an instance of its own.
+
+    std::unique_ptr<AppearanceSettings> m_settings;
     AppearanceWish m_wish;
 };
 

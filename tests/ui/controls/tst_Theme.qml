@@ -26,6 +26,16 @@ TestCase {
         compare(Theme.accent, "#c64600");
     }
 
+    function test_theUsersWishGoesBeforeThePalette() {
+        FakeDesktop.wish(true, "#c64600");
+        verify(Theme.dark);
+        compare(Theme.accent, "#c64600");
+
+        FakeDesktop.look(false, "#308cc6");
+        verify(!Theme.dark);
+        compare(Theme.accent, "#308cc6");
+    }
+
     function test_bringsOutAnAccentColourThatCannotBeSeen() {
         FakeDesktop.look(false, "#fff0a0");
         verify(Appearance.contrast(Theme.accent, Theme.window) >= 3);

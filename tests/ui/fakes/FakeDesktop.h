@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "fakes/FakeAppearanceSettings.h"
+
 #include <QColor>
-#include <QGuiApplication>
 #include <QObject>
-#include <QPalette>
 #include <QtQml/qqmlregistration.h>
 
 namespace clavo
 {
 
-/// The desktop's look as far as a palette tells it, for tests to change.
+/// The desktop's look, for tests to change. What its user wishes goes before its palette.
 class FakeDesktop : public QObject
 {
     Q_OBJECT
@@ -18,12 +18,14 @@ class FakeDesktop : public QObject
     QML_SINGLETON
 
 public:
-    Q_INVOKABLE void look(bool dark, const QColor& accent)
-    {
-        QPalette palette(dark ? QColor(0x20, 0x20, 0x20) : QColor(0xf0, 0xf0, 0xf0));
-        palette.setColor(QPalette::Highlight, accent);
-        QGuiApplication::setPalette(palette);
-    }
+    FakeDesktop();
+
+    /// Gives the application a palette, and the user no wish.
+    Q_INVOKABLE void look(bool dark, const QColor& accent);
+    Q_INVOKABLE void wish(bool dark, const QColor& accent);
+
+private:
+    FakeAppearanceSettings* m_settings; // The appearance owns them.
 };
 
 } // namespace clavo

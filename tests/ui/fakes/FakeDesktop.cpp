@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#include "ui/fakes/FakeDesktop.h"
+
+#include "ui/controls/Appearance.h"
+
+#include <QGuiApplication>
+#include <QPalette>
+
+#include <memory>
+#include <utility>
+
+namespace clavo
+{
+
+FakeDesktop::FakeDesktop()
+{
+    auto settings = std::make_unique<FakeAppearanceSettings>();
+    m_settings = settings.get();
+    Appearance::shared().follow(std::move(settings));
+}
+
+void FakeDesktop::look(bool dark, const QColor& accent)
+{
+    QPalette palette(dark ? QColor(0x20, 0x20, 0x20) : QColor(0xf0, 0xf0, 0xf0));
+    palette.setColor(QPalette::Highlight, accent);
+    QGuiApplication::setPalette(palette);
+    m_settings->turnTo({});
+}
+
+void FakeDesktop::wish(bool dark, const QColor& accent)
+{
+    m_settings->turnTo({.isDark = dark,
+                        .accent = AppearanceWish::Color{.red = accent.redF(),
+                                                        .green = accent.greenF(),
+                                                        .blue = accent.blueF()}});
+}
+
+} // namespace clavo
