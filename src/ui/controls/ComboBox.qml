@@ -60,12 +60,13 @@ T.ComboBox {
         color: root.enabled ? Theme.secondaryText : Theme.disabledText
     }
 
-    contentItem: Label {
+    // No label: the box asks a text field how wide its texts are.
+    contentItem: T.TextField {
         text: root.displayText
-        font: root.font
+        color: root.enabled ? Theme.text : Theme.disabledText
         verticalAlignment: Text.AlignVCenter
-        elide: Text.ElideRight
-        enabled: root.enabled
+        enabled: false
+        readOnly: true
         Accessible.ignored: true
     }
 

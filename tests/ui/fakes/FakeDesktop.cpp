@@ -3,6 +3,7 @@
 
 #include "ui/controls/Appearance.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
 #include <QPalette>
 
@@ -33,6 +34,11 @@ void FakeDesktop::wish(bool dark, const QColor& accent)
                         .accent = AppearanceWish::Color{.red = accent.redF(),
                                                         .green = accent.greenF(),
                                                         .blue = accent.blueF()}});
+}
+
+void FakeDesktop::startAssistiveTechnology()
+{
+    QAccessible::setActive(true);
 }
 
 } // namespace clavo

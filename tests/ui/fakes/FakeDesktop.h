@@ -23,6 +23,8 @@ public:
     /// Gives the application a palette, and the user no wish.
     Q_INVOKABLE void look(bool dark, const QColor& accent);
     Q_INVOKABLE void wish(bool dark, const QColor& accent);
+    /// From here on the controls that exist tell what they are.
+    Q_INVOKABLE static void startAssistiveTechnology();
 
 private:
     FakeAppearanceSettings* m_settings; // The appearance owns them.
