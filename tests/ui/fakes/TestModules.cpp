@@ -3,7 +3,8 @@
 
 #include "ui/QmlModules.h"
 
-void qml_register_types_Clavo_Test(); // Generated.
+// NOLINTNEXTLINE(readability-identifier-naming): the generator gives the name.
+void qml_register_types_Clavo_Test();
 
 namespace clavo
 {
