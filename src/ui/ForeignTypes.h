@@ -2,6 +2,8 @@
 #pragma once
 
 #include "app/AppState.h"
+#include "stats/StatsDay.h"
+#include "stats/StatsStore.h"
 
 #include <QtQml/qqml.h>
 
@@ -15,6 +17,19 @@ struct AppStateType {
     QML_FOREIGN(clavo::AppState)
     QML_NAMED_ELEMENT(AppState)
     QML_UNCREATABLE("The program has one.")
+};
+
+struct StatsStoreType {
+    Q_GADGET
+    QML_FOREIGN(clavo::StatsStore)
+    QML_NAMED_ELEMENT(StatsStore)
+    QML_UNCREATABLE("The application state has it.")
+};
+
+struct StatsDayType {
+    Q_GADGET
+    QML_FOREIGN(clavo::StatsDay)
+    QML_VALUE_TYPE(statsDay)
 };
 
 } // namespace clavo

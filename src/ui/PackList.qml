@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Clavo
+import Clavo.Controls
+
+// All packs by category: resting on one plays it, a click selects it.
+ColumnLayout {
+    id: root
+
+    required property AppState appState
+
+    spacing: 6
+
+    PackListModel {
+        id: packs
+        appState: root.appState
+        onModelReset: preview.leave(preview.hovered) // The row under the pointer is another one.
+    }
+
+    HoverPreview {
+        id: preview
+        onRested: packID => root.appState.preview(packID)
+    }
+
+    Label {
+        text: qsTr("SWITCHES")
+        color: Theme.secondaryText
+        font.pixelSize: Theme.sectionSize
+        font.weight: Font.DemiBold
+        Accessible.role: Accessible.Heading
+        Accessible.name: text
+    }
+
+    ListView {
+        id: list
+        objectName: "packs"
+        Layout.fillWidth: true
+        Layout.preferredHeight: 210
+        model: packs
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        activeFocusOnTab: true
+        keyNavigationEnabled: true
+        T.ScrollBar.vertical: ScrollBar {
+            id: bar
+        }
+        Accessible.role: Accessible.List
+        Accessible.name: qsTr("Switches")
+
+        section.property: "categoryTitle"
+        section.delegate: Label {
+            objectName: "categoryTitle"
+            required property string section
+            text: section
+            color: Theme.secondaryText
+            font.pixelSize: Theme.captionSize
+            font.weight: Font.DemiBold
+            leftPadding: 8
+            topPadding: 8
+            bottomPadding: 4
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
+        }
+
+        // qmllint disable unqualified
+        // To bind components would keep Qt 6.4 from making the section titles.
+        delegate: PackRow {
+            objectName: "row"
+            required property int index
+            required property string packID
+            width: ListView.view.width - bar.width
+            highlighted: preview.hovered === packID
+            onHoveredChanged: hovered ? preview.enter(packID) : preview.leave(packID)
+            onClicked: {
+                list.currentIndex = index;
+                root.appState.packID = packID; // Loads it also when it is the selected one.
+            }
+        }
+        // qmllint enable unqualified
+
+        Component.onCompleted: {
+            currentIndex = Math.max(0, packs.selectedRow);
+            positionViewAtIndex(currentIndex, ListView.Contain);
+        }
+    }
+
+    Label {
+        Layout.fillWidth: true
+        text: qsTr("Hover a switch to hear it, click to choose it.")
+        color: Theme.secondaryText
+        font.pixelSize: Theme.captionSize
+        wrapMode: Text.WordWrap
+    }
+}

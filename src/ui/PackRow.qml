@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Clavo.Controls
+
+// One pack of the list: whether it is the selected one, its name, and, under the pointer
+// (highlighted), that it is about to be heard.
+T.RadioDelegate {
+    id: root
+
+    required property string name
+    required property bool selected
+
+    text: name
+    implicitHeight: 28
+    leftPadding: 8
+    rightPadding: 8
+    hoverEnabled: true
+    focusPolicy: Qt.NoFocus // The list hands the focus to its current row.
+
+    checked: selected
+    Accessible.name: name
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+
+    contentItem: RowLayout {
+        spacing: 8
+
+        Symbol {
+            objectName: "mark"
+            name: root.selected ? "checkmark.circle.fill" : "circle"
+            color: root.selected ? Theme.accent : Theme.secondaryText
+            size: 14
+        }
+        Label {
+            objectName: "name"
+            Layout.fillWidth: true
+            text: root.name
+            textFormat: Text.PlainText
+            font.pixelSize: Theme.rowSize
+            font.weight: root.selected ? Font.DemiBold : Font.Normal
+            elide: Text.ElideRight
+            verticalAlignment: Text.AlignVCenter
+        }
+        Symbol {
+            objectName: "speaker"
+            visible: root.highlighted
+            name: "speaker.wave.2.fill"
+            color: Theme.secondaryText
+            size: 12
+        }
+    }
+
+    background: Rectangle {
+        objectName: "highlight"
+        radius: Theme.rowRadius
+        color: root.highlighted ? Theme.hover : "transparent"
+
+        // Inside, as the list cuts off what stands out.
+        FocusRing {
+            visible: root.activeFocus
+            anchors.margins: 0
+            radius: parent.radius
+        }
+    }
+}

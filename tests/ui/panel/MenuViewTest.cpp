@@ -1,0 +1,296 @@
+// SPDX-License-Identifier: MIT
+#include "ui/HoverPreview.h"
+#include "ui/panel/PanelFixture.h"
+
+#include <gmock/gmock.h>
+
+namespace clavo
+{
+namespace
+{
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::Pair;
+
+constexpr std::int64_t keyA = 0; // Virtual key code.
+
+class MenuViewTest : public PanelFixture
+{
+protected:
+    MenuViewTest()
+    {
+        addPack("cherrymx-red-abs", "Cherry Red", "linear");
+        addPack("topre", "Topre", "special");
+    }
+
+    /// A permission that was granted, but so soon after a relaunch that the user has to ask for the
+    /// next one.
+    void needRelaunch()
+    {
+        permission = false;
+        const auto seconds = startedAt.time_since_epoch();
+        stored["permissionRelaunch"] = std::chrono::duration<double>(seconds).count();
+        state();
+        time.advance(2s);
+        freshProcess(true);
+    }
+
+    QQuickItem& row(const std::string& name)
+    {
+        for (auto* const item : all("row"))
+            if (item->property("text").toString().toStdString() == name)
+                return *item;
+        throw std::runtime_error("no row " + name);
+    }
+    QQuickItem& button(const QString& text)
+    {
+        const auto found = itemsThat([&](auto* item) {
+            return item->inherits("QQuickButton") && item->property("text") == text;
+        });
+        EXPECT_EQ(found.size(), 1U) << text.toStdString();
+        return *found.at(0);
+    }
+    bool hasButton(const QString& text)
+    {
+        return !itemsThat([&](auto* item) { return item->property("text") == text; }).empty();
+    }
+    std::vector<std::string> marked()
+    {
+        std::vector<std::string> names;
+        for (const auto* item : all("row"))
+            if (item->property("selected").toBool())
+                names.push_back(item->property("text").toString().toStdString());
+        return names;
+    }
+    std::vector<std::string> highlighted()
+    {
+        std::vector<std::string> names;
+        for (const auto* item : all("row"))
+            if (item->property("highlighted").toBool())
+                names.push_back(item->property("text").toString().toStdString());
+        return names;
+    }
+};
+
+TEST_F(MenuViewTest, IsAsWideAsItIsMeantToBe)
+{
+    EXPECT_EQ(window().width(), 330);
+    EXPECT_EQ(item("packs").height(), 210);
+}
+
+TEST_F(MenuViewTest, ShowsTheCardOnlyWithoutPermission)
+{
+    permission = false;
+
+    EXPECT_TRUE(isShown("permissionCard"));
+    EXPECT_FALSE(hasButton("Restart now"));
+}
+
+TEST_F(MenuViewTest, ShowsNoCardWithPermission)
+{
+    EXPECT_FALSE(isShown("permissionCard"));
+}
+
+TEST_F(MenuViewTest, OffersTheRestartOnlyWhenItIsNeeded)
+{
+    needRelaunch();
+
+    click(button("Restart now"));
+
+    EXPECT_EQ(relauncher->opened, 1);
+}
+
+TEST_F(MenuViewTest, AsksForThePermission)
+{
+    permission = false;
+    window();
+    const auto requests = access->requests;
+
+    click(button("Open Input Monitoring"));
+
+    EXPECT_EQ(access->requests, requests + 1);
+}
+
+TEST_F(MenuViewTest, TilesShowTheStatistics)
+{
+    window();
+    for (int i = 0; i < 5; ++i)
+        press(keyA);
+    EXPECT_THAT(texts("value"), ElementsAre("0", "0", "0"));
+
+    // Five characters within a minute are one word.
+    EXPECT_TRUE(QTest::qWaitFor([this] { return text("value") == "5"; }));
+    EXPECT_THAT(texts("value"), ElementsAre("5", "0", "1"));
+    EXPECT_THAT(texts("label"), ElementsAre("keys today", "streak", "best WPM"));
+}
+
+TEST_F(MenuViewTest, HeaderShowsThePackThatPlays)
+{
+    state().setPackID("deleted");
+
+    EXPECT_EQ(text("selectedPack"), "Cherry Red");
+    EXPECT_THAT(marked(), ElementsAre());
+}
+
+TEST_F(MenuViewTest, ShowsThePacksByCategory)
+{
+    EXPECT_THAT(texts("categoryTitle"), ElementsAre("Linear", "Special"));
+    EXPECT_THAT(texts("row"), ElementsAre("Cherry Red", "Topre"));
+    EXPECT_THAT(marked(), ElementsAre("Cherry Red"));
+}
+
+TEST_F(MenuViewTest, ShowsTheUsersPacksUnderATitleOfTheirOwn)
+{
+    addCustomPack("mine", "Mine");
+
+    EXPECT_THAT(texts("categoryTitle"), ElementsAre("Linear", "Special", "My packs"));
+}
+
+TEST_F(MenuViewTest, AClickSelectsAPack)
+{
+    click(row("Topre"));
+
+    EXPECT_EQ(state().packID(), "topre");
+    EXPECT_THAT(marked(), ElementsAre("Topre"));
+    EXPECT_EQ(text("selectedPack"), "Topre");
+}
+
+TEST_F(MenuViewTest, AClickOnTheSelectedPackLoadsItAgain)
+{
+    window();
+    lines().clear();
+
+    click(row("Cherry Red"));
+
+    EXPECT_THAT(lines(), ElementsAre("pack chargé : cherrymx-red-abs"));
+}
+
+TEST_F(MenuViewTest, TheRowUnderThePointerStandsOut)
+{
+    moveOver({2, 2});
+    moveOver(middle(row("Cherry Red")));
+    EXPECT_THAT(highlighted(), ElementsAre("Cherry Red"));
+    EXPECT_EQ(all("speaker").size(), 1U);
+
+    moveOver(middle(row("Topre")));
+    EXPECT_THAT(highlighted(), ElementsAre("Topre"));
+
+    moveOver({2, 2});
+    EXPECT_THAT(highlighted(), ElementsAre());
+    EXPECT_FALSE(isShown("speaker"));
+}
+
+TEST_F(MenuViewTest, APackThatIsRestedOnIsHeard)
+{
+    auto* const hover = window().findChild<HoverPreview*>();
+    ASSERT_TRUE(hover);
+    const auto waiting = time.waiting();
+
+    emit hover->rested("topre");
+
+    EXPECT_GT(time.waiting(), waiting);
+    EXPECT_EQ(state().packID(), "cherrymx-red-abs");
+}
+
+TEST_F(MenuViewTest, SwitchesChangeTheSettingsAtOnce)
+{
+    for (const auto* name : {"enabled", "keyUpSounds", "spatial", "mouseSounds", "scrollSounds"})
+        click(item(name));
+
+    EXPECT_THAT(defaults->written, ElementsAre(Pair("enabled", DefaultsValue(false)),
+                                               Pair("keyUpSounds", DefaultsValue(false)),
+                                               Pair("mouseSounds", DefaultsValue(true)),
+                                               Pair("scrollSounds", DefaultsValue(true)),
+                                               Pair("spatial", DefaultsValue(false))));
+}
+
+TEST_F(MenuViewTest, SwitchesFollowTheSettings)
+{
+    window();
+    state().setEnabled(false);
+    EXPECT_FALSE(item("enabled").property("checked").toBool());
+    click(item("enabled"));
+    state().setEnabled(false);
+    EXPECT_FALSE(item("enabled").property("checked").toBool());
+}
+
+TEST_F(MenuViewTest, TheSliderChangesTheVolume)
+{
+    item("volume").forceActiveFocus(Qt::TabFocusReason);
+
+    press(Qt::Key_Left);
+    EXPECT_NEAR(state().volume(), 0.75, 1e-9);
+    press(Qt::Key_Right);
+    EXPECT_NEAR(state().volume(), 0.8, 1e-9);
+
+    click(item("volume"));
+    EXPECT_NEAR(state().volume(), 0.5, 0.05);
+}
+
+TEST_F(MenuViewTest, TheKeyboardReachesEveryControlInOrder)
+{
+    permission = false;
+    std::vector<std::string> order;
+    window();
+    for (int i = 0; i < 10; ++i) {
+        press(Qt::Key_Tab);
+        auto* const focused = window().activeFocusItem();
+        auto* const accessible = QAccessible::queryAccessibleInterface(focused);
+        ASSERT_TRUE(accessible) << i;
+        EXPECT_NE(accessible->role(), QAccessible::NoRole);
+        order.push_back(accessible->text(QAccessible::Name).toStdString());
+    }
+
+    EXPECT_THAT(order, ElementsAre("Sounds", "Open Input Monitoring", "Cherry Red", "Volume",
+                                   "Key-up sounds", "Spatial sound (left / right)", "Mouse clicks",
+                                   "Scroll wheel ticks", "Settings", "Quit"));
+}
+
+TEST_F(MenuViewTest, ArrowsMoveInThePackListAndSpaceAndReturnSelect)
+{
+    item("packs").forceActiveFocus(Qt::TabFocusReason);
+    press(Qt::Key_Down);
+    EXPECT_EQ(state().packID(), "cherrymx-red-abs");
+
+    press(Qt::Key_Space);
+    EXPECT_EQ(state().packID(), "topre");
+
+    press(Qt::Key_Up);
+    press(Qt::Key_Return);
+    EXPECT_EQ(state().packID(), "cherrymx-red-abs");
+}
+
+TEST_F(MenuViewTest, RowsSayWhichOneIsSelected)
+{
+    auto* const accessible = QAccessible::queryAccessibleInterface(&row("Cherry Red"));
+    EXPECT_EQ(accessible->role(), QAccessible::RadioButton);
+    EXPECT_EQ(accessible->text(QAccessible::Name), "Cherry Red");
+    EXPECT_TRUE(accessible->state().checked);
+    EXPECT_FALSE(QAccessible::queryAccessibleInterface(&row("Topre"))->state().checked);
+}
+
+TEST_F(MenuViewTest, LargeNumbersMoveNothing)
+{
+    const auto size = window().size();
+    const auto packs = middle(item("packs"));
+    for (auto* const value : all("value"))
+        value->setProperty("text", "9,999,999,999");
+    settle();
+
+    EXPECT_EQ(window().size(), size);
+    EXPECT_EQ(middle(item("packs")), packs);
+}
+
+class WithoutPacks : public PanelFixture
+{
+};
+
+TEST_F(WithoutPacks, TheHeaderShowsADash)
+{
+    EXPECT_EQ(text("selectedPack"), "—");
+    EXPECT_FALSE(isShown("row"));
+}
+
+} // namespace
+} // namespace clavo
