@@ -2,20 +2,31 @@
 #include "app/ClavoApp.h"
 
 #include "platform/Platform.h"
+#include "ui/controls/Appearance.h"
 
 #include <QCoreApplication>
+#include <QQuickWindow>
+
+#include <optional>
 
 namespace clavo
 {
 
 ClavoApp::ClavoApp(AppState& state, Instance& instance)
-    : m_state(state), m_trayHosts(makeTrayHosts()), m_menuBarItem(*m_trayHosts)
+    : m_state(state), m_trayHosts(makeTrayHosts()), m_menuBarItem(*m_trayHosts), m_panel(state)
 {
+    // A graphics driver would stay in memory after the windows that needed it.
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    Appearance::shared().follow(makeAppearanceSettings());
+
     const auto showEnabled = [this] { m_menuBarItem.setEnabled(m_state.enabled()); };
     connect(&m_state, &AppState::enabledChanged, this, showEnabled);
     showEnabled();
     connect(&m_menuBarItem, &MenuBarItem::enabledRequested, &m_state, &AppState::setEnabled);
+    connect(&m_menuBarItem, &MenuBarItem::openRequested, &m_panel, &Panel::toggle);
     connect(&m_menuBarItem, &MenuBarItem::quitRequested, qApp, &QCoreApplication::quit);
+    connect(&m_panel, &Panel::quitRequested, qApp, &QCoreApplication::quit);
+    connect(&m_panel, &Panel::freed, this, returnFreedMemory);
     instance.receive([this](Instance::Request request) { answer(request); });
 }
 
@@ -23,6 +34,7 @@ void ClavoApp::answer(Instance::Request request)
 {
     switch (request) {
     case Instance::Request::openPanel:
+        m_panel.open(std::nullopt);
         break;
     case Instance::Request::toggle:
         m_state.toggle();

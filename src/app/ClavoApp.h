@@ -4,6 +4,7 @@
 #include "app/AppState.h"
 #include "app/Instance.h"
 #include "tray/TrayHosts.h"
+#include "ui/Panel.h"
 #include "ui/menubar/MenuBarItem.h"
 
 #include <QObject>
@@ -30,6 +31,7 @@ private:
     AppState& m_state;
     std::unique_ptr<TrayHosts> m_trayHosts;
     MenuBarItem m_menuBarItem;
+    Panel m_panel;
 };
 
 } // namespace clavo

@@ -64,4 +64,7 @@ void sendLogToSystem();
 /// main loop.
 void quitOnTermination();
 
+/// Gives the system back what has been freed and is still kept for the next allocation.
+void returnFreedMemory();
+
 } // namespace clavo

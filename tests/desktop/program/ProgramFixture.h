@@ -10,6 +10,8 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -71,6 +73,17 @@ protected:
             const auto content = read(file);
             return content.is_object() && content.contains(member) && content[member] == value;
         });
+    }
+
+    /// The greatest sample of what was recorded.
+    static float peak(const Recording& recording)
+    {
+        float greatest = 0;
+        for (const auto* channel : {&recording.left, &recording.right}) {
+            for (const auto sample : *channel)
+                greatest = std::max(greatest, std::abs(sample));
+        }
+        return greatest;
     }
 
     EventLoop loop;

@@ -20,17 +20,6 @@ using testing::IsSubsetOf;
 
 namespace fs = std::filesystem;
 
-/// The greatest sample of what was recorded.
-float peak(const Recording& recording)
-{
-    float greatest = 0;
-    for (const auto* channel : {&recording.left, &recording.right}) {
-        for (const auto sample : *channel)
-            greatest = std::max(greatest, std::abs(sample));
-    }
-    return greatest;
-}
-
 std::string today()
 {
     return QDate::currentDate().toString("yyyy-MM-dd").toStdString();
