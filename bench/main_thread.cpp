@@ -108,7 +108,8 @@ int main(int argc, char* argv[])
     auto timed = std::make_unique<TimedTap>(std::move(platform.eventTap));
     auto* const tap = timed.get();
     platform.eventTap = std::move(timed);
-    const clavo::AppState state(std::move(platform));
+    auto surroundings = clavo::AppState::Surroundings::real(platform.executable);
+    const clavo::AppState state(std::move(platform), std::move(surroundings));
     auto* const display = xcb_connect(nullptr, nullptr);
     if (!state.hasPermission() || xcb_connection_has_error(display) != 0) {
         fmt::print(stderr, "main_thread: no X11 desktop; run it inside scripts/virtual-desktop\n");

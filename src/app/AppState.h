@@ -48,6 +48,9 @@ public:
         SoundEngine::RunLater runLater;
         PermissionWait::Ask askFreshProcess;
         StatsSurroundings stats; // Its wall clock is the state's too.
+
+        /// The real ones, for the program of this file.
+        [[nodiscard]] static Surroundings real(const std::filesystem::path& executable);
     };
 
     /// The one instance of the program, made on first use for the platform it runs on and kept

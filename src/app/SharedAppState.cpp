@@ -10,7 +10,7 @@ namespace clavo
 namespace
 {
 
-double uptime()
+double secondsSinceBoot()
 {
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
     return std::chrono::duration<double>(now).count();
@@ -19,16 +19,21 @@ double uptime()
 AppState* makeShared()
 {
     auto platform = makePlatform();
-    AppState::Surroundings surroundings{
-        .uptime = uptime,
-        .runLater = StatsSurroundings::runOnMainThread,
-        .askFreshProcess = askFreshProcess(platform.executable),
-        .stats = {},
-    };
+    auto surroundings = AppState::Surroundings::real(platform.executable);
     return new AppState(std::move(platform), std::move(surroundings));
 }
 
 } // namespace
+
+AppState::Surroundings AppState::Surroundings::real(const std::filesystem::path& executable)
+{
+    return {
+        .uptime = secondsSinceBoot,
+        .runLater = StatsSurroundings::runOnMainThread,
+        .askFreshProcess = clavo::askFreshProcess(executable),
+        .stats = {},
+    };
+}
 
 AppState& AppState::shared()
 {
