@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <ranges>
 #include <utility>
 #include <vector>
 
@@ -110,6 +111,7 @@ private:
     void press(const xcb_key_press_event_t& event);
     void followMap();
     void grab();
+    void grabNow();
 
     std::string m_display;
     std::vector<Registration> m_registrations;
@@ -143,7 +145,7 @@ std::optional<HotKeyRef> X11HotKeyService::Grabber::add(const HotKey& hotKey,
     m_registrations.push_back(
         {.ref = ++m_lastRef, .hotKey = hotKey, .pressed = std::move(pressed)});
     if (server())
-        grab();
+        grabNow();
     else if (!m_retry.isActive())
         connect();
     return m_lastRef;
@@ -152,11 +154,10 @@ std::optional<HotKeyRef> X11HotKeyService::Grabber::add(const HotKey& hotKey,
 void X11HotKeyService::Grabber::remove(HotKeyRef ref)
 {
     std::erase_if(m_registrations, [ref](const Registration& each) { return each.ref == ref; });
-    grab();
+    grabNow();
 }
 
-/// Opens a connection in place of the present one and grabs: whoever presses the keys from now on
-/// is heard.
+/// Opens a connection in place of the present one and grabs.
 void X11HotKeyService::Grabber::connect()
 {
     auto xkb = xcb::connectXkb(m_display);
@@ -170,8 +171,7 @@ void X11HotKeyService::Grabber::connect()
     QObject::connect(&*m_readable, &QSocketNotifier::activated, [this] { drain(); });
     m_pause = firstPause;
     m_modifiers = xcb::readModifiers(server());
-    grab(); // And looks soon for the events that the replies may have brought along.
-    xcb_flush(server());
+    grabNow();
 }
 
 void X11HotKeyService::Grabber::connectLater()
@@ -266,15 +266,27 @@ void X11HotKeyService::Grabber::grab()
     for (const auto& registration : m_registrations)
         appendGrabs(m_grabs, registration, *m_modifiers, setup);
 
+    const auto isGone = [&](const Grab& each) { return std::ranges::count(m_grabs, each) == 0; };
     for (auto root = xcb_setup_roots_iterator(&setup); root.rem > 0; xcb_screen_next(&root)) {
-        if (m_grabs != old)
-            xcb_ungrab_key(server(), XCB_GRAB_ANY, root.data->root, XCB_MOD_MASK_ANY);
+        for (const auto& each : old | std::views::filter(isGone))
+            xcb_ungrab_key(server(), each.keycode, root.data->root, each.modifiers);
         for (const auto& each : m_grabs)
             xcb_grab_key(server(), false, root.data->root, each.modifiers, each.keycode,
                          XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     }
     m_isUnsent = true;
     m_soon.start(0ms);
+}
+
+/// As grab(), and returns once the server has done it: whoever strikes the keys from now on meets
+/// the new state. What else the server sends along is looked for soon.
+void X11HotKeyService::Grabber::grabNow()
+{
+    grab();
+    if (!m_modifiers)
+        return;
+    const xcb::Owned<xcb_get_input_focus_reply_t> done{
+        xcb_get_input_focus_reply(server(), xcb_get_input_focus(server()), nullptr)};
 }
 
 X11HotKeyService::X11HotKeyService(std::string display)
