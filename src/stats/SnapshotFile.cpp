@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include <cstdint>
+#include <fstream>
 #include <map>
 #include <utility>
 
@@ -101,7 +102,12 @@ bool saveSnapshot(const StatsSnapshot& snapshot, const std::filesystem::path& fi
 
 bool exportSnapshot(const StatsSnapshot& snapshot, const std::filesystem::path& file)
 {
-    return replaceFile(file, exportJson(snapshot));
+    // In place: a file that the user chose may be one that nothing can be written beside, such as
+    // the single one that a sandbox is handed.
+    std::ofstream stream(file, std::ios::binary);
+    stream << exportJson(snapshot);
+    stream.close();
+    return !stream.fail();
 }
 
 } // namespace clavo

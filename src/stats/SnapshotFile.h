@@ -31,7 +31,7 @@ inline constexpr std::string_view exportFileName = "clavo-stats.json";
 /// Replaces the file as a whole. False: what was there is untouched. Any thread.
 bool saveSnapshot(const StatsSnapshot& snapshot, const std::filesystem::path& file);
 
-/// As saveSnapshot(), with the text for people.
-[[nodiscard]] bool exportSnapshot(const StatsSnapshot& snapshot, const std::filesystem::path& file);
+/// Writes the text for people over what the file holds; false when it could not be written whole.
+bool exportSnapshot(const StatsSnapshot& snapshot, const std::filesystem::path& file);
 
 } // namespace clavo

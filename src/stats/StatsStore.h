@@ -33,6 +33,7 @@ class StatsStore : public QObject
     Q_PROPERTY(qint64 bestWPM READ bestWPM NOTIFY dataChanged)
     Q_PROPERTY(qint64 currentWPM READ currentWPM NOTIFY currentWPMChanged)
     Q_PROPERTY(QList<clavo::StatsDay> lastDays READ lastDays NOTIFY dataChanged)
+    Q_PROPERTY(qint64 streakThreshold READ streakThreshold CONSTANT)
 
 public:
     using Snapshot = StatsSnapshot;
@@ -61,7 +62,7 @@ public:
     void record(bool isCharacter);
 
     /// Forgets everything, on the disk too once the save has come.
-    void reset();
+    Q_INVOKABLE void reset();
 
     [[nodiscard]] const Snapshot& data() const { return m_data; }
     [[nodiscard]] std::int64_t total() const { return m_data.total; }
@@ -69,6 +70,7 @@ public:
     /// Words per minute, as they were at the last character.
     [[nodiscard]] std::int64_t currentWPM() const { return m_currentWPM; }
 
+    [[nodiscard]] static std::int64_t streakThreshold() { return qualifyingCount; }
     /// Keys pressed today.
     [[nodiscard]] std::int64_t today() const;
     /// Qualifying days in a row up to today, or up to yesterday while today does not qualify.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/AppState.h"
+#include "app/LanguageSetting.h"
 #include "stats/StatsDay.h"
 #include "stats/StatsStore.h"
 
@@ -16,6 +17,13 @@ struct AppStateType {
     Q_GADGET
     QML_FOREIGN(clavo::AppState)
     QML_NAMED_ELEMENT(AppState)
+    QML_UNCREATABLE("The program has one.")
+};
+
+struct LanguageSettingType {
+    Q_GADGET
+    QML_FOREIGN(clavo::LanguageSetting)
+    QML_NAMED_ELEMENT(LanguageSetting)
     QML_UNCREATABLE("The program has one.")
 };
 

@@ -247,6 +247,17 @@ TEST_F(SnapshotFile, ExportReplacesAnEarlierOne)
     EXPECT_THAT(readRegularFile(m_file, 1 << 20), Optional(exportJson({})));
 }
 
+TEST_F(SnapshotFile, ExportIsWrittenInPlace)
+{
+    const auto link = m_folder.path() / "link.json";
+    std::filesystem::create_symlink(m_file, link);
+
+    EXPECT_TRUE(exportSnapshot(twoDays(), link));
+
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    EXPECT_THAT(readRegularFile(m_file, 1 << 20), Optional(exportJson(twoDays())));
+}
+
 TEST_F(SnapshotFile, ExportThatFailsSaysSo)
 {
     EXPECT_FALSE(exportSnapshot(twoDays(), m_folder.path() / "missing" / exportFileName));

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#include "ui/DailyChart.h"
+
+#include "ui/DayLabel.h"
+#include "ui/WholeNumber.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <utility>
+
+namespace clavo
+{
+
+void DailyChart::setStats(StatsStore* stats)
+{
+    if (stats == m_stats)
+        return;
+    if (m_stats)
+        m_stats->disconnect(this);
+    m_stats = stats;
+    if (m_stats)
+        connect(m_stats, &StatsStore::dataChanged, this, &DailyChart::readDays);
+    beginResetModel();
+    m_days = m_stats ? m_stats->lastDays() : QList<StatsDay>();
+    endResetModel();
+    rescale();
+    emit statsChanged();
+}
+
+QStringList DailyChart::lines() const
+{
+    QStringList values;
+    for (std::int64_t line = 0; line <= m_scale.steps; ++line)
+        values.append(WholeNumber::grouped(line * m_scale.step));
+    return values;
+}
+
+int DailyChart::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_days.size());
+}
+
+QVariant DailyChart::data(const QModelIndex& index, int role) const
+{
+    const auto& day = m_days.at(index.row());
+    switch (role) {
+    case FractionRole:
+        return static_cast<double>(day.count) / static_cast<double>(m_scale.top());
+    case DateRole:
+        return dayLabel(day.date.date(), QLocale());
+    case MarkedRole:
+        return index.row() % 2 == 0;
+    case KeysRole:
+        return WholeNumber::grouped(day.count);
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> DailyChart::roleNames() const
+{
+    return {
+        {FractionRole, "fraction"}, {DateRole, "date"}, {MarkedRole, "marked"}, {KeysRole, "keys"}};
+}
+
+/// A key changes one bar; only a new day, or a new scale, changes all.
+void DailyChart::readDays()
+{
+    const auto before = std::exchange(m_days, m_stats->lastDays());
+    for (qsizetype row = 0; row < m_days.size(); ++row) {
+        if (m_days[row] != before[row])
+            emit dataChanged(index(static_cast<int>(row)), index(static_cast<int>(row)));
+    }
+    rescale();
+}
+
+void DailyChart::rescale()
+{
+    const auto greatest = std::ranges::max_element(m_days, {}, &StatsDay::count);
+    const auto scale = chartScale(greatest == m_days.end() ? 0 : greatest->count);
+    if (scale == m_scale)
+        return;
+    m_scale = scale;
+    if (!m_days.isEmpty())
+        emit dataChanged(index(0), index(rowCount() - 1), {FractionRole});
+    emit linesChanged();
+}
+
+} // namespace clavo

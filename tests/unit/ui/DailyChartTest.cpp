@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#include "ui/DailyChart.h"
+
+#include "unit/stats/StatsStoreFixture.h"
+
+#include <QSignalSpy>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace clavo
+{
+namespace
+{
+
+using testing::Each;
+using testing::ElementsAre;
+
+/// On 15 November 2026.
+class DailyChartOf : public StatsStoreFixture
+{
+protected:
+    DailyChartOf() { QLocale::setDefault(QLocale("en_US")); }
+    ~DailyChartOf() override { QLocale::setDefault(QLocale::c()); }
+
+    StatsStore days(const std::vector<std::int64_t>& counts)
+    {
+        return StatsStore(counts, 0, surroundings());
+    }
+
+    template <typename Value>
+    static std::vector<Value> values(const DailyChart& chart, DailyChart::Role role)
+    {
+        std::vector<Value> all;
+        for (int row = 0; row < chart.rowCount(); ++row)
+            all.push_back(chart.data(chart.index(row), role).value<Value>());
+        return all;
+    }
+};
+
+TEST_F(DailyChartOf, NothingHasABarOfNoHeightForEveryDay)
+{
+    auto stats = store();
+    DailyChart chart;
+
+    chart.setStats(&stats);
+
+    ASSERT_EQ(chart.rowCount(), 14);
+    EXPECT_THAT(values<double>(chart, DailyChart::FractionRole), Each(0.0));
+    EXPECT_EQ(chart.lines(), QStringList({"0", "1"}));
+}
+
+TEST_F(DailyChartOf, FourteenDaysEndsWithToday)
+{
+    auto stats = days({10, 20});
+    DailyChart chart;
+
+    chart.setStats(&stats);
+
+    const auto dates = values<QString>(chart, DailyChart::DateRole);
+    EXPECT_EQ(dates.front(), "Nov 2");
+    EXPECT_EQ(dates.back(), "Nov 15");
+    const auto heights = values<double>(chart, DailyChart::FractionRole);
+    EXPECT_EQ(heights[11], 0.0);
+    EXPECT_EQ(heights[12], 0.5);
+    EXPECT_EQ(heights[13], 1.0);
+}
+
+TEST_F(DailyChartOf, EverySecondDayIsMarkedFromTheFirst)
+{
+    auto stats = store();
+    DailyChart chart;
+
+    chart.setStats(&stats);
+
+    EXPECT_THAT(values<bool>(chart, DailyChart::MarkedRole),
+                ElementsAre(true, false, true, false, true, false, true, false, true, false, true,
+                            false, true, false));
+}
+
+TEST_F(DailyChartOf, ManyKeysHasLinesInTheUsersDigitGrouping)
+{
+    auto stats = days({1'234'567});
+    DailyChart chart;
+
+    chart.setStats(&stats);
+
+    EXPECT_EQ(chart.lines(), QStringList({"0", "500,000", "1,000,000", "1,500,000"}));
+    EXPECT_EQ(chart.data(chart.index(13), DailyChart::KeysRole), "1,234,567");
+}
+
+TEST_F(DailyChartOf, AKeyWithinTheScaleChangesOneBarAlone)
+{
+    auto stats = days({5, 16});
+    DailyChart chart;
+    chart.setStats(&stats);
+    const QSignalSpy changed(&chart, &DailyChart::dataChanged);
+    const QSignalSpy reset(&chart, &DailyChart::modelReset);
+
+    stats.record(false);
+
+    ASSERT_EQ(changed.count(), 1);
+    EXPECT_EQ(changed.at(0).at(0).toModelIndex().row(), 13);
+    EXPECT_EQ(changed.at(0).at(1).toModelIndex().row(), 13);
+    EXPECT_EQ(reset.count(), 0);
+    EXPECT_EQ(chart.data(chart.index(13), DailyChart::KeysRole), "17");
+}
+
+TEST_F(DailyChartOf, AKeyBeyondTheScaleRaisesTheTop)
+{
+    auto stats = days({20});
+    DailyChart chart;
+    chart.setStats(&stats);
+    const QSignalSpy lines(&chart, &DailyChart::linesChanged);
+
+    stats.record(false);
+
+    EXPECT_EQ(lines.count(), 1);
+    EXPECT_EQ(chart.lines(), QStringList({"0", "10", "20", "30"}));
+    EXPECT_EQ(chart.data(chart.index(13), DailyChart::FractionRole), 0.7);
+}
+
+TEST_F(DailyChartOf, ErasedStatisticsIsEmptyAtOnce)
+{
+    auto stats = days({30, 40});
+    DailyChart chart;
+    chart.setStats(&stats);
+
+    stats.reset();
+
+    EXPECT_THAT(values<double>(chart, DailyChart::FractionRole), Each(0.0));
+    EXPECT_THAT(values<QString>(chart, DailyChart::KeysRole), Each(QString("0")));
+}
+
+TEST_F(DailyChartOf, NoStatisticsHasNothing)
+{
+    auto stats = days({30});
+    DailyChart chart;
+    chart.setStats(&stats);
+
+    chart.setStats(nullptr);
+    stats.record(false);
+
+    EXPECT_EQ(chart.rowCount(), 0);
+}
+
+} // namespace
+} // namespace clavo
