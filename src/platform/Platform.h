@@ -3,6 +3,7 @@
 
 #include "app/AppearanceSettings.h"
 #include "app/DefaultsStore.h"
+#include "app/FileManager.h"
 #include "app/InputAccess.h"
 #include "app/Instance.h"
 #include "app/LoginItem.h"
@@ -55,6 +56,9 @@ struct Platform {
 /// Comes before the application object: without a desktop to show them on, windows are drawn
 /// nowhere, and the program runs all the same.
 void prepareForWindows();
+
+/// What shows the user a folder.
+[[nodiscard]] std::unique_ptr<FileManager> makeFileManager();
 
 /// Sends all log lines to the system's log, or leaves them on the standard error where there is
 /// none.

@@ -2,6 +2,7 @@
 #include "platform/Platform.h"
 
 #include "log/Log.h"
+#include "platform/dbus/DBusFileManager.h"
 #include "platform/dbus/DBusInstance.h"
 #include "platform/dbus/DBusTrayHosts.h"
 #include "platform/dbus/PortalAppearanceSettings.h"
@@ -21,6 +22,9 @@
 #include "platform/x11/X11HotKeyService.h"
 #include "platform/x11/X11Screens.h"
 #include "platform/x11/X11TrayHosts.h"
+
+#include <QDesktopServices>
+#include <QUrl>
 
 #include <string_view>
 #include <system_error>
@@ -117,6 +121,13 @@ std::unique_ptr<AppearanceSettings> makeAppearanceSettings()
 std::unique_ptr<Instance> makeInstance()
 {
     return std::make_unique<DBusInstance>();
+}
+
+std::unique_ptr<FileManager> makeFileManager()
+{
+    return std::make_unique<DBusFileManager>([](const fs::path& folder) {
+        QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(folder.string())));
+    });
 }
 
 } // namespace clavo
