@@ -2,6 +2,89 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>AboutTab</name>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>Mechanical keyboard sounds for your Mac.
+Nothing is recorded, nothing is sent.</source>
+        <translation>Klänge mechanischer Tastaturen für Ihren Computer.
+Nichts wird aufgezeichnet, nichts wird gesendet.</translation>
+    </message>
+    <message>
+        <source>Recordings: Mechvibes open-source project (MIT licence).</source>
+        <translation>Aufnahmen: Open-Source-Projekt Mechvibes (MIT-Lizenz).</translation>
+    </message>
+</context>
+<context>
+    <name>ConfirmationDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>GeneralTab</name>
+    <message>
+        <source>Open Clavo at login</source>
+        <translation>Clavo bei der Anmeldung öffnen</translation>
+    </message>
+    <message>
+        <source>Turn on / off from anywhere</source>
+        <translation>Von überall ein- und ausschalten</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Sprache</translation>
+    </message>
+    <message>
+        <source>Restart Clavo to apply the language.</source>
+        <translation>Die Sprache gilt nach einem Neustart von Clavo.</translation>
+    </message>
+    <message>
+        <source>Restart now</source>
+        <translation>Jetzt neu starten</translation>
+    </message>
+    <message>
+        <source>Permission</source>
+        <translation>Berechtigung</translation>
+    </message>
+    <message>
+        <source>Input Monitoring</source>
+        <translation>Eingabeüberwachung</translation>
+    </message>
+    <message>
+        <source>Granted</source>
+        <translation>Erteilt</translation>
+    </message>
+    <message>
+        <source>Grant…</source>
+        <translation>Erteilen …</translation>
+    </message>
+    <message>
+        <source>Read-only: Clavo knows a key moved, never which one you type. It stays silent in password fields.</source>
+        <translation>Nur lesend: Clavo weiß, dass sich eine Taste bewegt hat, nie, welche Sie tippen. In Passwortfeldern bleibt es still.</translation>
+    </message>
+    <message>
+        <source>Custom packs</source>
+        <translation>Eigene Pakete</translation>
+    </message>
+    <message>
+        <source>Drop one folder per pack containing pack.json and sounds/*.wav. A Mechvibes pack can be converted with scripts/import_mechvibes.py.</source>
+        <translation>Legen Sie je Paket einen Ordner mit pack.json und sounds/*.wav ab. Ein Mechvibes-Paket lässt sich mit scripts/import_mechvibes.py umwandeln.</translation>
+    </message>
+    <message>
+        <source>Open packs folder</source>
+        <translation>Paketordner öffnen</translation>
+    </message>
+    <message>
+        <source>Refresh</source>
+        <translation>Aktualisieren</translation>
+    </message>
+</context>
+<context>
     <name>MenuBarItem</name>
     <message>
         <source>Sounds</source>
@@ -116,6 +199,28 @@
     </message>
 </context>
 <context>
+    <name>SettingsView</name>
+    <message>
+        <source>General</source>
+        <translation>Allgemein</translation>
+    </message>
+    <message>
+        <source>Statistics</source>
+        <translation>Statistik</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>Über</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsWindow</name>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+</context>
+<context>
     <name>SoundOptions</name>
     <message>
         <source>Volume</source>
@@ -136,6 +241,67 @@
     <message>
         <source>Scroll wheel ticks</source>
         <translation>Mausrad-Rasten</translation>
+    </message>
+</context>
+<context>
+    <name>StatsChart</name>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
+    </message>
+</context>
+<context>
+    <name>StatsTab</name>
+    <message>
+        <source>Today</source>
+        <translation>Heute</translation>
+    </message>
+    <message>
+        <source>Streak</source>
+        <translation>Serie</translation>
+    </message>
+    <message>
+        <source>%1 d</source>
+        <translation>%1 T</translation>
+    </message>
+    <message>
+        <source>Best</source>
+        <translation>Rekord</translation>
+    </message>
+    <message>
+        <source>%1 WPM</source>
+        <translation>%1 WPM</translation>
+    </message>
+    <message>
+        <source>Total</source>
+        <translation>Gesamt</translation>
+    </message>
+    <message>
+        <source>A day counts toward the streak from %1 keys. Stored only on this Mac.</source>
+        <translation>Ein Tag zählt ab %1 Tasten zur Serie. Nur auf diesem Computer gespeichert.</translation>
+    </message>
+    <message>
+        <source>Export as JSON…</source>
+        <translation>Als JSON exportieren …</translation>
+    </message>
+    <message>
+        <source>Reset…</source>
+        <translation>Zurücksetzen …</translation>
+    </message>
+    <message>
+        <source>Erase all statistics?</source>
+        <translation>Alle Statistiken löschen?</translation>
+    </message>
+    <message>
+        <source>Erase</source>
+        <translation>Löschen</translation>
+    </message>
+</context>
+<context>
+    <name>clavo::LanguageSetting</name>
+    <message>
+        <source>System</source>
+        <translation>System</translation>
     </message>
 </context>
 </TS>

@@ -2,6 +2,89 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr" sourcelanguage="en">
 <context>
+    <name>AboutTab</name>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>Mechanical keyboard sounds for your Mac.
+Nothing is recorded, nothing is sent.</source>
+        <translation>Les sons d’un clavier mécanique sur votre ordinateur.
+Rien n’est enregistré, rien n’est envoyé.</translation>
+    </message>
+    <message>
+        <source>Recordings: Mechvibes open-source project (MIT licence).</source>
+        <translation>Enregistrements : projet libre Mechvibes (licence MIT).</translation>
+    </message>
+</context>
+<context>
+    <name>ConfirmationDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+</context>
+<context>
+    <name>GeneralTab</name>
+    <message>
+        <source>Open Clavo at login</source>
+        <translation>Ouvrir Clavo à l’ouverture de session</translation>
+    </message>
+    <message>
+        <source>Turn on / off from anywhere</source>
+        <translation>Activer / désactiver de partout</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Langue</translation>
+    </message>
+    <message>
+        <source>Restart Clavo to apply the language.</source>
+        <translation>Redémarrez Clavo pour appliquer la langue.</translation>
+    </message>
+    <message>
+        <source>Restart now</source>
+        <translation>Redémarrer</translation>
+    </message>
+    <message>
+        <source>Permission</source>
+        <translation>Autorisation</translation>
+    </message>
+    <message>
+        <source>Input Monitoring</source>
+        <translation>Surveillance des entrées</translation>
+    </message>
+    <message>
+        <source>Granted</source>
+        <translation>Accordée</translation>
+    </message>
+    <message>
+        <source>Grant…</source>
+        <translation>Accorder…</translation>
+    </message>
+    <message>
+        <source>Read-only: Clavo knows a key moved, never which one you type. It stays silent in password fields.</source>
+        <translation>Lecture seule : Clavo sait qu’une touche a bougé, jamais laquelle. Il reste silencieux dans les champs de mot de passe.</translation>
+    </message>
+    <message>
+        <source>Custom packs</source>
+        <translation>Packs personnels</translation>
+    </message>
+    <message>
+        <source>Drop one folder per pack containing pack.json and sounds/*.wav. A Mechvibes pack can be converted with scripts/import_mechvibes.py.</source>
+        <translation>Déposez un dossier par pack, contenant pack.json et sounds/*.wav. Un pack Mechvibes se convertit avec scripts/import_mechvibes.py.</translation>
+    </message>
+    <message>
+        <source>Open packs folder</source>
+        <translation>Ouvrir le dossier des packs</translation>
+    </message>
+    <message>
+        <source>Refresh</source>
+        <translation>Actualiser</translation>
+    </message>
+</context>
+<context>
     <name>MenuBarItem</name>
     <message>
         <source>Sounds</source>
@@ -116,6 +199,28 @@
     </message>
 </context>
 <context>
+    <name>SettingsView</name>
+    <message>
+        <source>General</source>
+        <translation>Général</translation>
+    </message>
+    <message>
+        <source>Statistics</source>
+        <translation>Statistiques</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>À propos</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsWindow</name>
+    <message>
+        <source>Settings</source>
+        <translation>Réglages</translation>
+    </message>
+</context>
+<context>
     <name>SoundOptions</name>
     <message>
         <source>Volume</source>
@@ -136,6 +241,67 @@
     <message>
         <source>Scroll wheel ticks</source>
         <translation>Crans de la molette</translation>
+    </message>
+</context>
+<context>
+    <name>StatsChart</name>
+    <message>
+        <source>Keys</source>
+        <translation>Touches</translation>
+    </message>
+</context>
+<context>
+    <name>StatsTab</name>
+    <message>
+        <source>Today</source>
+        <translation>Aujourd’hui</translation>
+    </message>
+    <message>
+        <source>Streak</source>
+        <translation>Série</translation>
+    </message>
+    <message>
+        <source>%1 d</source>
+        <translation>%1 j</translation>
+    </message>
+    <message>
+        <source>Best</source>
+        <translation>Record</translation>
+    </message>
+    <message>
+        <source>%1 WPM</source>
+        <translation>%1 MPM</translation>
+    </message>
+    <message>
+        <source>Total</source>
+        <translation>Total</translation>
+    </message>
+    <message>
+        <source>A day counts toward the streak from %1 keys. Stored only on this Mac.</source>
+        <translation>Un jour compte dans la série à partir de %1 touches. Conservé uniquement sur cet ordinateur.</translation>
+    </message>
+    <message>
+        <source>Export as JSON…</source>
+        <translation>Exporter en JSON…</translation>
+    </message>
+    <message>
+        <source>Reset…</source>
+        <translation>Réinitialiser…</translation>
+    </message>
+    <message>
+        <source>Erase all statistics?</source>
+        <translation>Effacer toutes les statistiques ?</translation>
+    </message>
+    <message>
+        <source>Erase</source>
+        <translation>Effacer</translation>
+    </message>
+</context>
+<context>
+    <name>clavo::LanguageSetting</name>
+    <message>
+        <source>System</source>
+        <translation>Système</translation>
     </message>
 </context>
 </TS>

@@ -13,7 +13,9 @@ namespace clavo
 {
 
 ClavoApp::ClavoApp(AppState& state, Instance& instance)
-    : m_state(state), m_trayHosts(makeTrayHosts()), m_menuBarItem(*m_trayHosts), m_panel(state)
+    : m_state(state), m_trayHosts(makeTrayHosts()), m_menuBarItem(*m_trayHosts), m_panel(state),
+      m_language(state.defaults()), m_fileManager(makeFileManager()),
+      m_settingsWindow(state, m_language, *m_fileManager)
 {
     // A graphics driver would stay in memory after the windows that needed it.
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
@@ -27,6 +29,11 @@ ClavoApp::ClavoApp(AppState& state, Instance& instance)
     connect(&m_menuBarItem, &MenuBarItem::quitRequested, qApp, &QCoreApplication::quit);
     connect(&m_panel, &Panel::quitRequested, qApp, &QCoreApplication::quit);
     connect(&m_panel, &Panel::freed, this, returnFreedMemory);
+    const auto openSettings = [this] { m_settingsWindow.open(); };
+    connect(&m_menuBarItem, &MenuBarItem::settingsRequested, this, openSettings);
+    connect(&m_panel, &Panel::settingsRequested, this, openSettings);
+    connect(&m_settingsWindow, &SettingsWindow::quitRequested, qApp, &QCoreApplication::quit);
+    connect(&m_settingsWindow, &SettingsWindow::freed, this, returnFreedMemory);
     instance.receive([this](Instance::Request request) { answer(request); });
 }
 

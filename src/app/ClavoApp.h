@@ -2,9 +2,12 @@
 #pragma once
 
 #include "app/AppState.h"
+#include "app/FileManager.h"
 #include "app/Instance.h"
+#include "app/LanguageSetting.h"
 #include "tray/TrayHosts.h"
 #include "ui/Panel.h"
+#include "ui/SettingsWindow.h"
 #include "ui/menubar/MenuBarItem.h"
 
 #include <QObject>
@@ -32,6 +35,9 @@ private:
     std::unique_ptr<TrayHosts> m_trayHosts;
     MenuBarItem m_menuBarItem;
     Panel m_panel;
+    LanguageSetting m_language;
+    std::unique_ptr<FileManager> m_fileManager;
+    SettingsWindow m_settingsWindow;
 };
 
 } // namespace clavo

@@ -73,6 +73,11 @@ Exit status: 0 done, 1 not possible, 2 command line not understood.
 )";
 }
 
+std::string_view version()
+{
+    return CLAVO_VERSION;
+}
+
 std::string versionText()
 {
     return "clavo " CLAVO_VERSION "\n";

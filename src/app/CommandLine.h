@@ -54,6 +54,9 @@ inline constexpr std::string_view replaceOption = "--replace";
 /// Reads the arguments that follow the program's name.
 [[nodiscard]] Command parseCommandLine(std::span<const char* const> arguments);
 
+/// The program's, "0.1.0".
+[[nodiscard]] std::string_view version();
+
 /// For the standard output, with their line ends.
 [[nodiscard]] std::string helpText();
 [[nodiscard]] std::string versionText();

@@ -67,6 +67,7 @@ private:
         prepareForWindows();
         const QApplication application(m_count, m_arguments);
         QApplication::setApplicationName("Clavo");
+        QApplication::setApplicationVersion(QString::fromUtf8(version()));
         QApplication::setDesktopFileName("app.clavo.Clavo");
         QApplication::setQuitOnLastWindowClosed(false);
         // The login item starts it, and nobody else.

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Clavo
+import Clavo.Controls
+
+// What the program does beside its sounds: when it starts, its language, its permission, the user's
+// own packs.
+Flickable {
+    id: root
+
+    required property AppState appState
+    required property LanguageSetting language
+    signal packsFolderRequested()
+
+    // Brings what has the keyboard's focus into view.
+    function show(item: Item) {
+        if (!item || !form.contains(form.mapFromItem(item, 0, 0)))
+            return;
+        const top = contentItem.mapFromItem(item, 0, 0).y - Theme.padding;
+        const bottom = top + item.height + 2 * Theme.padding;
+        contentY = Math.max(Math.min(contentY, top), bottom - height, 0);
+    }
+
+    contentHeight: form.implicitHeight + 2 * form.anchors.topMargin
+    boundsBehavior: Flickable.StopAtBounds
+    interactive: contentHeight > height
+    clip: true
+
+    T.ScrollBar.vertical: ScrollBar {}
+
+    Connections {
+        target: root.Window
+
+        function onActiveFocusItemChanged() {
+            root.show(root.Window.activeFocusItem);
+        }
+    }
+
+    ColumnLayout {
+        id: form
+        anchors { left: parent.left; right: parent.right; top: parent.top; margins: Theme.padding }
+        anchors.topMargin: 10
+        spacing: 10
+
+        FormSection {
+            Layout.fillWidth: true
+
+            FormRow {
+                Switch {
+                    objectName: "launchAtLogin"
+                    Layout.fillWidth: true
+                    text: qsTr("Open Clavo at login")
+                    checked: root.appState.launchAtLogin
+                    onToggled: root.appState.launchAtLogin = checked
+                }
+            }
+            FormRow {
+                label: qsTr("Turn on / off from anywhere")
+
+                Label {
+                    text: "⇧⌘K"
+                    color: Theme.secondaryText
+                }
+            }
+        }
+
+        FormSection {
+            Layout.fillWidth: true
+            title: qsTr("Language")
+
+            FormRow {
+                label: qsTr("Language")
+
+                ComboBox {
+                    objectName: "language"
+                    model: root.language.names
+                    currentIndex: root.language.index
+                    onActivated: index => root.language.index = index
+                    Accessible.name: qsTr("Language")
+                }
+            }
+            FormRow {
+                visible: root.language.needsRestart
+                label: qsTr("Restart Clavo to apply the language.")
+                labelColor: Theme.secondaryText
+
+                Button {
+                    text: qsTr("Restart now")
+                    onClicked: root.appState.relaunch()
+                }
+            }
+        }
+
+        FormSection {
+            Layout.fillWidth: true
+            title: qsTr("Permission")
+
+            FormRow {
+                label: qsTr("Input Monitoring")
+
+                Symbol {
+                    visible: root.appState.hasPermission
+                    name: "checkmark.seal.fill"
+                    color: Theme.green
+                    size: 16
+                }
+                Label {
+                    visible: root.appState.hasPermission
+                    text: qsTr("Granted")
+                    color: Theme.green
+                }
+                Button {
+                    visible: !root.appState.hasPermission
+                    text: qsTr("Grant…")
+                    onClicked: root.appState.requestPermission()
+                }
+                Button {
+                    visible: !root.appState.hasPermission && root.appState.needsRelaunch
+                    text: qsTr("Restart now")
+                    onClicked: root.appState.relaunch()
+                }
+            }
+            FormRow {
+                Label {
+                    Layout.fillWidth: true
+                    text: qsTr("Read-only: Clavo knows a key moved, never which one you type. It stays silent in password fields.")
+                    color: Theme.secondaryText
+                    font.pixelSize: Theme.captionSize
+                    wrapMode: Text.Wrap
+                }
+            }
+        }
+
+        FormSection {
+            Layout.fillWidth: true
+            title: qsTr("Custom packs")
+
+            FormRow {
+                Label {
+                    Layout.fillWidth: true
+                    text: qsTr("Drop one folder per pack containing pack.json and sounds/*.wav. A Mechvibes pack can be converted with scripts/import_mechvibes.py.")
+                    color: Theme.secondaryText
+                    font.pixelSize: Theme.captionSize
+                    wrapMode: Text.Wrap
+                }
+            }
+            FormRow {
+                Button {
+                    text: qsTr("Open packs folder")
+                    onClicked: root.packsFolderRequested()
+                }
+                Button {
+                    text: qsTr("Refresh")
+                    onClicked: root.appState.reloadPacks()
+                }
+                Item {
+                    Layout.fillWidth: true
+                }
+            }
+        }
+    }
+}

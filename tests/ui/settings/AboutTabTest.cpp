@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#include "ui/settings/SettingsFixture.h"
+
+namespace clavo
+{
+namespace
+{
+
+class AboutTab : public SettingsFixture
+{
+protected:
+    AboutTab() { QCoreApplication::setApplicationVersion("1.2.3"); }
+
+    /// Those of the tab, without the tabs' own.
+    QStringList shown()
+    {
+        open(Tab::about);
+        auto all = texts();
+        return all.sliced(all.indexOf("Clavo"));
+    }
+};
+
+TEST_F(AboutTab, SaysWhatItSaysToTheLetter)
+{
+    EXPECT_EQ(shown(),
+              QStringList({"Clavo", "Version 1.2.3",
+                           "Mechanical keyboard sounds for your Mac.\nNothing is recorded, nothing "
+                           "is sent.",
+                           "Recordings: Mechvibes open-source project (MIT licence)."}));
+}
+
+TEST_F(AboutTab, LeavesAnUnknownVersionOut)
+{
+    QCoreApplication::setApplicationVersion({});
+
+    EXPECT_EQ(shown().at(1),
+              "Mechanical keyboard sounds for your Mac.\nNothing is recorded, nothing is sent.");
+}
+
+TEST_F(AboutTab, ShowsTheIconAtItsSize)
+{
+    open(Tab::about);
+
+    EXPECT_EQ(named("icon")->size(), QSizeF(96, 96));
+    EXPECT_EQ(named("icon")->property("status").toInt(), 1); // Ready
+}
+
+} // namespace
+} // namespace clavo

@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: MIT
+#include "ui/settings/SettingsFixture.h"
+
+namespace clavo
+{
+namespace
+{
+
+using testing::AllOf;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Not;
+
+class GeneralTab : public SettingsFixture
+{
+protected:
+    void openTab() { open(Tab::general); }
+};
+
+TEST_F(GeneralTab, HasItsSectionsInOrder)
+{
+    openTab();
+
+    QStringList inOrder;
+    for (const auto& text : texts()) {
+        if (text == "Open Clavo at login" || text == "Turn on / off from anywhere" ||
+            text == "⇧⌘K" || text == "Language" || text == "Permission" ||
+            text == "Input Monitoring" || text == "Custom packs")
+            inOrder.append(text);
+    }
+    EXPECT_EQ(inOrder,
+              QStringList({"Open Clavo at login", "Turn on / off from anywhere", "⇧⌘K", "Language",
+                           "Language", "Permission", "Input Monitoring", "Custom packs"}));
+}
+
+TEST_F(GeneralTab, SaysWhatItSaysToTheLetter)
+{
+    openTab();
+
+    EXPECT_THAT(texts(),
+                AllOf(Contains("Read-only: Clavo knows a key moved, never which one you type. It "
+                               "stays silent in password fields."),
+                      Contains("Drop one folder per pack containing pack.json and sounds/*.wav. A "
+                               "Mechvibes pack can be converted with "
+                               "scripts/import_mechvibes.py.")));
+}
+
+TEST_F(GeneralTab, TheSwitchRegistersTheLoginItem)
+{
+    openTab();
+    EXPECT_FALSE(named("launchAtLogin")->property("checked").toBool());
+
+    click(named("launchAtLogin"));
+
+    EXPECT_TRUE(state().launchAtLogin());
+    EXPECT_TRUE(named("launchAtLogin")->property("checked").toBool());
+}
+
+TEST_F(GeneralTab, TheSwitchFollowsTheState)
+{
+    openTab();
+
+    state().setLaunchAtLogin(true);
+
+    EXPECT_TRUE(named("launchAtLogin")->property("checked").toBool());
+}
+
+TEST_F(GeneralTab, ListsTheLanguagesByTheirOwnNames)
+{
+    openTab();
+
+    auto* const picker = named("language");
+    EXPECT_EQ(picker->property("count").toInt(), 4);
+    EXPECT_EQ(picker->property("model").toStringList(),
+              QStringList({"System", "English", "Français", "Deutsch"}));
+    EXPECT_EQ(picker->property("displayText").toString(), "System");
+}
+
+TEST_F(GeneralTab, ChoosingALanguageStoresIt)
+{
+    openTab();
+    auto* const picker = named("language");
+    picker->forceActiveFocus();
+
+    QTest::keyClick(&window(), Qt::Key_Down); // English
+    QTest::keyClick(&window(), Qt::Key_Down);
+
+    EXPECT_EQ(defaults->written["appLanguage"], DefaultsValue("fr"));
+    EXPECT_EQ(picker->property("displayText").toString(), "Français");
+}
+
+TEST_F(GeneralTab, AnotherLanguageOffersARestartUntilItIsTakenBack)
+{
+    openTab();
+    const auto notice = QString("Restart Clavo to apply the language.");
+    EXPECT_THAT(texts(), Not(Contains(notice)));
+    EXPECT_EQ(control("Restart now"), nullptr);
+
+    language().setLanguage(AppLanguage::de);
+    EXPECT_THAT(texts(), Contains(notice));
+    EXPECT_NE(control("Restart now"), nullptr);
+
+    language().setLanguage(AppLanguage::system);
+    EXPECT_THAT(texts(), Not(Contains(notice)));
+    EXPECT_EQ(control("Restart now"), nullptr);
+}
+
+TEST_F(GeneralTab, TheOfferIsStillThereWhenTheWindowIsOpenedAgain)
+{
+    openTab();
+    language().setLanguage(AppLanguage::de);
+
+    settings().close();
+    turnLoop();
+    openTab();
+
+    EXPECT_THAT(texts(), Contains("Restart Clavo to apply the language."));
+}
+
+TEST_F(GeneralTab, TheOfferedRestartRelaunches)
+{
+    openTab();
+    language().setLanguage(AppLanguage::de);
+    turnLoop();
+
+    click(control("Restart now"));
+
+    EXPECT_EQ(relauncher->opened, 1);
+}
+
+TEST_F(GeneralTab, AGrantedPermissionIsSaidWithoutButtons)
+{
+    openTab();
+
+    EXPECT_THAT(texts(), Contains("Granted"));
+    EXPECT_EQ(control("Grant…"), nullptr);
+    EXPECT_EQ(control("Restart now"), nullptr);
+}
+
+TEST_F(GeneralTab, AMissingPermissionIsAskedFor)
+{
+    permission = false;
+    openTab();
+    const auto before = access->requests;
+
+    EXPECT_THAT(texts(), Not(Contains("Granted")));
+    EXPECT_EQ(control("Restart now"), nullptr);
+    click(control("Grant…"));
+
+    EXPECT_EQ(access->requests, before + 1);
+}
+
+TEST_F(GeneralTab, OpensThePacksFolderWhichIsThereThen)
+{
+    openTab();
+
+    click(control("Open packs folder"));
+
+    EXPECT_THAT(fileManager.shown, ElementsAre(state().packsFolder()));
+    EXPECT_TRUE(std::filesystem::is_directory(fileManager.shown.front()));
+}
+
+TEST_F(GeneralTab, RefreshFindsAddedAndRemovedPacksAndLoadsTheSelectedOneAgain)
+{
+    writePack("first", {{30, 0.25F}});
+    stored["packID"] = std::string("second");
+    openTab();
+    EXPECT_EQ(state().selectedPack()->id, "first");
+    writePack("second", {{30, 0.5F}});
+
+    click(control("Refresh"));
+
+    EXPECT_EQ(state().packs().size(), 2U);
+    EXPECT_EQ(state().selectedPack()->id, "second");
+    EXPECT_THAT(lines(), Contains("pack chargé : second"));
+}
+
+} // namespace
+} // namespace clavo

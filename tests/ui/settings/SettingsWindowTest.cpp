@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+#include "ui/settings/SettingsFixture.h"
+
+namespace clavo
+{
+namespace
+{
+
+using testing::AllOf;
+using testing::Contains;
+using testing::Each;
+using testing::Not;
+
+class SettingsWindowTest : public SettingsFixture
+{
+protected:
+    static QPointer<QQuickWindow> opened(QQuickWindow& window) { return &window; }
+
+    /// The names of the controls that Tab visits, until it comes round.
+    static QStringList tabOrder()
+    {
+        QStringList names;
+        const auto* const first = window().activeFocusItem();
+        do {
+            names.append(accessible(window().activeFocusItem()).text(QAccessible::Name));
+            QTest::keyClick(&window(), Qt::Key_Tab);
+        } while (window().activeFocusItem() != first && names.size() < 30);
+        return names;
+    }
+};
+
+TEST_F(SettingsWindowTest, HasOneSize)
+{
+    auto& window = open();
+
+    EXPECT_EQ(window.size(), QSize(460, 520));
+    EXPECT_EQ(window.minimumSize(), QSize(460, 520));
+    EXPECT_EQ(window.maximumSize(), QSize(460, 520));
+    EXPECT_EQ(window.title(), "Settings — Clavo");
+    EXPECT_FALSE(window.flags() & Qt::WindowMaximizeButtonHint);
+}
+
+TEST_F(SettingsWindowTest, OpensAtTheFirstTab)
+{
+    open();
+
+    EXPECT_THAT(texts(), AllOf(Contains("General"), Contains("Statistics"), Contains("About"),
+                               Contains("Custom packs")));
+}
+
+TEST_F(SettingsWindowTest, OpensAtTheTabThatIsWanted)
+{
+    open(Tab::about);
+
+    EXPECT_THAT(texts(), AllOf(Contains("Clavo"), Not(Contains("Custom packs"))));
+}
+
+TEST_F(SettingsWindowTest, AClickTurnsToATab)
+{
+    open();
+
+    click(control("Statistics"));
+    EXPECT_NE(named("chart"), nullptr);
+    click(control("About"));
+    EXPECT_NE(named("icon"), nullptr);
+    click(control("General"));
+    EXPECT_NE(named("launchAtLogin"), nullptr);
+}
+
+TEST_F(SettingsWindowTest, TheArrowsTurnToATab)
+{
+    open();
+    control("General")->forceActiveFocus(Qt::TabFocusReason);
+
+    QTest::keyClick(&window(), Qt::Key_Right);
+
+    EXPECT_NE(named("chart"), nullptr);
+}
+
+TEST_F(SettingsWindowTest, OpenedAgainItComesToTheFrontAsItIs)
+{
+    const auto first = opened(open(Tab::stats));
+    QQuickWindow other;
+    other.show();
+    other.requestActivate();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+
+    settings().open();
+
+    EXPECT_TRUE(QTest::qWaitForWindowActive(first));
+    other.close();
+    EXPECT_EQ(&window(), first);
+    EXPECT_NE(named("chart"), nullptr);
+}
+
+TEST_F(SettingsWindowTest, EscapeClosesIt)
+{
+    const QSignalSpy freed(&settings(), &SettingsWindow::freed);
+    const auto window = opened(open());
+
+    QTest::keyClick(window, Qt::Key_Escape);
+    turnLoop();
+
+    EXPECT_FALSE(settings().isOpen());
+    EXPECT_EQ(freed.count(), 1);
+    EXPECT_EQ(window, nullptr);
+}
+
+TEST_F(SettingsWindowTest, ControlWClosesIt)
+{
+    const auto window = opened(open());
+
+    QTest::keyClick(window, Qt::Key_W, Qt::ControlModifier);
+    turnLoop();
+
+    EXPECT_FALSE(settings().isOpen());
+    EXPECT_EQ(window, nullptr);
+}
+
+TEST_F(SettingsWindowTest, TheDesktopClosesIt)
+{
+    const auto window = opened(open());
+
+    window->close();
+    turnLoop();
+
+    EXPECT_FALSE(settings().isOpen());
+    EXPECT_EQ(window, nullptr);
+}
+
+TEST_F(SettingsWindowTest, AClosedOneOpensAgainAtTheFirstTab)
+{
+    open(Tab::about);
+    settings().close();
+    turnLoop();
+
+    open();
+
+    EXPECT_THAT(texts(), Contains("Custom packs"));
+}
+
+TEST_F(SettingsWindowTest, ControlQQuits)
+{
+    const QSignalSpy quit(&settings(), &SettingsWindow::quitRequested);
+    open();
+
+    QTest::keyClick(&window(), Qt::Key_Q, Qt::ControlModifier);
+
+    EXPECT_EQ(quit.count(), 1);
+}
+
+TEST_F(SettingsWindowTest, TabVisitsTheGeneralControlsInOrder)
+{
+    open(Tab::general);
+    control("General")->forceActiveFocus(Qt::TabFocusReason);
+
+    EXPECT_EQ(tabOrder(), QStringList({"General", "Statistics", "About", "Open Clavo at login",
+                                       "Language", "Open packs folder", "Refresh"}));
+}
+
+TEST_F(SettingsWindowTest, TabVisitsTheStatisticsControlsInOrder)
+{
+    open(Tab::stats);
+    control("General")->forceActiveFocus(Qt::TabFocusReason);
+
+    EXPECT_EQ(tabOrder(),
+              QStringList({"General", "Statistics", "About", "Export as JSON…", "Reset…"}));
+}
+
+TEST_F(SettingsWindowTest, EveryControlHasANameAndARole)
+{
+    permission = false;
+    for (const auto tab : {Tab::general, Tab::stats, Tab::about}) {
+        open(tab);
+        const auto controls =
+            visibleItems([](auto& item) { return item.property("down").isValid(); });
+        EXPECT_GE(controls.size(), 3U);
+        for (auto* const each : controls) {
+            EXPECT_NE(accessible(each).text(QAccessible::Name), "")
+                << each->metaObject()->className();
+            EXPECT_NE(accessible(each).role(), QAccessible::Client)
+                << each->metaObject()->className();
+        }
+    }
+}
+
+} // namespace
+} // namespace clavo
