@@ -8,10 +8,14 @@ function(clavo_qml_module target)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "IMPORTS;SINGLETONS;QML_FILES")
   set_target_properties(${target} PROPERTIES AUTOMOC ON)
   set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
+  set(interpreted)
+  if(CLAVO_SANITIZE OR CLAVO_TIDY)
+    set(interpreted NO_CACHEGEN) # What the compiler makes of QML takes minutes and is not ours.
+  endif()
   qt_add_qml_module(${target}
     URI ${arg_URI} VERSION 1.0
     RESOURCE_PREFIX /qt-project.org/imports # Where every engine looks.
-    NO_PLUGIN
+    NO_PLUGIN ${interpreted}
     IMPORTS ${arg_IMPORTS}
     QML_FILES ${arg_SINGLETONS} ${arg_QML_FILES})
   target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}) # Generated code names bare headers.
