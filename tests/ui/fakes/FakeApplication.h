@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/AppState.h"
+#include "stats/StatsStore.h"
+
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+
+#include <memory>
+
+namespace clavo
+{
+
+/// The application over fake ports, with packs and statistics to look at.
+class FakeApplication : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(Kind kind READ kind WRITE setKind NOTIFY changed)
+    Q_PROPERTY(clavo::AppState* state READ state NOTIFY changed)
+    Q_PROPERTY(clavo::StatsStore* stats READ stats NOTIFY changed)
+
+public:
+    enum Kind {
+        Ordinary,
+        WithoutPermission,
+        BeforeRelaunch, // With a permission that this process cannot use.
+        WithoutPacks,
+        WithLongNames, // Packs of the user's own.
+        WithLargeNumbers,
+    };
+    Q_ENUM(Kind)
+
+    FakeApplication();
+    ~FakeApplication() override;
+
+    /// Makes the application anew.
+    void setKind(Kind kind);
+
+    [[nodiscard]] Kind kind() const { return m_kind; }
+    [[nodiscard]] AppState* state() const;
+    [[nodiscard]] StatsStore* stats() const { return m_stats.get(); }
+
+signals:
+    void changed();
+
+private:
+    class Ports;
+
+    Kind m_kind = Ordinary;
+    std::unique_ptr<Ports> m_ports;
+    std::unique_ptr<StatsStore> m_stats;
+};
+
+} // namespace clavo
