@@ -29,7 +29,7 @@ constexpr float soundFloor = 0.01F; // -40 dB: nothing else sounds in the virtua
 constexpr float clickOnset =
     0.1F; // Well inside a click, above the ripple of a resampler before it.
 constexpr std::size_t mebibyte = 1024; // In the unit of Memory.
-constexpr int exitUncertain = 3; // A sound is missing where the recording has gaps.
+constexpr int exitUncertain = 3;       // A sound is missing where the recording has gaps.
 
 /// What a measurement runs on.
 struct Bench {
