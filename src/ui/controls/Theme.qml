@@ -59,7 +59,5 @@ QtObject {
     readonly property int barRadius: 4
     readonly property int focusRingWidth: 2
 
-    // How long the pointer rests on a pack before its preview.
-    readonly property int previewDelay: 380
     readonly property int transition: 120
 }
