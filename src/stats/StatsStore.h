@@ -33,7 +33,6 @@ class StatsStore : public QObject
     Q_PROPERTY(qint64 bestWPM READ bestWPM NOTIFY dataChanged)
     Q_PROPERTY(qint64 currentWPM READ currentWPM NOTIFY currentWPMChanged)
     Q_PROPERTY(QList<clavo::StatsDay> lastDays READ lastDays NOTIFY dataChanged)
-    Q_PROPERTY(qint64 streakThreshold READ streakThreshold CONSTANT)
 
 public:
     using Snapshot = StatsSnapshot;
@@ -70,7 +69,6 @@ public:
     /// Words per minute, as they were at the last character.
     [[nodiscard]] std::int64_t currentWPM() const { return m_currentWPM; }
 
-    [[nodiscard]] static std::int64_t streakThreshold() { return qualifyingCount; }
     /// Keys pressed today.
     [[nodiscard]] std::int64_t today() const;
     /// Qualifying days in a row up to today, or up to yesterday while today does not qualify.

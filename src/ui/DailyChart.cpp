@@ -12,20 +12,17 @@
 namespace clavo
 {
 
-void DailyChart::setStats(StatsStore* stats)
+void DailyChart::setFigures(TypingFigures* figures)
 {
-    if (stats == m_stats)
+    if (figures == m_figures)
         return;
-    if (m_stats)
-        m_stats->disconnect(this);
-    m_stats = stats;
-    if (m_stats)
-        connect(m_stats, &StatsStore::dataChanged, this, &DailyChart::readDays);
-    beginResetModel();
-    m_days = m_stats ? m_stats->lastDays() : QList<StatsDay>();
-    endResetModel();
-    rescale();
-    emit statsChanged();
+    if (m_figures)
+        m_figures->disconnect(this);
+    m_figures = figures;
+    if (m_figures)
+        connect(m_figures, &TypingFigures::changed, this, &DailyChart::readDays);
+    reset();
+    emit figuresChanged();
 }
 
 QStringList DailyChart::lines() const
@@ -64,10 +61,23 @@ QHash<int, QByteArray> DailyChart::roleNames() const
         {FractionRole, "fraction"}, {DateRole, "date"}, {MarkedRole, "marked"}, {KeysRole, "keys"}};
 }
 
+void DailyChart::reset()
+{
+    beginResetModel();
+    m_days = m_figures ? m_figures->days() : QList<StatsDay>();
+    endResetModel();
+    rescale();
+}
+
 /// A key changes one bar; only a new day, or a new scale, changes all.
 void DailyChart::readDays()
 {
-    const auto before = std::exchange(m_days, m_stats->lastDays());
+    // The figures come to have statistics, or lose them.
+    if (m_figures->days().size() != m_days.size()) {
+        reset();
+        return;
+    }
+    const auto before = std::exchange(m_days, m_figures->days());
     for (qsizetype row = 0; row < m_days.size(); ++row) {
         if (m_days[row] != before[row])
             emit dataChanged(index(static_cast<int>(row)), index(static_cast<int>(row)));

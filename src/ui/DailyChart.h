@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "stats/StatsStore.h"
 #include "ui/ChartScale.h"
+#include "ui/TypingFigures.h"
 
 #include <QAbstractListModel>
 #include <QPointer>
@@ -13,13 +13,14 @@
 namespace clavo
 {
 
-/// The statistics' last days as the bars of a chart, oldest first, and the lines behind them. There
+/// The last days as the bars of a chart, oldest first, and the lines behind them. There
 /// is a bar for every day, also for one without keys. Thread: main.
 class DailyChart : public QAbstractListModel
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(clavo::StatsStore* stats READ stats WRITE setStats NOTIFY statsChanged REQUIRED)
+    Q_PROPERTY(
+        clavo::TypingFigures* figures READ figures WRITE setFigures NOTIFY figuresChanged REQUIRED)
     /// The values of the lines, from 0 to the top, evenly spaced.
     Q_PROPERTY(QStringList lines READ lines NOTIFY linesChanged)
 
@@ -33,9 +34,9 @@ public:
 
     using QAbstractListModel::QAbstractListModel;
 
-    void setStats(StatsStore* stats);
+    void setFigures(TypingFigures* figures);
 
-    [[nodiscard]] StatsStore* stats() const { return m_stats; }
+    [[nodiscard]] TypingFigures* figures() const { return m_figures; }
     [[nodiscard]] QStringList lines() const;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
@@ -43,14 +44,15 @@ public:
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
 signals:
-    void statsChanged();
+    void figuresChanged();
     void linesChanged();
 
 private:
+    void reset();
     void readDays();
     void rescale();
 
-    QPointer<StatsStore> m_stats;
+    QPointer<TypingFigures> m_figures;
     QList<StatsDay> m_days;
     ChartScale m_scale;
 };

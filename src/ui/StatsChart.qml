@@ -8,7 +8,7 @@ import Clavo.Controls
 Item {
     id: root
 
-    required property StatsStore stats
+    required property TypingFigures figures
 
     implicitHeight: 170
 
@@ -17,7 +17,7 @@ Item {
 
     DailyChart {
         id: chart
-        stats: root.stats
+        figures: root.figures
     }
 
     FontMetrics {

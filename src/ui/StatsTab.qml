@@ -11,6 +11,11 @@ Item {
     required property StatsStore stats
     signal exportRequested()
 
+    TypingFigures {
+        id: figures
+        stats: root.stats
+    }
+
     ColumnLayout {
         anchors { left: parent.left; right: parent.right; top: parent.top; margins: Theme.padding }
         anchors.topMargin: 10
@@ -18,12 +23,10 @@ Item {
 
         Card {
             Layout.fillWidth: true
-            implicitHeight: figures.implicitHeight + 2 * Theme.spacing
+            implicitHeight: row.implicitHeight + 2 * Theme.spacing
 
-            // The statistics' 64-bit numbers are a type that qmllint does not know.
-            // qmllint disable type
             RowLayout {
-                id: figures
+                id: row
                 anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter }
                 anchors.margins: 8
                 spacing: 8
@@ -33,28 +36,28 @@ Item {
                     Layout.fillWidth: true
                     Layout.preferredWidth: 1
                     caption: qsTr("Today")
-                    value: WholeNumber.grouped(root.stats.today)
+                    value: figures.today
                 }
                 StatsFigure {
                     objectName: "streak"
                     Layout.fillWidth: true
                     Layout.preferredWidth: 1
                     caption: qsTr("Streak")
-                    value: qsTr("%1 d").arg(WholeNumber.plain(root.stats.streak))
+                    value: qsTr("%1 d").arg(figures.streak)
                 }
                 StatsFigure {
                     objectName: "best"
                     Layout.fillWidth: true
                     Layout.preferredWidth: 1
                     caption: qsTr("Best")
-                    value: qsTr("%1 WPM").arg(WholeNumber.plain(root.stats.bestWPM))
+                    value: qsTr("%1 WPM").arg(figures.storedBestWPM)
                 }
                 StatsFigure {
                     objectName: "total"
                     Layout.fillWidth: true
                     Layout.preferredWidth: 1
                     caption: qsTr("Total")
-                    value: WholeNumber.grouped(root.stats.total)
+                    value: figures.total
                 }
             }
         }
@@ -67,7 +70,7 @@ Item {
                 id: chart
                 objectName: "chart"
                 anchors { fill: parent; margins: Theme.spacing }
-                stats: root.stats
+                figures: figures
             }
         }
 
@@ -75,7 +78,7 @@ Item {
             objectName: "caption"
             Layout.fillWidth: true
             text: qsTr("A day counts toward the streak from %1 keys. Stored only on this Mac.")
-                .arg(WholeNumber.plain(root.stats.streakThreshold))
+                .arg(figures.streakThreshold)
             color: Theme.secondaryText
             font.pixelSize: Theme.captionSize
             wrapMode: Text.WordWrap
@@ -103,6 +106,9 @@ Item {
         id: confirmReset
         title: qsTr("Erase all statistics?")
         action: qsTr("Erase")
-        onAccepted: root.stats.reset()
+        onAccepted: {
+            root.stats.reset();
+            figures.read();
+        }
     }
 }

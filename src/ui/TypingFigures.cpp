@@ -34,6 +34,11 @@ void TypingFigures::setStats(StatsStore* stats)
     read();
 }
 
+QString TypingFigures::streakThreshold()
+{
+    return WholeNumber::plain(StatsStore::qualifyingCount);
+}
+
 void TypingFigures::readSoon()
 {
     if (std::exchange(m_readsSoon, true))
@@ -53,6 +58,9 @@ void TypingFigures::read()
             .today = WholeNumber::grouped(m_stats->today()),
             .streak = WholeNumber::plain(m_stats->streak()),
             .bestWPM = WholeNumber::plain(std::max(m_stats->bestWPM(), m_stats->currentWPM())),
+            .storedBestWPM = WholeNumber::plain(m_stats->bestWPM()),
+            .total = WholeNumber::grouped(m_stats->total()),
+            .days = m_stats->lastDays(),
         };
     if (std::exchange(m_figures, figures) != figures)
         emit changed();

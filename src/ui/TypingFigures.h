@@ -3,6 +3,7 @@
 
 #include "stats/StatsStore.h"
 
+#include <QList>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -27,6 +28,12 @@ class TypingFigures : public QObject
     Q_PROPERTY(QString streak READ streak NOTIFY changed)
     /// The larger of the best and the current words per minute.
     Q_PROPERTY(QString bestWPM READ bestWPM NOTIFY changed)
+    /// The best words per minute alone.
+    Q_PROPERTY(QString storedBestWPM READ storedBestWPM NOTIFY changed)
+    /// Keys of all days: "1,234,567".
+    Q_PROPERTY(QString total READ total NOTIFY changed)
+    /// Keys from which on a day counts for the streak.
+    Q_PROPERTY(QString streakThreshold READ streakThreshold CONSTANT)
 
 public:
     using RunLater = StatsSurroundings::RunLater;
@@ -38,11 +45,18 @@ public:
     explicit TypingFigures(RunLater runLater, QObject* parent = nullptr);
 
     void setStats(StatsStore* stats);
+    /// Shows the statistics as they are at once, after a change that is no key.
+    Q_INVOKABLE void read();
 
     [[nodiscard]] StatsStore* stats() const { return m_stats; }
     [[nodiscard]] const QString& today() const { return m_figures.today; }
     [[nodiscard]] const QString& streak() const { return m_figures.streak; }
     [[nodiscard]] const QString& bestWPM() const { return m_figures.bestWPM; }
+    [[nodiscard]] const QString& storedBestWPM() const { return m_figures.storedBestWPM; }
+    [[nodiscard]] const QString& total() const { return m_figures.total; }
+    [[nodiscard]] static QString streakThreshold();
+    /// The last days, oldest first; none without statistics.
+    [[nodiscard]] const QList<StatsDay>& days() const { return m_figures.days; }
 
 signals:
     void statsChanged();
@@ -53,11 +67,13 @@ private:
         QString today;
         QString streak;
         QString bestWPM;
+        QString storedBestWPM;
+        QString total;
+        QList<StatsDay> days;
         bool operator==(const Figures&) const = default;
     };
 
     void readSoon();
-    void read();
 
     RunLater m_runLater;
     QPointer<StatsStore> m_stats;

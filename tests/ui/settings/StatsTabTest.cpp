@@ -2,6 +2,7 @@
 #include "ui/settings/SettingsFixture.h"
 
 #include "stats/SnapshotFile.h"
+#include "ui/WholeNumber.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -54,10 +55,13 @@ protected:
         return heights;
     }
 
-    void type(int keys)
+    /// Types, and waits until the figures have followed.
+    void type(int keys, bool characters = false)
     {
         for (int i = 0; i < keys; ++i)
-            state().stats()->record(false);
+            state().stats()->record(characters);
+        const auto total = WholeNumber::grouped(state().stats()->total());
+        EXPECT_TRUE(QTest::qWaitFor([&] { return figure("total") == total; }));
     }
 
     static QFileDialog* saveDialog()
@@ -86,12 +90,21 @@ TEST_F(StatsTab, ShowsTheFourFigures)
     EXPECT_THAT(texts(), testing::IsSupersetOf({"Today", "Streak", "Best", "Total"}));
 }
 
+TEST_F(StatsTab, NothingFollowsWithinTheKey)
+{
+    openTab();
+
+    state().stats()->record(false);
+
+    EXPECT_EQ(figure("total"), "0");
+    EXPECT_THAT(barHeights(), Each(0.0));
+}
+
 TEST_F(StatsTab, TheBestIsTheStoredOneAlone)
 {
     openTab();
 
-    for (int i = 0; i < 100; ++i)
-        state().stats()->record(true);
+    type(100, true);
 
     EXPECT_GT(state().stats()->currentWPM(), 0);
     EXPECT_EQ(figure("best"), "0 WPM");

@@ -30,6 +30,11 @@ protected:
         return StatsStore(counts, 0, surroundings());
     }
 
+    static void runLater(std::chrono::milliseconds, const std::function<void()>& task) { task(); }
+
+    /// What follows the statistics at once.
+    TypingFigures figures{runLater};
+
     template <typename Value>
     static std::vector<Value> values(const DailyChart& chart, DailyChart::Role role)
     {
@@ -45,7 +50,8 @@ TEST_F(DailyChartOf, NothingHasABarOfNoHeightForEveryDay)
     auto stats = store();
     DailyChart chart;
 
-    chart.setStats(&stats);
+    figures.setStats(&stats);
+    chart.setFigures(&figures);
 
     ASSERT_EQ(chart.rowCount(), 14);
     EXPECT_THAT(values<double>(chart, DailyChart::FractionRole), Each(0.0));
@@ -57,7 +63,8 @@ TEST_F(DailyChartOf, FourteenDaysEndsWithToday)
     auto stats = days({10, 20});
     DailyChart chart;
 
-    chart.setStats(&stats);
+    figures.setStats(&stats);
+    chart.setFigures(&figures);
 
     const auto dates = values<QString>(chart, DailyChart::DateRole);
     EXPECT_EQ(dates.front(), "Nov 2");
@@ -73,7 +80,8 @@ TEST_F(DailyChartOf, EverySecondDayIsMarkedFromTheFirst)
     auto stats = store();
     DailyChart chart;
 
-    chart.setStats(&stats);
+    figures.setStats(&stats);
+    chart.setFigures(&figures);
 
     EXPECT_THAT(values<bool>(chart, DailyChart::MarkedRole),
                 ElementsAre(true, false, true, false, true, false, true, false, true, false, true,
@@ -85,7 +93,8 @@ TEST_F(DailyChartOf, ManyKeysHasLinesInTheUsersDigitGrouping)
     auto stats = days({1'234'567});
     DailyChart chart;
 
-    chart.setStats(&stats);
+    figures.setStats(&stats);
+    chart.setFigures(&figures);
 
     EXPECT_EQ(chart.lines(), QStringList({"0", "500,000", "1,000,000", "1,500,000"}));
     EXPECT_EQ(chart.data(chart.index(13), DailyChart::KeysRole), "1,234,567");
@@ -95,7 +104,8 @@ TEST_F(DailyChartOf, AKeyWithinTheScaleChangesOneBarAlone)
 {
     auto stats = days({5, 16});
     DailyChart chart;
-    chart.setStats(&stats);
+    figures.setStats(&stats);
+    chart.setFigures(&figures);
     const QSignalSpy changed(&chart, &DailyChart::dataChanged);
     const QSignalSpy reset(&chart, &DailyChart::modelReset);
 
@@ -112,7 +122,8 @@ TEST_F(DailyChartOf, AKeyBeyondTheScaleRaisesTheTop)
 {
     auto stats = days({20});
     DailyChart chart;
-    chart.setStats(&stats);
+    figures.setStats(&stats);
+    chart.setFigures(&figures);
     const QSignalSpy lines(&chart, &DailyChart::linesChanged);
 
     stats.record(false);
@@ -126,7 +137,8 @@ TEST_F(DailyChartOf, ErasedStatisticsIsEmptyAtOnce)
 {
     auto stats = days({30, 40});
     DailyChart chart;
-    chart.setStats(&stats);
+    figures.setStats(&stats);
+    chart.setFigures(&figures);
 
     stats.reset();
 
@@ -138,10 +150,10 @@ TEST_F(DailyChartOf, NoStatisticsHasNothing)
 {
     auto stats = days({30});
     DailyChart chart;
-    chart.setStats(&stats);
+    figures.setStats(&stats);
+    chart.setFigures(&figures);
 
-    chart.setStats(nullptr);
-    stats.record(false);
+    figures.setStats(nullptr);
 
     EXPECT_EQ(chart.rowCount(), 0);
 }

@@ -58,6 +58,10 @@ TEST_F(TypingFiguresTest, AreThereFromTheStart)
     EXPECT_EQ(figures->today(), "1,234");
     EXPECT_EQ(figures->streak(), "2");
     EXPECT_EQ(figures->bestWPM(), "40");
+    EXPECT_EQ(figures->storedBestWPM(), "40");
+    EXPECT_EQ(figures->total(), "413,674");
+    ASSERT_EQ(figures->days().size(), 14);
+    EXPECT_EQ(figures->days().back().count, 1234);
 }
 
 TEST_F(TypingFiguresTest, HoldNoKeyUp)
@@ -91,6 +95,15 @@ TEST_F(TypingFiguresTest, FollowManyKeysAtOnce)
     EXPECT_EQ(figures->today(), "1,284");
 }
 
+TEST_F(TypingFiguresTest, AreReadAtOnceWhereThatIsAskedFor)
+{
+    stats->reset();
+    figures->read();
+
+    EXPECT_EQ(figures->today(), "0");
+    EXPECT_EQ(figures->total(), "0");
+}
+
 TEST_F(TypingFiguresTest, TheBestIsNotBelowTheCurrentSpeed)
 {
     type(300);
@@ -98,6 +111,7 @@ TEST_F(TypingFiguresTest, TheBestIsNotBelowTheCurrentSpeed)
 
     EXPECT_EQ(stats->bestWPM(), 40);
     EXPECT_EQ(figures->bestWPM(), "60");
+    EXPECT_EQ(figures->storedBestWPM(), "40");
 }
 
 TEST_F(TypingFiguresTest, MayEndWhileTheyAreToFollow)
