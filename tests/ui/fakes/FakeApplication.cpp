@@ -4,6 +4,7 @@
 #include "unit/app/AppStateFixture.h"
 #include "unit/packs/PackFiles.h"
 
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -16,8 +17,12 @@ std::unique_ptr<StatsStore> statsOf(FakeApplication::Kind kind)
 {
     const StatsSurroundings nothingIsSaved{.runLater = [](auto, const auto&) {},
                                            .runInBackground = [](const auto&) {}};
-    std::vector<std::int64_t> days(14, 4200);
-    days.back() = kind == FakeApplication::WithLargeNumbers ? 1'234'567 : 5284;
+    if (kind == FakeApplication::WithoutPacks)
+        return std::make_unique<StatsStore>(std::vector<std::int64_t>(), 0, nothingIsSaved);
+    std::vector<std::int64_t> days{3120, 4875, 2210, 6340, 5120, 0,    1480,
+                                   4410, 5975, 6820, 40,   3260, 4930, 5284};
+    if (kind == FakeApplication::WithLargeNumbers)
+        days.back() = 1'234'567;
     const auto best = kind == FakeApplication::WithLargeNumbers ? 9999 : 92;
     return std::make_unique<StatsStore>(days, best, nothingIsSaved);
 }
@@ -36,9 +41,11 @@ public:
         permission = kind != WithoutPermission && kind != BeforeRelaunch;
         if (kind == BeforeRelaunch)
             permitTooSoon();
+        m_language.emplace(state().defaults());
     }
 
     using AppStateFixture::state;
+    LanguageSetting& language() { return *m_language; }
 
 private:
     void TestBody() override {} // It is no test.
@@ -72,6 +79,8 @@ private:
         time.advance(std::chrono::seconds(2));
         freshProcess(true);
     }
+
+    std::optional<LanguageSetting> m_language;
 };
 
 FakeApplication::FakeApplication()
@@ -93,6 +102,11 @@ void FakeApplication::setKind(Kind kind)
 AppState* FakeApplication::state() const
 {
     return &m_ports->state();
+}
+
+LanguageSetting* FakeApplication::language() const
+{
+    return &m_ports->language();
 }
 
 } // namespace clavo

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/AppState.h"
+#include "app/LanguageSetting.h"
 #include "stats/StatsStore.h"
 
 #include <QObject>
@@ -20,14 +21,15 @@ class FakeApplication : public QObject
     Q_PROPERTY(Kind kind READ kind WRITE setKind NOTIFY changed)
     Q_PROPERTY(clavo::AppState* state READ state NOTIFY changed)
     Q_PROPERTY(clavo::StatsStore* stats READ stats NOTIFY changed)
+    Q_PROPERTY(clavo::LanguageSetting* language READ language NOTIFY changed)
 
 public:
     enum Kind {
         Ordinary,
         WithoutPermission,
         BeforeRelaunch, // With a permission that this process cannot use.
-        WithoutPacks,
-        WithLongNames, // Packs of the user's own.
+        WithoutPacks,   // Nor a key typed.
+        WithLongNames,  // Packs of the user's own.
         WithLargeNumbers,
     };
     Q_ENUM(Kind)
@@ -41,6 +43,7 @@ public:
     [[nodiscard]] Kind kind() const { return m_kind; }
     [[nodiscard]] AppState* state() const;
     [[nodiscard]] StatsStore* stats() const { return m_stats.get(); }
+    [[nodiscard]] LanguageSetting* language() const;
 
 signals:
     void changed();

@@ -3,8 +3,9 @@
 // clavo-gallery FOLDER en|fr|de SCENE.qml…
 //
 // Takes pictures of scenes for people to look at. A scene is an item; its `states` are the states
-// to show, beside the one without a name. Each is pictured in the light and the dark look, in a
-// scene made anew. QT_SCALE_FACTOR is the scale.
+// to show, beside the one without a name, and its `pointer`, where it has one, is where the mouse
+// rests. Each is pictured in the light and the dark look, in a scene made anew. QT_SCALE_FACTOR is
+// the scale.
 #include "app/AppLanguage.h"
 #include "app/Translation.h"
 #include "ui/fakes/FakeDesktop.h"
@@ -60,6 +61,7 @@ std::unique_ptr<QQuickView> shown(QQmlEngine& engine, const QString& file, const
     // A pointer that rests where the last scene had it would hover over this one.
     QTest::mouseMove(view.get(), QPoint(0, 0));
     view->rootObject()->setState(state);
+    QTest::mouseMove(view.get(), view->rootObject()->property("pointer").toPoint());
     QTest::qWait(static_cast<int>(timeToSettle.count()));
     return view;
 }

@@ -7,6 +7,8 @@ import Clavo.Test
 Rectangle {
     id: root
 
+    property point pointer // Where the mouse rests.
+
     width: view.implicitWidth
     height: view.implicitHeight
     color: Theme.window
@@ -31,6 +33,10 @@ Rectangle {
         State {
             name: "largeNumbers"
             PropertyChanges { application.kind: FakeApplication.WithLargeNumbers }
+        },
+        State {
+            name: "hover"
+            PropertyChanges { root.pointer: Qt.point(120, 250) }
         },
         State {
             name: "focusList"
