@@ -64,6 +64,7 @@ Options:
   --help                 print this text and exit
 
 Environment:
+  CLAVO_INPUT=SOURCE     listen to x11 or to evdev, whatever the session
   CLAVO_AUDIO=OUTPUT     play through this output alone: pipewire, pulse or none
   CLAVO_QUANTUM=FRAMES   wish for this period of the sound server, 16 to 8192; 128 if not set
   CLAVO_LOG=stderr       write the log to the standard error, not to the journal

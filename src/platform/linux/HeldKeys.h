@@ -24,6 +24,11 @@ public:
     /// Nothing for a modifier that went down unseen.
     [[nodiscard]] std::optional<RawEvent> release(std::uint32_t evdevCode);
 
+    [[nodiscard]] bool isDown(std::uint32_t evdevCode) const
+    {
+        return evdevCode < m_down.size() && m_down[evdevCode];
+    }
+
     /// Forgets all keys, as when their keyboard is gone. The events are those of the modifiers:
     /// nobody counts the others.
     [[nodiscard]] std::vector<RawEvent> releaseAll();

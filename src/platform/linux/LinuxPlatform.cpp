@@ -6,16 +6,18 @@
 #include "platform/dbus/DBusInstance.h"
 #include "platform/dbus/DBusTrayHosts.h"
 #include "platform/dbus/PortalAppearanceSettings.h"
+#include "platform/evdev/EvdevEventTap.h"
 #include "platform/linux/AudioOutputs.h"
 #include "platform/linux/AutostartEntry.h"
 #include "platform/linux/Environment.h"
+#include "platform/linux/EvdevInputAccess.h"
 #include "platform/linux/FileDefaultsStore.h"
+#include "platform/linux/InputSource.h"
 #include "platform/linux/PreferredTrayHosts.h"
 #include "platform/linux/ProcessRelauncher.h"
+#include "platform/linux/QtScreens.h"
 #include "platform/linux/RunningProgram.h"
-#include "platform/none/NoEventTap.h"
 #include "platform/none/NoHotKeyService.h"
-#include "platform/none/NoScreens.h"
 #include "platform/none/NoSecureInput.h"
 #include "platform/none/NoTrayHosts.h"
 #include "platform/x11/X11EventTap.h"
@@ -25,6 +27,8 @@
 
 #include <QDesktopServices>
 #include <QUrl>
+
+#include <unistd.h>
 
 #include <string_view>
 #include <system_error>
@@ -52,19 +56,11 @@ fs::path resourcesFolder(const fs::path& executable)
     return fs::is_directory(folder, error) ? folder : fs::path{};
 }
 
-/// Under Wayland an X server is there too, but it tells only of the windows that live on it.
-bool isX11Session()
-{
-    if (environment("XDG_SESSION_TYPE") == "wayland" || !environment("WAYLAND_DISPLAY").empty())
-        return false;
-    return !environment("DISPLAY").empty();
-}
-
 /// The X server shows every client all input; there is no permission to ask for.
-class LinuxInputAccess : public InputAccess
+class X11InputAccess : public InputAccess
 {
 public:
-    [[nodiscard]] bool isGranted() const override { return isX11Session(); }
+    [[nodiscard]] bool isGranted() const override { return !environment("DISPLAY").empty(); }
     bool request() override { return isGranted(); }
     void showSettings() override {}
 };
@@ -74,16 +70,23 @@ public:
 Platform makePlatform()
 {
     Platform platform;
-    if (isX11Session()) {
-        platform.eventTap = std::make_unique<X11EventTap>();
-        platform.screens = std::make_unique<X11Screens>();
+    if (::geteuid() == 0)
+        log::error("Clavo tourne en tant que root : ce n'est jamais nécessaire");
+    const auto session = sessionEnvironment();
+    if (!session.input.empty() && session.input != "x11" && session.input != "evdev")
+        log::notice("CLAVO_INPUT « {} » ignoré : il faut x11 ou evdev", session.input);
+    platform.hotKeys = std::make_unique<NoHotKeyService>();
+    if (isX11Session(session))
         platform.hotKeys = std::make_unique<X11HotKeyService>();
-    } else {
-        log::error("aucune session X11 : les touches ne peuvent pas être entendues");
-        platform.eventTap = std::make_unique<NoEventTap>();
-        platform.screens = std::make_unique<NoScreens>();
-        platform.hotKeys = std::make_unique<NoHotKeyService>();
-    }
+    const auto source = inputSource(session);
+    if (source == InputSource::x11 || isX11Session(session))
+        platform.screens = std::make_unique<X11Screens>();
+    else
+        platform.screens = std::make_unique<QtScreens>();
+    if (source == InputSource::x11)
+        platform.eventTap = std::make_unique<X11EventTap>();
+    else
+        platform.eventTap = std::make_unique<EvdevEventTap>(*platform.screens);
     platform.secureInput = std::make_unique<NoSecureInput>();
     platform.audioOutput = makeAudioOutput();
     platform.inputAccess = makeInputAccess();
@@ -101,13 +104,15 @@ Platform makePlatform()
 
 std::unique_ptr<InputAccess> makeInputAccess()
 {
-    return std::make_unique<LinuxInputAccess>();
+    if (inputSource(sessionEnvironment()) == InputSource::x11)
+        return std::make_unique<X11InputAccess>();
+    return std::make_unique<EvdevInputAccess>();
 }
 
 std::unique_ptr<TrayHosts> makeTrayHosts()
 {
     std::unique_ptr<TrayHosts> windows = std::make_unique<NoTrayHosts>();
-    if (isX11Session())
+    if (isX11Session(sessionEnvironment()))
         windows = std::make_unique<X11TrayHosts>();
     return std::make_unique<PreferredTrayHosts>(std::make_unique<DBusTrayHosts>(),
                                                 std::move(windows));

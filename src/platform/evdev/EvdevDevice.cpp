@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "platform/evdev/EvdevDevice.h"
+
+#include "files/Descriptor.h"
+
+#include <fcntl.h>
+#include <libevdev/libevdev.h>
+
+#include <cerrno>
+#include <utility>
+
+namespace clavo::evdev
+{
+
+struct EvdevDevice::Library {
+    explicit Library(int number) : file(number) {}
+    ~Library() { libevdev_free(device); }
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+
+    [[nodiscard]] bool has(unsigned int type, unsigned int code) const
+    {
+        return libevdev_has_event_code(device, type, code) != 0;
+    }
+
+    Descriptor file;
+    libevdev* device = nullptr;
+};
+
+std::unique_ptr<EvdevDevice> EvdevDevice::open(const std::filesystem::path& node)
+{
+    const int file = ::open(node.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    auto library = std::make_unique<Library>(file);
+    if (file < 0 || libevdev_new_from_fd(file, &library->device) != 0)
+        return nullptr;
+    return std::unique_ptr<EvdevDevice>(new EvdevDevice(std::move(library)));
+}
+
+EvdevDevice::EvdevDevice(std::unique_ptr<Library> library) : m_library(std::move(library)) {}
+
+EvdevDevice::~EvdevDevice() = default;
+
+DeviceTraits EvdevDevice::traits() const
+{
+    const auto& device = *m_library;
+    const auto isKey = [&](unsigned int code) { return device.has(EV_KEY, code); };
+    DeviceTraits traits{
+        .hasTypingKeys = isKey(KEY_A) || isKey(KEY_SPACE) || isKey(KEY_KP1),
+        .hasButtons = isKey(BTN_LEFT) || isKey(BTN_RIGHT),
+        .hasWheel = device.has(EV_REL, REL_WHEEL) || device.has(EV_REL, REL_HWHEEL),
+        .hasFineWheel = device.has(EV_REL, REL_WHEEL_HI_RES),
+        .hasFineHorizontalWheel = device.has(EV_REL, REL_HWHEEL_HI_RES),
+    };
+    for (unsigned int code = KEY_ESC; code < BTN_MISC; ++code)
+        traits.hasKeys = traits.hasKeys || isKey(code);
+    traits.isGamepad = !traits.hasTypingKeys && (isKey(BTN_JOYSTICK) || isKey(BTN_GAMEPAD));
+    if (device.has(EV_ABS, ABS_X) && !isKey(BTN_TOOL_FINGER))
+        traits.places = {.least = libevdev_get_abs_minimum(device.device, ABS_X),
+                         .greatest = libevdev_get_abs_maximum(device.device, ABS_X)};
+    return traits;
+}
+
+std::vector<std::uint16_t> EvdevDevice::keysDown() const
+{
+    std::vector<std::uint16_t> down;
+    for (std::uint16_t code = 0; code < KEY_CNT; ++code) {
+        if (libevdev_get_event_value(m_library->device, EV_KEY, code) != 0)
+            down.push_back(code);
+    }
+    return down;
+}
+
+EvdevDevice::Outcome EvdevDevice::read(DeviceEvent& event)
+{
+    input_event read{};
+    const int status = libevdev_next_event(m_library->device, LIBEVDEV_READ_FLAG_NORMAL, &read);
+    if (status == LIBEVDEV_READ_STATUS_SYNC)
+        return Outcome::dropped;
+    if (status != LIBEVDEV_READ_STATUS_SUCCESS)
+        return status == -EAGAIN || status == -EINTR ? Outcome::nothingMore : Outcome::gone;
+    event = {.type = read.type, .code = read.code, .value = read.value};
+    return Outcome::event;
+}
+
+void EvdevDevice::synchronize()
+{
+    input_event difference{};
+    while (libevdev_next_event(m_library->device, LIBEVDEV_READ_FLAG_SYNC, &difference) ==
+           LIBEVDEV_READ_STATUS_SYNC) {
+    }
+}
+
+int EvdevDevice::descriptor() const
+{
+    return m_library->file.number();
+}
+
+} // namespace clavo::evdev
