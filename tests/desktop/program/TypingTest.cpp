@@ -92,7 +92,8 @@ TEST_F(Typing, LeavesNothingFromWhichItCouldBeReadBack)
         std::erase(lines, "clavo: touche relâchée, son: true");
         for (const auto& line : lines) {
             EXPECT_THAT(
-                (std::vector<std::string>{"pack chargé", "autorisation", "sortie audio"}),
+                (std::vector<std::string>{"pack chargé", "autorisation", "sortie audio",
+                                          "Clavo tourne en tant que root"}),
                 Contains(testing::ResultOf(
                     [&](const std::string& start) { return line.starts_with("clavo: " + start); },
                     true)))

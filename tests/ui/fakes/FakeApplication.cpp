@@ -99,6 +99,11 @@ void FakeApplication::setKind(Kind kind)
     emit changed();
 }
 
+void FakeApplication::chooseLanguage(int index)
+{
+    m_ports->language().setIndex(index);
+}
+
 AppState* FakeApplication::state() const
 {
     return &m_ports->state();

@@ -40,6 +40,9 @@ public:
     /// Makes the application anew.
     void setKind(Kind kind);
 
+    /// Chooses a language as the user would.
+    Q_INVOKABLE void chooseLanguage(int index);
+
     [[nodiscard]] Kind kind() const { return m_kind; }
     [[nodiscard]] AppState* state() const;
     [[nodiscard]] StatsStore* stats() const { return m_stats.get(); }

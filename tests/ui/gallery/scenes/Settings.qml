@@ -24,7 +24,7 @@ Rectangle {
         },
         State {
             name: "language"
-            StateChangeScript { script: application.language.index = 3 }
+            StateChangeScript { script: application.chooseLanguage(3) }
         },
         State {
             name: "focusTab"
