@@ -11,8 +11,7 @@ namespace clavo
 
 void fatal(std::string_view message)
 {
-    fmt::print(stderr, "clavo: fatal error: {}\n", message);
-    std::fflush(stderr);
+    std::fputs(fmt::format("clavo: fatal error: {}\n", message).c_str(), stderr);
     std::abort();
 }
 

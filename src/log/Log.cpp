@@ -9,15 +9,17 @@ namespace clavo::log
 namespace
 {
 
-void writeToStandardError(Level, std::string_view line)
-{
-    fmt::print(stderr, "clavo: {}\n", line);
-}
-
 std::atomic<Sink> currentSink = writeToStandardError;
 std::atomic<Level> threshold = Level::Default;
 
 } // namespace
+
+// In one piece, so that lines of two processes do not mix. fmt::print would throw where nobody
+// reads.
+void writeToStandardError(Level, std::string_view line)
+{
+    std::fputs(fmt::format("clavo: {}\n", line).c_str(), stderr);
+}
 
 void setSink(Sink sink)
 {

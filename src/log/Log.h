@@ -22,7 +22,10 @@ struct Private {
     std::string_view value;
 };
 
-/// Replaces the receiver of all lines; the standard error until then.
+/// The receiver until another is set. A line that cannot be written is lost.
+void writeToStandardError(Level level, std::string_view line);
+
+/// Replaces the receiver of all lines.
 void setSink(Sink sink);
 
 /// The least level that is kept; Default until set.

@@ -5,6 +5,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <cstdlib>
 #include <string>
 #include <utility>
 #include <vector>
@@ -88,6 +93,20 @@ TEST_F(LogTest, DebugLineIsKeptOnRequest)
 
     EXPECT_EQ(formatted, 1);
     EXPECT_THAT(lines, ElementsAre(Pair(log::Level::Debug, "touche ")));
+}
+
+TEST(StandardError, MayBeAPipeThatNobodyReads)
+{
+    const auto logInVain = [] {
+        std::array<int, 2> ends{};
+        std::signal(SIGPIPE, SIG_IGN);
+        if (::pipe(ends.data()) != 0 || ::dup2(ends[1], STDERR_FILENO) < 0)
+            return EXIT_FAILURE;
+        ::close(ends[0]);
+        log::writeToStandardError(log::Level::Default, "a line");
+        return EXIT_SUCCESS;
+    };
+    EXPECT_EXIT(std::exit(logInVain()), testing::ExitedWithCode(EXIT_SUCCESS), "");
 }
 
 TEST(Fatal, EndsTheProgramWithItsMessage)
