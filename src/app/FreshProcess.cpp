@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QThread>
 
+#include <atomic>
 #include <memory>
 #include <utility>
 
@@ -15,7 +16,7 @@ namespace clavo
 PermissionWait::Ask askFreshProcess(std::filesystem::path executable)
 {
     return [executable = std::move(executable)](std::function<void(bool)> receiver) {
-        auto granted = std::make_shared<bool>(false);
+        auto granted = std::make_shared<std::atomic<bool>>(false);
         auto* const thread = QThread::create([executable, granted] {
             *granted = InputMonitor::permissionGrantedInFreshProcess(executable);
         });
