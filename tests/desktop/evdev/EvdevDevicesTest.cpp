@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: MIT
+#include "contracts/EventTapContract.h"
+#include "desktop/evdev/EvdevTapRig.h"
+
+namespace clavo
+{
+namespace
+{
+
+using testing::AllOf;
+using testing::Each;
+using testing::ElementsAre;
+using testing::SizeIs;
+
+constexpr std::int64_t capsLock = 57;
+
+RawEvent keyDown(std::int64_t code)
+{
+    return {.type = RawEventType::keyDown, .keyCode = code};
+}
+
+RawEvent keyUp(std::int64_t code)
+{
+    return {.type = RawEventType::keyUp, .keyCode = code};
+}
+
+/// The tap and devices that come, go and fall behind.
+class EvdevDevicesTest : public EventTapContract<EvdevTapRig>
+{
+protected:
+    KernelDevice& keyboard() { return *rig.keyboard; }
+    KernelDevice& mouse() { return *rig.mouse; }
+
+    /// Strikes a key that nothing else in the test strikes, and takes what came before it.
+    std::vector<RawEvent> settled()
+    {
+        keyboard().strike(KEY_SPACE);
+        EXPECT_TRUE(rig.until([this] { return !events.empty() && events.back() == keyUp(49); }));
+        return {events.begin(), events.end() - std::min<std::ptrdiff_t>(2, std::ssize(events))};
+    }
+};
+
+TEST_F(EvdevDevicesTest, AKeyboardPluggedInLaterIsHeard)
+{
+    ASSERT_TRUE(listen());
+
+    auto& second = rig.devices.plugIn(keyboardKind());
+
+    EXPECT_TRUE(rig.until([&] {
+        second.strike(KEY_A);
+        return !events.empty();
+    }));
+    EXPECT_EQ(events.front(), keyDown(letterA));
+}
+
+TEST_F(EvdevDevicesTest, OneOfTwoKeyboardsMayGo)
+{
+    auto& second = rig.devices.plugIn(keyboardKind());
+    ASSERT_TRUE(listen());
+
+    second.unplug();
+
+    keyboard().strike(KEY_A);
+    ASSERT_TRUE(untilEvents(2));
+    EXPECT_THAT(settled(), ElementsAre(keyDown(letterA), keyUp(letterA)));
+}
+
+TEST_F(EvdevDevicesTest, AModifierHeldOnAKeyboardThatGoesComesUp)
+{
+    auto& second = rig.devices.plugIn(keyboardKind());
+    ASSERT_TRUE(listen());
+    second.key(KEY_LEFTSHIFT, true);
+    second.key(KEY_A, true);
+    ASSERT_TRUE(untilEvents(2));
+
+    second.unplug();
+
+    ASSERT_TRUE(untilEvents(3));
+    EXPECT_EQ(events.back(), (RawEvent{.type = RawEventType::flagsChanged, .keyCode = shift}));
+}
+
+TEST_F(EvdevDevicesTest, TheRightToReadADeviceMayComeLate)
+{
+    if (::geteuid() == 0)
+        GTEST_SKIP() << "root may read everything";
+    ASSERT_TRUE(listen());
+    auto& second = rig.devices.plugIn(keyboardKind());
+    second.setReadable(false);
+
+    second.setReadable(true);
+
+    EXPECT_TRUE(rig.until([&] {
+        second.strike(KEY_A);
+        return !events.empty();
+    }));
+}
+
+TEST_F(EvdevDevicesTest, LostEventsDisableTheTapUntilItIsEnabled)
+{
+    ASSERT_TRUE(listen());
+
+    keyboard().lose({{.type = EV_KEY, .code = KEY_A, .value = 1}});
+    ASSERT_TRUE(untilEvents(1));
+    EXPECT_THAT(events, ElementsAre(RawEvent{.type = RawEventType::tapDisabledByTimeout}));
+    keyboard().strike(KEY_S);
+    rig.tap().enable();
+
+    ASSERT_TRUE(rig.until([this] {
+        keyboard().strike(KEY_SPACE);
+        return events.size() > 1;
+    }));
+}
+
+TEST_F(EvdevDevicesTest, AModifierPressedAmongLostEventsIsDownAfterwards)
+{
+    ASSERT_TRUE(listen());
+
+    keyboard().lose({{.type = EV_KEY, .code = KEY_LEFTSHIFT, .value = 1},
+                     {.type = EV_KEY, .code = KEY_A, .value = 1}});
+    ASSERT_TRUE(untilEvents(1));
+    rig.tap().enable();
+
+    ASSERT_TRUE(untilEvents(2));
+    EXPECT_EQ(events[1], (RawEvent{.type = RawEventType::flagsChanged, .keyCode = shift}));
+    keyboard().key(KEY_A, false); // Its press was never heard; its release is.
+    EXPECT_THAT(settled(), SizeIs(3));
+    EXPECT_EQ(events[2], keyUp(letterA));
+}
+
+TEST_F(EvdevDevicesTest, AReleaseAmongLostEventsLetsTheKeyBePressedAgain)
+{
+    ASSERT_TRUE(listen());
+    keyboard().key(KEY_A, true);
+    ASSERT_TRUE(untilEvents(1));
+
+    keyboard().lose({{.type = EV_KEY, .code = KEY_A, .value = 0}});
+    ASSERT_TRUE(untilEvents(2));
+    rig.tap().enable();
+    QCoreApplication::processEvents();
+    ASSERT_TRUE(rig.until([this] {
+        keyboard().key(KEY_A, true);
+        keyboard().key(KEY_A, false);
+        return events.size() > 2;
+    }));
+
+    EXPECT_EQ(events[2], keyDown(letterA)); // And no repeat.
+}
+
+TEST_F(EvdevDevicesTest, TheKernelsRepeatsAreMarked)
+{
+    ASSERT_TRUE(listen());
+
+    keyboard().key(KEY_A, true);
+    keyboard().tell({{.type = EV_KEY, .code = KEY_A, .value = 2}});
+    keyboard().key(KEY_A, false);
+
+    ASSERT_TRUE(untilEvents(3));
+    auto repeat = keyDown(letterA);
+    repeat.isAutoRepeat = true;
+    EXPECT_THAT(events, ElementsAre(keyDown(letterA), repeat, keyUp(letterA)));
+}
+
+TEST_F(EvdevDevicesTest, AHeldModifierDoesNotRepeat)
+{
+    ASSERT_TRUE(listen());
+
+    keyboard().key(KEY_CAPSLOCK, true);
+    keyboard().tell({{.type = EV_KEY, .code = KEY_CAPSLOCK, .value = 2}});
+    keyboard().key(KEY_CAPSLOCK, false);
+
+    ASSERT_TRUE(untilEvents(2));
+    EXPECT_THAT(settled(), AllOf(SizeIs(2), Each(RawEvent{.type = RawEventType::flagsChanged,
+                                                          .keyCode = capsLock})));
+}
+
+TEST_F(EvdevDevicesTest, AFineWheelTicksOncePerDetent)
+{
+    auto& fine = rig.devices.plugIn(fineWheelMouseKind());
+    ASSERT_TRUE(listen());
+
+    for (int part = 0; part < 8; ++part)
+        fine.tell({{.type = EV_REL, .code = REL_WHEEL_HI_RES, .value = 30}});
+    fine.tell({{.type = EV_REL, .code = REL_WHEEL_HI_RES, .value = 120},
+               {.type = EV_REL, .code = REL_WHEEL, .value = 1}});
+
+    ASSERT_TRUE(untilEvents(3));
+    EXPECT_THAT(settled(),
+                AllOf(SizeIs(3), Each(testing::Field(&RawEvent::type, RawEventType::scrollWheel))));
+}
+
+TEST_F(EvdevDevicesTest, ATabletSaysWhereThePointerIs)
+{
+    auto& tablet = rig.devices.plugIn(tabletKind());
+    ASSERT_TRUE(listen());
+
+    tablet.tell({{.type = EV_ABS, .code = ABS_X, .value = 500}});
+    tablet.key(BTN_LEFT, true);
+
+    ASSERT_TRUE(untilEvents(1));
+    EXPECT_EQ(events[0], (RawEvent{.type = RawEventType::leftMouseDown, .x = 720}));
+}
+
+TEST_F(EvdevDevicesTest, AKeyThatIsDownAlreadyIsNotPressedAgain)
+{
+    keyboard().key(KEY_A, true);
+    ASSERT_TRUE(listen());
+
+    keyboard().key(KEY_A, false);
+
+    ASSERT_TRUE(untilEvents(1));
+    // What the device had to tell before it was opened may still arrive, as the repeat it then is.
+    EXPECT_EQ(settled().back(), keyUp(letterA));
+    for (const auto& event : events)
+        EXPECT_TRUE(event.keyCode != letterA || event.type == RawEventType::keyUp ||
+                    event.isAutoRepeat);
+}
+
+TEST_F(EvdevDevicesTest, ABurstArrivesWhole)
+{
+    ASSERT_TRUE(listen());
+
+    std::size_t told = 0;
+    for (; told < 1000; told += 20) {
+        for (int stroke = 0; stroke < 10; ++stroke)
+            keyboard().strike(KEY_A);
+        ASSERT_TRUE(untilEvents(told + 20)); // The line is shorter than the kernel's own queue.
+    }
+
+    EXPECT_THAT(settled(), SizeIs(told));
+}
+
+} // namespace
+} // namespace clavo

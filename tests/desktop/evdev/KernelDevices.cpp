@@ -1,0 +1,271 @@
+// SPDX-License-Identifier: MIT
+#include "desktop/evdev/KernelDevices.h"
+
+#include <linux/input.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <span>
+#include <stdexcept>
+#include <utility>
+
+namespace clavo
+{
+namespace
+{
+
+std::string nodeOf(int number)
+{
+    return "/dev/input/event" + std::to_string(number);
+}
+
+std::vector<std::uint8_t> bits(const std::set<std::uint16_t>& codes)
+{
+    std::vector<std::uint8_t> bytes(KEY_CNT / 8);
+    for (const auto code : codes)
+        bytes.at(code / 8) |= static_cast<std::uint8_t>(1 << code % 8);
+    return bytes;
+}
+
+template <typename Value> std::vector<std::uint8_t> bytesOf(const Value& value)
+{
+    std::vector<std::uint8_t> bytes(sizeof value);
+    std::memcpy(bytes.data(), &value, sizeof value);
+    return bytes;
+}
+
+std::vector<std::uint8_t> bytesOfText(const std::string& text)
+{
+    return {text.c_str(), text.c_str() + text.size() + 1};
+}
+
+} // namespace
+
+DeviceKind keyboardKind()
+{
+    DeviceKind kind{.name = "Test keyboard"};
+    for (std::uint16_t code = KEY_ESC; code <= KEY_MICMUTE; ++code)
+        kind.keys.insert(code);
+    return kind;
+}
+
+DeviceKind mouseKind()
+{
+    return {.name = "Test mouse",
+            .keys = {BTN_LEFT, BTN_RIGHT, BTN_MIDDLE, BTN_SIDE},
+            .axes = {REL_X, REL_Y, REL_WHEEL, REL_HWHEEL}};
+}
+
+DeviceKind fineWheelMouseKind()
+{
+    auto kind = mouseKind();
+    kind.axes.insert({REL_WHEEL_HI_RES, REL_HWHEEL_HI_RES});
+    return kind;
+}
+
+DeviceKind tabletKind()
+{
+    return {.name = "Test tablet",
+            .keys = {BTN_LEFT, BTN_RIGHT},
+            .places = evdev::DeviceTraits::Range{.least = 0, .greatest = 1000}};
+}
+
+KernelDevice::KernelDevice(UMockdevTestbed* testbed, int number, DeviceKind kind)
+    : m_testbed(testbed), m_node(nodeOf(number)),
+      m_path("/devices/test/input" + std::to_string(number) + "/event" + std::to_string(number)),
+      m_kind(std::move(kind)), m_answers(umockdev_ioctl_base_new())
+{
+    const auto description =
+        "P: " + m_path + "\nN: " + m_node.substr(5) + "\nE: DEVNAME=" + m_node +
+        "\nE: SUBSYSTEM=input\nA: dev=13:" + std::to_string(64 + number) + "\n\n";
+    g_signal_connect(m_answers, "handle-ioctl", G_CALLBACK(&KernelDevice::answer), this);
+    g_signal_connect(m_answers, "handle-read", G_CALLBACK(&KernelDevice::refuse), this);
+    // The answers are there before the node is: whoever watches the folder asks at once.
+    if (!umockdev_testbed_attach_ioctl(m_testbed, m_node.c_str(), m_answers, nullptr) ||
+        !umockdev_testbed_add_from_string(m_testbed, description.c_str(), nullptr))
+        throw std::runtime_error("there is no " + m_node);
+}
+
+KernelDevice::~KernelDevice()
+{
+    if (!m_isGone)
+        unplug();
+    umockdev_testbed_detach_ioctl(m_testbed, m_node.c_str(), nullptr);
+    g_object_unref(m_answers);
+}
+
+void KernelDevice::setReadable(bool readable) const
+{
+    ::chmod(m_node.c_str(), readable ? 0600 : 0);
+}
+
+void KernelDevice::unplug()
+{
+    m_isGone = true;
+    write({{.type = EV_SYN, .code = SYN_REPORT}}); // Makes its readers look.
+    umockdev_testbed_remove_device(m_testbed, ("/sys" + m_path).c_str());
+}
+
+void KernelDevice::tell(std::initializer_list<evdev::DeviceEvent> events)
+{
+    std::ranges::for_each(events, [this](const auto& event) { note(event); });
+    std::vector<evdev::DeviceEvent> packet(events);
+    packet.push_back({.type = EV_SYN, .code = SYN_REPORT});
+    write(packet);
+}
+
+void KernelDevice::key(std::uint16_t code, bool down)
+{
+    tell({{.type = EV_KEY, .code = code, .value = down ? 1 : 0}});
+}
+
+void KernelDevice::strike(std::uint16_t code)
+{
+    key(code, true);
+    key(code, false);
+}
+
+void KernelDevice::lose(std::initializer_list<evdev::DeviceEvent> events)
+{
+    std::ranges::for_each(events, [this](const auto& event) { note(event); });
+    write({{.type = EV_SYN, .code = SYN_DROPPED}, {.type = EV_SYN, .code = SYN_REPORT}});
+}
+
+void KernelDevice::note(const evdev::DeviceEvent& event)
+{
+    if (event.type != EV_KEY)
+        return;
+    const std::scoped_lock lock(m_mutex);
+    if (event.value == 0)
+        m_down.erase(event.code);
+    else
+        m_down.insert(event.code);
+}
+
+void KernelDevice::write(const std::vector<evdev::DeviceEvent>& events) const
+{
+    std::vector<input_event> told;
+    for (const auto& event : events) {
+        input_event each{};
+        each.type = event.type;
+        each.code = event.code;
+        each.value = event.value;
+        told.push_back(each);
+    }
+    const auto bytes = std::as_bytes(std::span(told));
+    const int line = umockdev_testbed_get_dev_fd(m_testbed, m_node.c_str());
+    if (::write(line, bytes.data(), bytes.size()) != std::ssize(bytes))
+        throw std::runtime_error("nobody can be told by " + m_node);
+}
+
+gboolean KernelDevice::answer(UMockdevIoctlBase* /*base*/, UMockdevIoctlClient* client,
+                              gpointer device)
+{
+    const auto request = umockdev_ioctl_client_get_request(client);
+    const auto reply = static_cast<KernelDevice*>(device)->answerTo(request);
+    if (!reply) {
+        umockdev_ioctl_client_complete(client, -1, EINVAL);
+        return TRUE;
+    }
+    const auto size = std::min<std::size_t>(_IOC_SIZE(request), reply->size());
+    auto* const argument = umockdev_ioctl_client_get_arg(client);
+    auto* const target = umockdev_ioctl_data_resolve(argument, 0, _IOC_SIZE(request), nullptr);
+    auto bytes = *reply;
+    umockdev_ioctl_data_update(target, 0, bytes.data(), static_cast<gint>(size));
+    umockdev_ioctl_client_complete(client, static_cast<glong>(size), 0);
+    umockdev_ioctl_data_unref(target);
+    return TRUE;
+}
+
+/// Whoever reads a device that is gone is told so; else the line is read.
+gboolean KernelDevice::refuse(UMockdevIoctlBase* /*base*/, UMockdevIoctlClient* client,
+                              gpointer device)
+{
+    if (!static_cast<KernelDevice*>(device)->m_isGone)
+        return FALSE;
+    umockdev_ioctl_client_complete(client, -1, ENODEV);
+    return TRUE;
+}
+
+/// What the kernel answers (drivers/input/evdev.c in its sources); nothing for what it would
+/// refuse.
+std::optional<std::vector<std::uint8_t>> KernelDevice::answerTo(unsigned long request)
+{
+    constexpr unsigned int abilities = _IOC_NR(EVIOCGBIT(0, 0));
+    constexpr unsigned int ranges = _IOC_NR(EVIOCGABS(0));
+    if (_IOC_TYPE(request) != 'E')
+        return std::nullopt;
+    switch (const unsigned int number = _IOC_NR(request)) {
+    case _IOC_NR(EVIOCGVERSION):
+        return bytesOf(EV_VERSION);
+    case _IOC_NR(EVIOCGID):
+        return bytesOf(input_id{.bustype = BUS_USB, .vendor = 1, .product = 1, .version = 1});
+    case _IOC_NR(EVIOCGNAME(0)):
+    case _IOC_NR(EVIOCGPHYS(0)):
+    case _IOC_NR(EVIOCGUNIQ(0)):
+        return bytesOfText(m_kind.name);
+    case _IOC_NR(EVIOCGPROP(0)):
+    case _IOC_NR(EVIOCGLED(0)):
+    case _IOC_NR(EVIOCGSW(0)):
+        return bits({});
+    case _IOC_NR(EVIOCGKEY(0)): {
+        const std::scoped_lock lock(m_mutex);
+        return bits(m_down);
+    }
+    case _IOC_NR(EVIOCSCLOCKID):
+        return std::vector<std::uint8_t>{};
+    case abilities: {
+        std::set<std::uint16_t> types{EV_SYN, EV_KEY};
+        if (!m_kind.axes.empty())
+            types.insert(EV_REL);
+        if (m_kind.places)
+            types.insert(EV_ABS);
+        return bits(types);
+    }
+    case abilities + EV_KEY:
+        return bits(m_kind.keys);
+    case abilities + EV_REL:
+        return bits(m_kind.axes);
+    case abilities + EV_ABS:
+        return bits(m_kind.places ? std::set<std::uint16_t>{ABS_X, ABS_Y}
+                                  : std::set<std::uint16_t>{});
+    case ranges + ABS_X:
+    case ranges + ABS_Y:
+        if (!m_kind.places)
+            return std::nullopt;
+        return bytesOf(input_absinfo{.value = 0,
+                                     .minimum = m_kind.places->least,
+                                     .maximum = m_kind.places->greatest,
+                                     .fuzz = 0,
+                                     .flat = 0,
+                                     .resolution = 0});
+    default:
+        return number > abilities && number < abilities + EV_CNT ? std::optional(bits({}))
+                                                                 : std::nullopt;
+    }
+}
+
+KernelDevices::KernelDevices() : m_testbed(umockdev_testbed_new())
+{
+    if (umockdev_in_mock_environment() == FALSE)
+        throw std::runtime_error("these tests are run by umockdev-wrapper");
+    plugIn({.name = "Test lid"}); // Every machine has devices that nobody types on.
+}
+
+KernelDevices::~KernelDevices()
+{
+    m_devices.clear();
+    g_object_unref(m_testbed);
+}
+
+KernelDevice& KernelDevices::plugIn(DeviceKind kind)
+{
+    const int number = static_cast<int>(m_devices.size());
+    m_devices.push_back(std::make_unique<KernelDevice>(m_testbed, number, std::move(kind)));
+    return *m_devices.back();
+}
+
+} // namespace clavo

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/evdev/EvdevDecoder.h"
+
+#include <umockdev.h>
+
+#include <atomic>
+#include <cstdint>
+#include <initializer_list>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace clavo
+{
+
+/// What a device says it can do.
+struct DeviceKind {
+    std::string name;
+    std::set<std::uint16_t> keys = {}; // And buttons.
+    std::set<std::uint16_t> axes = {}; // Relative ones.
+    std::optional<evdev::DeviceTraits::Range> places = std::nullopt;
+};
+
+[[nodiscard]] DeviceKind keyboardKind();
+[[nodiscard]] DeviceKind mouseKind();
+[[nodiscard]] DeviceKind fineWheelMouseKind(); // Tells its wheel in 120ths of a detent too.
+[[nodiscard]] DeviceKind tabletKind();         // Places from 0 to 1000.
+
+/// One of the devices. What is told of its keys changes what it answers is down on it.
+class KernelDevice
+{
+public:
+    KernelDevice(UMockdevTestbed* testbed, int number, DeviceKind kind);
+    ~KernelDevice();
+    KernelDevice(const KernelDevice&) = delete;
+    KernelDevice& operator=(const KernelDevice&) = delete;
+
+    /// One packet of events.
+    void tell(std::initializer_list<evdev::DeviceEvent> events);
+    void key(std::uint16_t code, bool down);
+    void strike(std::uint16_t code);
+    /// A packet that the reader was too slow for: only that something is missing arrives.
+    void lose(std::initializer_list<evdev::DeviceEvent> events);
+    /// Takes away, or gives back, the right to read it.
+    void setReadable(bool readable) const;
+    /// From now on every reader is told that it is gone.
+    void unplug();
+
+private:
+    static gboolean answer(UMockdevIoctlBase* base, UMockdevIoctlClient* client, gpointer device);
+    static gboolean refuse(UMockdevIoctlBase* base, UMockdevIoctlClient* client, gpointer device);
+    [[nodiscard]] std::optional<std::vector<std::uint8_t>> answerTo(unsigned long request);
+    void note(const evdev::DeviceEvent& event);
+    void write(const std::vector<evdev::DeviceEvent>& events) const;
+
+    UMockdevTestbed* m_testbed;
+    std::string m_node;
+    std::string m_path; // In /sys.
+    DeviceKind m_kind;
+    std::mutex m_mutex; // The questions come on another thread.
+    std::set<std::uint16_t> m_down;
+    std::atomic<bool> m_isGone = false;
+    UMockdevIoctlBase* m_answers;
+};
+
+/// The devices in the /dev/input of this process and of those it starts, which are run by
+/// umockdev-wrapper. Thread: main.
+class KernelDevices
+{
+public:
+    KernelDevices();
+    ~KernelDevices();
+    KernelDevices(const KernelDevices&) = delete;
+    KernelDevices& operator=(const KernelDevices&) = delete;
+
+    KernelDevice& plugIn(DeviceKind kind);
+
+private:
+    UMockdevTestbed* m_testbed;
+    std::vector<std::unique_ptr<KernelDevice>> m_devices;
+};
+
+} // namespace clavo
