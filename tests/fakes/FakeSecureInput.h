@@ -12,7 +12,10 @@ class FakeSecureInput final : public SecureInput
 public:
     bool on = false;
 
-    [[nodiscard]] bool isEnabled() const override { return on; }
+    [[nodiscard]] SecureReason reason() const override
+    {
+        return on ? SecureReason::passwordField : SecureReason::none;
+    }
 };
 
 } // namespace clavo

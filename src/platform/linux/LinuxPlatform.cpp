@@ -17,8 +17,8 @@
 #include "platform/linux/ProcessRelauncher.h"
 #include "platform/linux/QtScreens.h"
 #include "platform/linux/RunningProgram.h"
+#include "platform/linux/SecureInputs.h"
 #include "platform/none/NoHotKeyService.h"
-#include "platform/none/NoSecureInput.h"
 #include "platform/none/NoTrayHosts.h"
 #include "platform/x11/X11EventTap.h"
 #include "platform/x11/X11HotKeyService.h"
@@ -87,7 +87,7 @@ Platform makePlatform()
         platform.eventTap = std::make_unique<X11EventTap>();
     else
         platform.eventTap = std::make_unique<EvdevEventTap>(*platform.screens);
-    platform.secureInput = std::make_unique<NoSecureInput>();
+    platform.secureInput = makeSecureInput(session);
     platform.audioOutput = makeAudioOutput();
     platform.inputAccess = makeInputAccess();
     const auto configuration = userFolder("XDG_CONFIG_HOME", ".config");

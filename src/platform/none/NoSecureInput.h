@@ -10,7 +10,7 @@ namespace clavo
 class NoSecureInput final : public SecureInput
 {
 public:
-    [[nodiscard]] bool isEnabled() const override { return false; }
+    [[nodiscard]] SecureReason reason() const override { return SecureReason::none; }
 };
 
 } // namespace clavo

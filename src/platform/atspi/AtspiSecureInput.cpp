@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: MIT
+#include "platform/atspi/AtspiSecureInput.h"
+
+#include "platform/atspi/AccessibleElement.h"
+#include "platform/dbus/DBusQuestion.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusServiceWatcher>
+
+#include <array>
+#include <optional>
+#include <utility>
+
+namespace clavo
+{
+namespace
+{
+
+const QString connectionName = QStringLiteral("clavo-accessibility");
+const QString launcher = QStringLiteral("org.a11y.Bus");
+const QString registry = QStringLiteral("org.a11y.atspi.Registry");
+const QString registryPath = QStringLiteral("/org/a11y/atspi/registry");
+
+// Programs send these only if somebody has registered for them. Not every one tells that an element
+// loses the keys with its window.
+const std::array events{QStringLiteral("object:state-changed:focused"),
+                        QStringLiteral("window:deactivate")};
+
+} // namespace
+
+class AtspiSecureInput::Focus final : public QObject
+{
+    Q_OBJECT
+
+public:
+    Focus(std::unique_ptr<Timer> timer, FocusReceiver receiver)
+        : m_timer(std::move(timer)), m_receiver(std::move(receiver))
+    {
+        if (!m_session.isConnected())
+            return;
+        connect(&m_launcher, &QDBusServiceWatcher::serviceRegistered, this, &Focus::findBus);
+        findBus();
+    }
+    ~Focus() override { leaveBus(); }
+    Focus(const Focus&) = delete;
+    Focus& operator=(const Focus&) = delete;
+
+    [[nodiscard]] bool isSecret() const { return m_isUnknown || m_isPassword; }
+
+private slots:
+    /// Of any element of any program: got the keys, or lost them.
+    void changeFocus(const QDBusMessage& signal)
+    {
+        constexpr int state = 1;
+        const atspi::Element element{signal.service(), signal.path()};
+        if (signal.arguments().value(state).toBool())
+            setElement(element);
+        else if (element == m_element)
+            setElement({});
+    }
+
+    void deactivateWindow(const QDBusMessage& signal)
+    {
+        if (!isSecret() || signal.service() != m_element.program)
+            return;
+        atspi::askFocused(*m_bus, m_element, this, [this, element = m_element](bool isFocused) {
+            if (!isFocused && element == m_element)
+                setElement({});
+        });
+    }
+
+    void loseBus()
+    {
+        leaveBus();
+        setElement({});
+        findBus();
+    }
+
+private:
+    void findBus()
+    {
+        auto question = QDBusMessage::createMethodCall(launcher, QStringLiteral("/org/a11y/bus"),
+                                                       launcher, QStringLiteral("GetAddress"));
+        question.setAutoStartService(false);
+        ask<QString>(m_session, question, this, [this](const QString& address) {
+            if (!m_bus)
+                joinBus(address);
+        });
+    }
+
+    void joinBus(const QString& address)
+    {
+        auto bus = QDBusConnection::connectToBus(address, connectionName);
+        if (!bus.isConnected()) {
+            QDBusConnection::disconnectFromBus(connectionName);
+            return;
+        }
+        m_bus.emplace(bus);
+        bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
+                    QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
+                    this, SLOT(loseBus()));
+        bus.connect({}, {}, QStringLiteral("org.a11y.atspi.Event.Object"),
+                    QStringLiteral("StateChanged"), {QStringLiteral("focused")}, {}, this,
+                    SLOT(changeFocus(QDBusMessage)));
+        bus.connect({}, {}, QStringLiteral("org.a11y.atspi.Event.Window"),
+                    QStringLiteral("Deactivate"), this, SLOT(deactivateWindow(QDBusMessage)));
+        m_registry.emplace(registry, bus, QDBusServiceWatcher::WatchForRegistration);
+        connect(&*m_registry, &QDBusServiceWatcher::serviceRegistered, this,
+                &Focus::registerEvents);
+        m_programs.emplace(QString(), bus, QDBusServiceWatcher::WatchForUnregistration);
+        connect(&*m_programs, &QDBusServiceWatcher::serviceUnregistered, this,
+                [this](const QString& program) {
+                    if (program == m_element.program)
+                        setElement({});
+                });
+        registerEvents();
+    }
+
+    void leaveBus()
+    {
+        if (!std::exchange(m_bus, std::nullopt))
+            return;
+        m_registry.reset();
+        m_programs.reset();
+        QDBusConnection::disconnectFromBus(connectionName);
+    }
+
+    void registerEvents()
+    {
+        for (const auto& event : events) {
+            auto registration = QDBusMessage::createMethodCall(registry, registryPath, registry,
+                                                               QStringLiteral("RegisterEvent"));
+            m_bus->send(registration << event);
+        }
+    }
+
+    void setElement(const atspi::Element& element)
+    {
+        const auto before = std::exchange(m_element, element);
+        m_isPassword = false;
+        m_isUnknown = element != atspi::Element{};
+        if (before.program != element.program)
+            changeProgram(before.program);
+        if (!m_isUnknown)
+            return m_timer->stop();
+        m_timer->start(patience, [this] { m_isUnknown = false; });
+        atspi::askPasswordField(*m_bus, element, this, [this, element](bool isPassword) {
+            if (element != m_element)
+                return;
+            m_isPassword = isPassword;
+            m_isUnknown = false;
+            m_timer->stop();
+        });
+    }
+
+    void changeProgram(const QString& before)
+    {
+        if (m_programs && !before.isEmpty())
+            m_programs->removeWatchedService(before);
+        if (m_element.program.isEmpty())
+            return;
+        m_programs->addWatchedService(m_element.program);
+        if (m_receiver)
+            atspi::askProcess(*m_bus, m_element.program, this, m_receiver);
+    }
+
+    std::unique_ptr<Timer> m_timer;
+    FocusReceiver m_receiver;
+    QDBusConnection m_session = QDBusConnection::sessionBus();
+    QDBusServiceWatcher m_launcher{launcher, m_session, QDBusServiceWatcher::WatchForRegistration};
+    std::optional<QDBusConnection> m_bus; // The accessibility bus, once there is one.
+    std::optional<QDBusServiceWatcher> m_registry;
+    std::optional<QDBusServiceWatcher> m_programs;
+    atspi::Element m_element; // That has the keys; empty where none is known.
+    bool m_isUnknown = false; // Asked what it is, and not answered yet.
+    bool m_isPassword = false;
+};
+
+AtspiSecureInput::AtspiSecureInput(std::unique_ptr<Timer> timer, FocusReceiver receiver)
+    : m_focus(std::make_unique<Focus>(std::move(timer), std::move(receiver)))
+{
+}
+
+AtspiSecureInput::~AtspiSecureInput() = default;
+
+SecureReason AtspiSecureInput::reason() const
+{
+    return m_focus->isSecret() ? SecureReason::passwordField : SecureReason::none;
+}
+
+} // namespace clavo
+
+#include <AtspiSecureInput.moc> // Generated, in no source folder.

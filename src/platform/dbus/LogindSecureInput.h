@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "input/SecureInput.h"
+#include "platform/linux/Timer.h"
+
+#include <chrono>
+#include <memory>
+
+namespace clavo
+{
+
+/// The session as logind sees it: secret while it is locked or another one is at the screen.
+///
+/// Where logind is absent nothing is secret; it may come later.
+class LogindSecureInput final : public SecureInput
+{
+public:
+    /// How long an order to lock is believed that no lock follows. Not every locker tells logind
+    /// when it has locked, and none of those when it has unlocked.
+    static constexpr std::chrono::milliseconds timeToLock{10'000};
+
+    explicit LogindSecureInput(std::unique_ptr<Timer> timer);
+    ~LogindSecureInput() override;
+
+    [[nodiscard]] SecureReason reason() const override;
+
+private:
+    class Session;
+
+    std::unique_ptr<Session> m_session;
+};
+
+} // namespace clavo

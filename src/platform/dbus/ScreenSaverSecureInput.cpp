@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "platform/dbus/ScreenSaverSecureInput.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
+#include <QSet>
+
+#include <array>
+
+namespace clavo
+{
+namespace
+{
+
+struct ScreenSaver {
+    const char* name; // Of the service, and of its interface.
+    const char* path;
+};
+
+constexpr std::array screenSavers{
+    ScreenSaver{"org.freedesktop.ScreenSaver", "/org/freedesktop/ScreenSaver"},
+    ScreenSaver{"org.gnome.ScreenSaver", "/org/gnome/ScreenSaver"},
+    ScreenSaver{"org.cinnamon.ScreenSaver", "/org/cinnamon/ScreenSaver"},
+    ScreenSaver{"org.mate.ScreenSaver", "/org/mate/ScreenSaver"},
+    ScreenSaver{"org.xfce.ScreenSaver", "/org/xfce/ScreenSaver"},
+};
+
+} // namespace
+
+class ScreenSaverSecureInput::Watch final : public QObject
+{
+    Q_OBJECT
+
+public:
+    Watch()
+    {
+        if (!m_bus.isConnected())
+            return;
+        connect(&m_owners, &QDBusServiceWatcher::serviceUnregistered, this,
+                [this](const QString& owner) { set(owner, false); });
+        for (const auto& screenSaver : screenSavers)
+            follow(screenSaver);
+    }
+
+    [[nodiscard]] bool isActive() const { return !m_active.isEmpty(); }
+
+private slots:
+    void change(bool isActive, const QDBusMessage& signal) { set(signal.service(), isActive); }
+
+private:
+    /// Whoever sends the signal: to name the sender would mean to wait for the bus to tell who has
+    /// the name.
+    void follow(const ScreenSaver& screenSaver)
+    {
+        const auto name = QString::fromLatin1(screenSaver.name);
+        m_bus.connect({}, {}, name, QStringLiteral("ActiveChanged"), this,
+                      SLOT(change(bool, QDBusMessage)));
+        auto question = QDBusMessage::createMethodCall(name, QString::fromLatin1(screenSaver.path),
+                                                       name, QStringLiteral("GetActive"));
+        question.setAutoStartService(false);
+        auto* const answer = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
+        connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+            answer->deleteLater();
+            if (const QDBusPendingReply<bool> reply = *answer; reply.isValid())
+                set(reply.reply().service(), reply.value());
+        });
+    }
+
+    void set(const QString& owner, bool isActive)
+    {
+        if (isActive) {
+            m_active.insert(owner);
+            m_owners.addWatchedService(owner);
+        } else {
+            m_active.remove(owner);
+            m_owners.removeWatchedService(owner);
+        }
+    }
+
+    QDBusConnection m_bus = QDBusConnection::sessionBus();
+    QDBusServiceWatcher m_owners{{}, m_bus, QDBusServiceWatcher::WatchForUnregistration};
+    QSet<QString> m_active; // The connections whose screen saver is.
+};
+
+ScreenSaverSecureInput::ScreenSaverSecureInput() : m_watch(std::make_unique<Watch>()) {}
+
+ScreenSaverSecureInput::~ScreenSaverSecureInput() = default;
+
+SecureReason ScreenSaverSecureInput::reason() const
+{
+    return m_watch->isActive() ? SecureReason::lockedSession : SecureReason::none;
+}
+
+} // namespace clavo
+
+#include <ScreenSaverSecureInput.moc> // Generated, in no source folder.

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "input/SecureInput.h"
+
+#include <memory>
+#include <string>
+
+#include <sys/types.h>
+
+namespace clavo
+{
+
+/// Whether a program reads whole lines from the terminal and has switched the echo off, which is
+/// how a password is asked for there. False for what is no terminal. Takes about a microsecond.
+[[nodiscard]] bool readsWithoutEcho(const std::string& terminal);
+
+/// The terminals of the program that has the keys: secret while any of them reads without echo. A
+/// window does not tell which of its terminals is in front.
+///
+/// Which terminals these are is found out in the background, when the keys go to another program
+/// and when a terminal comes or goes. What they do at the moment is asked at every call: it changes
+/// without a notice.
+class TerminalSecureInput final : public SecureInput
+{
+public:
+    TerminalSecureInput();
+    ~TerminalSecureInput() override;
+
+    /// The process that has the keys now; 0 if it is not known.
+    void setFocus(pid_t process);
+
+    [[nodiscard]] SecureReason reason() const override;
+
+private:
+    class Terminals;
+
+    std::unique_ptr<Terminals> m_terminals;
+};
+
+} // namespace clavo
