@@ -53,6 +53,7 @@ public:
         });
     }
     void enable() override { m_tap->enable(); }
+    [[nodiscard]] std::string name() const override { return m_tap->name(); }
     void notifyNextMotion(std::function<void()> moved) override
     {
         m_tap->notifyNextMotion(std::move(moved));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/AppState.h"
 
+#include "app/CommandLine.h"
 #include "log/Log.h"
 #include "packs/PackLibrary.h"
 
@@ -27,7 +28,8 @@ AppState::AppState(Platform platform, Surroundings surroundings)
       m_hasPermission(m_platform.inputAccess->isGranted()),
       m_stats(m_platform.applicationSupport, m_surroundings.stats),
       m_sound(*m_platform.audioOutput, m_surroundings.runLater),
-      m_input(*m_platform.eventTap, *m_platform.secureInput, *m_platform.screens),
+      m_input(*m_platform.eventTap, *m_platform.secureInput, *m_platform.screens,
+              m_surroundings.uptime),
       m_permissionWait({
           .runLater = m_surroundings.runLater,
           .uptime = m_surroundings.uptime,
@@ -162,6 +164,29 @@ QString AppState::selectedPackName() const
 std::filesystem::path AppState::packsFolder() const
 {
     return PackLibrary::customFolder(m_platform.applicationSupport);
+}
+
+Status AppState::status() const
+{
+    const auto* const pack = selectedPack();
+    const auto secondsSince = [this](double time) {
+        return static_cast<std::int64_t>(m_surroundings.uptime() - time);
+    };
+    const auto lastEvent = m_input.lastEvent();
+    return {
+        .version = std::string(version()),
+        .tap = m_platform.eventTap->name(),
+        .isListening = m_hasPermission,
+        .hasAccess = m_platform.inputAccess->isGranted(),
+        .needsRelaunch = m_needsRelaunch,
+        .idle = lastEvent ? std::optional(secondsSince(*lastEvent)) : std::nullopt,
+        .secureReason = m_platform.secureInput->reason(),
+        .output = m_platform.audioOutput->status(),
+        .isOutputRunning = m_platform.audioOutput->isRunning(),
+        .packName = pack ? pack->name : std::string(),
+        .packID = pack ? pack->id : std::string(),
+        .settings = m_settings,
+    };
 }
 
 void AppState::loadPacks()

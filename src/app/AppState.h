@@ -3,6 +3,7 @@
 
 #include "app/PermissionWait.h"
 #include "app/Settings.h"
+#include "app/Status.h"
 #include "audio/SoundEngine.h"
 #include "input/GlobalHotKey.h"
 #include "input/InputMonitor.h"
@@ -109,6 +110,7 @@ public:
     [[nodiscard]] QString selectedPackName() const;
     /// The folder for the user's own packs; it need not exist.
     [[nodiscard]] std::filesystem::path packsFolder() const;
+    [[nodiscard]] Status status() const;
     [[nodiscard]] StatsStore* stats() { return &m_stats; }
     [[nodiscard]] DefaultsStore& defaults() { return *m_platform.defaults; }
     [[nodiscard]] SoundEngine& sound() { return m_sound; }

@@ -34,7 +34,8 @@ ClavoApp::ClavoApp(AppState& state, Instance& instance)
     connect(&m_panel, &Panel::settingsRequested, this, openSettings);
     connect(&m_settingsWindow, &SettingsWindow::quitRequested, qApp, &QCoreApplication::quit);
     connect(&m_settingsWindow, &SettingsWindow::freed, this, returnFreedMemory);
-    instance.receive([this](Instance::Request request) { answer(request); });
+    instance.receive([this](Instance::Request request) { answer(request); },
+                     [this] { return jsonOf(m_state.status()); });
 }
 
 void ClavoApp::answer(Instance::Request request)

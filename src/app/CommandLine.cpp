@@ -28,6 +28,7 @@ Command parseCommandLine(std::span<const char* const> arguments)
         return command::CheckInputAccess{};
 
     Command wanted = command::Start{};
+    bool asJson = false;
     const auto want = [&](Command command) {
         if (command.index() < wanted.index())
             wanted = std::move(command);
@@ -37,6 +38,10 @@ Command parseCommandLine(std::span<const char* const> arguments)
             want(command::ShowHelp{});
         else if (argument == "--version")
             want(command::ShowVersion{});
+        else if (argument == "--status")
+            want(command::ShowStatus{});
+        else if (argument == "--json")
+            asJson = true;
         else if (argument == "--toggle")
             want(command::Toggle{});
         else if (argument == replaceOption)
@@ -46,6 +51,10 @@ Command parseCommandLine(std::span<const char* const> arguments)
         else
             want(misuse("unexpected argument", argument));
     }
+    if (auto* const status = std::get_if<command::ShowStatus>(&wanted))
+        status->asJson = asJson;
+    else if (asJson)
+        want(misuse("only '--status' goes with", "--json"));
     return wanted;
 }
 
@@ -58,6 +67,8 @@ Without an option Clavo starts; where it runs already, the panel of the running 
 
 Options:
   --toggle               turn the sounds of the running Clavo on or off
+  --status [--json]      print what the running Clavo listens to and plays through; for programs
+                         with --json
   --replace              start in the place of the running Clavo
   --check-input-access   exit with 0 if input may be heard and with 1 if not; start nothing
   --version              print the version and exit

@@ -28,6 +28,11 @@ struct ShowHelp {
 struct ShowVersion {
     friend bool operator==(const ShowVersion&, const ShowVersion&) = default;
 };
+/// Print what the running instance tells of itself.
+struct ShowStatus {
+    bool asJson = false; // For a program.
+    friend bool operator==(const ShowStatus&, const ShowStatus&) = default;
+};
 /// Have the running instance turn the sounds on or off.
 struct Toggle {
     friend bool operator==(const Toggle&, const Toggle&) = default;
@@ -43,9 +48,9 @@ struct Start {
 } // namespace command
 
 /// In order of precedence: of several that are asked for at once, the first of this list is done.
-using Command =
-    std::variant<command::CheckInputAccess, command::Misuse, command::ShowHelp,
-                 command::ShowVersion, command::Toggle, command::Replace, command::Start>;
+using Command = std::variant<command::CheckInputAccess, command::Misuse, command::ShowHelp,
+                             command::ShowVersion, command::ShowStatus, command::Toggle,
+                             command::Replace, command::Start>;
 
 inline constexpr int misuseStatus = 2; // How a process with a Misuse exits.
 

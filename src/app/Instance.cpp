@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/Instance.h"
 
+#include "app/Status.h"
+
 #include <cstdlib>
 
 namespace clavo
@@ -10,6 +12,7 @@ namespace
 
 constexpr auto noAnswer = "clavo: the running Clavo does not answer; 'clavo --replace' takes its "
                           "place\n";
+constexpr auto notRunning = "clavo: Clavo is not running\n";
 
 } // namespace
 
@@ -49,10 +52,26 @@ int toggleRunning(Instance& instance, std::ostream& errors)
         errors << noAnswer;
         break;
     case Instance::Delivery::nobodyRuns:
-        errors << "clavo: Clavo is not running\n";
+        errors << notRunning;
         break;
     }
     return EXIT_FAILURE;
+}
+
+int printStatus(Instance& instance, StatusFormat format, std::ostream& output, std::ostream& errors)
+{
+    const auto answer = instance.askStatus();
+    if (answer.delivery == Instance::Delivery::nobodyRuns) {
+        errors << notRunning;
+        return EXIT_FAILURE;
+    }
+    const auto text = describe(answer.status);
+    if (answer.delivery == Instance::Delivery::noAnswer || !text) {
+        errors << noAnswer;
+        return EXIT_FAILURE;
+    }
+    output << (format == StatusFormat::json ? answer.status : *text);
+    return EXIT_SUCCESS;
 }
 
 } // namespace clavo

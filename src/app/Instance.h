@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <ostream>
+#include <string>
 
 namespace clavo
 {
@@ -24,6 +25,12 @@ public:
     enum class Request { openPanel, toggle, quit };
     enum class Delivery { delivered, nobodyRuns, noAnswer };
     using Receiver = std::function<void(Request)>;
+    /// What became of the question for the status, and the text it was answered with.
+    struct Answer {
+        Delivery delivery = Delivery::nobodyRuns;
+        std::string status;
+    };
+    using Reporter = std::function<std::string()>;
 
     virtual ~Instance() = default;
 
@@ -34,8 +41,11 @@ public:
     [[nodiscard]] virtual Standing replace() = 0;
     /// Asks the instance, which must be another process.
     [[nodiscard]] virtual Delivery send(Request request) = 0;
-    /// Calls the receiver with every request made since this process is the instance.
-    virtual void receive(Receiver receiver) = 0;
+    /// As send(), for what the instance tells of itself.
+    [[nodiscard]] virtual Answer askStatus() = 0;
+    /// Calls the receiver with every request made since this process is the instance, and from now
+    /// on the reporter whenever another process asks for the status.
+    virtual void receive(Receiver receiver, Reporter reporter) = 0;
 };
 
 /// Makes this process the instance, or has the one that runs open its panel. The status to exit
@@ -47,5 +57,11 @@ public:
 
 /// Has the running instance turn the sounds on or off. The status to exit with.
 [[nodiscard]] int toggleRunning(Instance& instance, std::ostream& errors);
+
+enum class StatusFormat { text, json };
+
+/// Prints what the running instance tells of itself. The status to exit with.
+[[nodiscard]] int printStatus(Instance& instance, StatusFormat format, std::ostream& output,
+                              std::ostream& errors);
 
 } // namespace clavo

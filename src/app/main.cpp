@@ -56,6 +56,13 @@ public:
         return toggleRunning(*makeInstance(), std::cerr);
     }
 
+    int operator()(const command::ShowStatus& status)
+    {
+        const QCoreApplication application(m_count, m_arguments);
+        const auto format = status.asJson ? StatusFormat::json : StatusFormat::text;
+        return printStatus(*makeInstance(), format, std::cout, std::cerr);
+    }
+
     int operator()(const command::Replace& /*command*/) { return start(replaceRunning); }
 
     int operator()(const command::Start& /*command*/) { return start(startOrOpenPanel); }

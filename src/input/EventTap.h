@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 
 namespace clavo
 {
@@ -50,6 +51,9 @@ public:
 
     [[nodiscard]] virtual bool create(EventMask mask, Receiver receiver) = 0;
     virtual void enable() = 0;
+
+    /// Where the events come from, for people.
+    [[nodiscard]] virtual std::string name() const = 0;
 
     /// Calls `moved` once, at the pointer's next motion, in place of what waited for it. Motion is
     /// not watched otherwise: it would wake the program hundreds of times a second.

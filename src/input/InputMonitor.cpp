@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <limits>
 #include <string>
+#include <utility>
 
 #include <spawn.h>
 #include <sys/wait.h>
@@ -32,8 +33,10 @@ constexpr EventMask wantedEvents =
 
 } // namespace
 
-InputMonitor::InputMonitor(EventTap& tap, SecureInput& secureInput, Screens& screens)
-    : m_installable(tap), m_secureInput(secureInput), m_screens(screens)
+InputMonitor::InputMonitor(EventTap& tap, SecureInput& secureInput, Screens& screens,
+                           std::function<double()> uptime)
+    : m_installable(tap), m_secureInput(secureInput), m_screens(screens),
+      m_uptime(std::move(uptime))
 {
     m_heldModifiers.reserve(64);
 }
@@ -57,6 +60,7 @@ void InputMonitor::handle(const RawEvent& event)
             m_tap->enable();
         return;
     }
+    m_lastEvent = m_uptime();
     if (isSilenced())
         return;
 

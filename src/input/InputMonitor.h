@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <variant>
 #include <vector>
 
@@ -47,7 +48,9 @@ public:
 
     using Event = std::variant<Key, Mouse, Scroll>;
 
-    InputMonitor(EventTap& tap, SecureInput& secureInput, Screens& screens);
+    /// `uptime` is in seconds, from any origin.
+    InputMonitor(EventTap& tap, SecureInput& secureInput, Screens& screens,
+                 std::function<double()> uptime);
     InputMonitor(const InputMonitor&) = delete;
     InputMonitor& operator=(const InputMonitor&) = delete;
     ~InputMonitor() = default;
@@ -60,6 +63,9 @@ public:
     [[nodiscard]] bool start();
 
     [[nodiscard]] bool isRunning() const { return m_isRunning; }
+
+    /// The uptime of the last event of the desktop, of whatever kind; nothing before the first.
+    [[nodiscard]] std::optional<double> lastEvent() const { return m_lastEvent; }
 
     /// Whether a newly started process of the executable may listen: it is run with the one
     /// argument "--check-input-access" and must exit with status 0. False also when it cannot be
@@ -77,6 +83,8 @@ private:
     EventTap& m_installable;
     SecureInput& m_secureInput;
     Screens& m_screens;
+    std::function<double()> m_uptime;
+    std::optional<double> m_lastEvent;
     EventTap* m_tap = nullptr; // The installed tap; null until start() has succeeded.
     bool m_isRunning = false;
     std::vector<std::int64_t> m_heldModifiers; // A set; a handful at most, so never reallocated.

@@ -34,6 +34,8 @@ public:
         m_isListening = true;
     }
 
+    [[nodiscard]] std::string name() const override { return "hands"; }
+
     void notifyNextMotion(std::function<void()> moved) override { m_moved = std::move(moved); }
 
     void deliver(const RawEvent& event)

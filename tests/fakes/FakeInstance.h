@@ -3,6 +3,7 @@
 
 #include "app/Instance.h"
 
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -30,10 +31,17 @@ public:
             standing = Standing::first;
         return otherEnds ? Delivery::nobodyRuns : delivery;
     }
-    void receive(Receiver receiver) override { m_receiver = std::move(receiver); }
+    [[nodiscard]] Answer askStatus() override { return {delivery, status}; }
+    void receive(Receiver receiver, Reporter reporter) override
+    {
+        m_receiver = std::move(receiver);
+        m_reporter = std::move(reporter);
+    }
 
     /// Another process makes a request of this one.
     void deliver(Request request) const { m_receiver(request); }
+    /// What another process is told that asks for the status of this one.
+    [[nodiscard]] std::string report() const { return m_reporter(); }
 
     Standing standing = Standing::first;
     Delivery delivery = Delivery::delivered;
@@ -41,9 +49,11 @@ public:
     int claims = 0;
     int replacements = 0;
     std::vector<Request> sent;
+    std::string status; // Of the instance that runs.
 
 private:
     Receiver m_receiver;
+    Reporter m_reporter;
 };
 
 } // namespace clavo

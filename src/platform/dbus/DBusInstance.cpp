@@ -47,11 +47,22 @@ QString methodOf(Instance::Request request)
     return QStringLiteral("Quit");
 }
 
-QDBusMessage callOf(Instance::Request request)
+QDBusMessage callOf(const QString& method)
 {
-    auto call = QDBusMessage::createMethodCall(name, path, name, methodOf(request));
+    auto call = QDBusMessage::createMethodCall(name, path, name, method);
     call.setAutoStartService(false);
     return call;
+}
+
+Instance::Delivery deliveryOf(const QDBusMessage& reply)
+{
+    if (reply.type() == QDBusMessage::ReplyMessage)
+        return Instance::Delivery::delivered;
+    const auto error = reply.errorName();
+    return error == QStringLiteral("org.freedesktop.DBus.Error.NameHasNoOwner") ||
+                   error == QStringLiteral("org.freedesktop.DBus.Error.ServiceUnknown")
+               ? Instance::Delivery::nobodyRuns
+               : Instance::Delivery::noAnswer;
 }
 
 QDBusMessage answer(const QDBusMessage& call)
@@ -71,8 +82,9 @@ class OwnInterface final : public QDBusAbstractAdaptor
     Q_CLASSINFO("D-Bus Interface", "app.clavo.Clavo")
 
 public:
-    OwnInterface(QObject* object, Instance::Receiver receiver)
-        : QDBusAbstractAdaptor(object), m_receiver(std::move(receiver))
+    OwnInterface(QObject* object, Instance::Receiver receiver, Instance::Reporter reporter)
+        : QDBusAbstractAdaptor(object), m_receiver(std::move(receiver)),
+          m_reporter(std::move(reporter))
     {
     }
 
@@ -80,9 +92,11 @@ public slots:
     void OpenPanel() { m_receiver(Instance::Request::openPanel); }
     void Toggle() { m_receiver(Instance::Request::toggle); }
     void Quit() { m_receiver(Instance::Request::quit); }
+    QString Status() { return QString::fromStdString(m_reporter()); }
 
 private:
     Instance::Receiver m_receiver;
+    Instance::Reporter m_reporter;
 };
 
 /// The requests that every desktop knows.
@@ -131,7 +145,7 @@ public:
             m_waiting.push_back(request);
             deliver();
         };
-        new OwnInterface(this, put);
+        new OwnInterface(this, put, [this] { return m_reporter ? m_reporter() : std::string(); });
         new ApplicationInterface(this, put);
         auto bus = QDBusConnection::sessionBus();
         bus.registerObject(path, this, QDBusConnection::ExportAdaptors);
@@ -139,9 +153,10 @@ public:
                     SLOT(notice(QString)));
     }
 
-    void receive(Receiver receiver)
+    void receive(Receiver receiver, Reporter reporter)
     {
         m_receiver = std::move(receiver);
+        m_reporter = std::move(reporter);
         QMetaObject::invokeMethod(this, &Inbox::deliver, Qt::QueuedConnection);
     }
 
@@ -165,6 +180,7 @@ private:
     }
 
     Receiver m_receiver;
+    Reporter m_reporter;
     std::vector<Request> m_waiting;
 };
 
@@ -222,7 +238,7 @@ Instance::Standing DBusInstance::replace()
     const auto reply = requestName(NameFlag::none);
     if (reply != NameReply::inQueue)
         return standing(reply);
-    QDBusConnection::sessionBus().send(callOf(Request::quit));
+    QDBusConnection::sessionBus().send(callOf(methodOf(Request::quit)));
     QTimer::singleShot(timeToEnd, &loop, &QEventLoop::quit);
     loop.exec();
     return isOwner ? Standing::first : Standing::second;
@@ -232,19 +248,21 @@ Instance::Delivery DBusInstance::send(Request request)
 {
     if (!QDBusConnection::sessionBus().isConnected())
         return Delivery::nobodyRuns;
-    const auto reply = answer(callOf(request));
-    if (reply.type() == QDBusMessage::ReplyMessage)
-        return Delivery::delivered;
-    const auto error = reply.errorName();
-    return error == QStringLiteral("org.freedesktop.DBus.Error.NameHasNoOwner") ||
-                   error == QStringLiteral("org.freedesktop.DBus.Error.ServiceUnknown")
-               ? Delivery::nobodyRuns
-               : Delivery::noAnswer;
+    return deliveryOf(answer(callOf(methodOf(request))));
 }
 
-void DBusInstance::receive(Receiver receiver)
+Instance::Answer DBusInstance::askStatus()
 {
-    inbox().receive(std::move(receiver));
+    if (!QDBusConnection::sessionBus().isConnected())
+        return {};
+    const auto reply = answer(callOf(QStringLiteral("Status")));
+    return {.delivery = deliveryOf(reply),
+            .status = reply.arguments().value(0).toString().toStdString()};
+}
+
+void DBusInstance::receive(Receiver receiver, Reporter reporter)
+{
+    inbox().receive(std::move(receiver), std::move(reporter));
 }
 
 } // namespace clavo

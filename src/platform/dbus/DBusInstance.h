@@ -20,7 +20,8 @@ public:
     [[nodiscard]] Standing claim() override;
     [[nodiscard]] Standing replace() override;
     [[nodiscard]] Delivery send(Request request) override;
-    void receive(Receiver receiver) override;
+    [[nodiscard]] Answer askStatus() override;
+    void receive(Receiver receiver, Reporter reporter) override;
 
 private:
     class Inbox;

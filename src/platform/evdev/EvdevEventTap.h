@@ -28,6 +28,7 @@ public:
     /// False where no keyboard can be read.
     [[nodiscard]] bool create(EventMask mask, Receiver receiver) override;
     void enable() override;
+    [[nodiscard]] std::string name() const override { return "/dev/input"; }
     void notifyNextMotion(std::function<void()> moved) override;
 
 private:

@@ -12,6 +12,7 @@ class NoEventTap final : public EventTap
 public:
     [[nodiscard]] bool create(EventMask mask, Receiver receiver) override;
     void enable() override;
+    [[nodiscard]] std::string name() const override { return "nothing"; }
     void notifyNextMotion(std::function<void()> moved) override;
 };
 

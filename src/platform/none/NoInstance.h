@@ -13,7 +13,8 @@ public:
     [[nodiscard]] Standing claim() override { return Standing::unknown; }
     [[nodiscard]] Standing replace() override { return Standing::unknown; }
     [[nodiscard]] Delivery send(Request /*request*/) override { return Delivery::nobodyRuns; }
-    void receive(Receiver /*receiver*/) override {}
+    [[nodiscard]] Answer askStatus() override { return {}; }
+    void receive(Receiver /*receiver*/, Reporter /*reporter*/) override {}
 };
 
 } // namespace clavo

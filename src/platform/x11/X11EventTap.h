@@ -25,6 +25,7 @@ public:
     /// False also when the server has no XInput 2.1.
     [[nodiscard]] bool create(EventMask mask, Receiver receiver) override;
     void enable() override;
+    [[nodiscard]] std::string name() const override { return "X11"; }
     void notifyNextMotion(std::function<void()> moved) override;
 
 private:

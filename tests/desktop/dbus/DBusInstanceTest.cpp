@@ -108,9 +108,18 @@ TEST_F(DBusInstanceTest, RequestsReachTheInstance)
     EXPECT_EQ(first.next(), "toggle");
 }
 
+TEST_F(DBusInstanceTest, StatusIsWhatTheInstanceSaysOfItself)
+{
+    Probe first("claim");
+    EXPECT_EQ(first.next(), "first");
+
+    EXPECT_EQ(outcome("status"), "fine, thanks: é");
+}
+
 TEST_F(DBusInstanceTest, RequestFindsNobodyWhereNoneRuns)
 {
     EXPECT_EQ(outcome("toggle"), "nobodyRuns");
+    EXPECT_EQ(outcome("status"), "nobodyRuns");
 }
 
 TEST_F(DBusInstanceTest, ReplacingHasTheInstanceQuitAndTakesItsPlace)
@@ -141,6 +150,7 @@ TEST_F(DBusInstanceTest, InstanceThatHangsKeepsNobodyWaitingForever)
 
     EXPECT_EQ(outcome("claim"), "second");
     EXPECT_EQ(outcome("openPanel"), "noAnswer");
+    EXPECT_EQ(outcome("status"), "noAnswer");
     EXPECT_EQ(outcome("replace"), "second");
 
     hung.goOn();
@@ -155,6 +165,7 @@ TEST_F(DBusInstanceTest, WithoutABusThereIsNoTelling)
     EXPECT_EQ(Probe("claim", nowhere).next(), "unknown");
     EXPECT_EQ(Probe("replace", nowhere).next(), "unknown");
     EXPECT_EQ(Probe("toggle", nowhere).next(), "nobodyRuns");
+    EXPECT_EQ(Probe("status", nowhere).next(), "nobodyRuns");
 }
 
 TEST_F(DBusInstanceTest, DesktopActivatesItAsAnyApplication)

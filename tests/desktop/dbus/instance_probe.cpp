@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-// instance_probe claim|replace|openPanel|toggle|quit
+// instance_probe claim|replace|openPanel|toggle|quit|status
 //
 // A process that asks to be the instance, prints what it has become, then every request it gets,
-// and ends at the request to quit; or one that makes a request and prints what came of it.
+// and ends at the request to quit; or one that makes a request, or
+// asks for the status, and prints what came of it.
 #include "platform/dbus/DBusInstance.h"
 
 #include <QCoreApplication>
@@ -40,14 +41,15 @@ const std::map<Instance::Delivery, const char*> deliveries{
 
 int run(DBusInstance& instance)
 {
-    instance.receive([](Instance::Request received) {
+    const auto receiver = [](Instance::Request received) {
         for (const auto& [word, request] : requests) {
             if (request == received)
                 tell(word.c_str());
         }
         if (received == Instance::Request::quit)
             QCoreApplication::exit();
-    });
+    };
+    instance.receive(receiver, [] { return "fine, thanks: é"; });
     return QCoreApplication::exec();
 }
 
@@ -60,6 +62,12 @@ int main(int argc, char* argv[])
     DBusInstance instance;
     if (const auto request = requests.find(word); request != requests.end()) {
         tell(deliveries.at(instance.send(request->second)));
+        return 0;
+    }
+    if (word == "status") {
+        const auto answer = instance.askStatus();
+        tell(answer.delivery == Instance::Delivery::delivered ? answer.status.c_str()
+                                                              : deliveries.at(answer.delivery));
         return 0;
     }
     const auto standing = word == "replace" ? instance.replace() : instance.claim();

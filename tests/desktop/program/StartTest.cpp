@@ -126,5 +126,39 @@ TEST_F(Start, NothingIsToggledWhereNothingRuns)
     EXPECT_TRUE(std::filesystem::is_empty(user.path()));
 }
 
+TEST_F(Start, TheRunningOneTellsWhatItListensToAndPlaysThrough)
+{
+    store({{"volume", 0.5}});
+    RunningProgram program(user.path());
+    ASSERT_TRUE(program.listens());
+    hands.strike(keyA);
+    ASSERT_TRUE(program.says("clavo: touche relâchée"));
+    ASSERT_TRUE(program.says("clavo: sortie audio"));
+
+    const auto text = run({"--status"});
+    EXPECT_EQ(text.status, 0) << text.errors;
+    EXPECT_THAT(text.output, HasSubstr("Listening:  yes, to X11; the last event came "));
+    EXPECT_THAT(text.output, HasSubstr("Permission: granted\n"));
+    EXPECT_THAT(text.output, HasSubstr("Secret:     no\n"));
+    EXPECT_THAT(text.output, HasSubstr("volume 50 %"));
+
+    const auto status = json::parse(run({"--status", "--json"}).output);
+    EXPECT_EQ(status["output"]["server"], "PipeWire");
+    EXPECT_GT(status["output"]["quantumFrames"], 0);
+    EXPECT_EQ(status["pack"]["id"], "cherrymx-red-abs");
+    EXPECT_GE(status["input"]["secondsSinceEvent"], 0);
+    EXPECT_EQ(status["settings"]["volume"], 0.5);
+}
+
+TEST_F(Start, ThereIsNoStatusWhereNothingRuns)
+{
+    const auto outcome = run({"--status"});
+
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.errors, "clavo: Clavo is not running\n");
+    EXPECT_TRUE(std::filesystem::is_empty(user.path()));
+}
+
 } // namespace
 } // namespace clavo

@@ -115,6 +115,7 @@ protected:
 
     // The platform's, of which the state becomes the owner.
     FakeEventTap* tap = nullptr;
+    FakeSecureInput* secureInput = nullptr;
     FakeAudioOutput* audio = nullptr;
     FakeDefaultsStore* defaults = nullptr;
     FakeInputAccess* access = nullptr;
@@ -153,7 +154,7 @@ private:
     {
         Platform made;
         made.eventTap = owned(tap);
-        made.secureInput = std::make_unique<FakeSecureInput>();
+        made.secureInput = owned(secureInput);
         made.screens = std::make_unique<FakeScreens>();
         made.audioOutput = owned(audio);
         made.inputAccess = owned(access);

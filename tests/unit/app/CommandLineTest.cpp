@@ -44,6 +44,7 @@ TEST(CommandLine, EveryOptionHasItsCommand)
     EXPECT_EQ(parsed({"--check-input-access"}), Command(command::CheckInputAccess{}));
     EXPECT_EQ(parsed({"--toggle"}), Command(command::Toggle{}));
     EXPECT_EQ(parsed({"--replace"}), Command(command::Replace{}));
+    EXPECT_EQ(parsed({"--status"}), Command(command::ShowStatus{}));
     EXPECT_EQ(parsed({"--version"}), Command(command::ShowVersion{}));
     EXPECT_EQ(parsed({"--help"}), Command(command::ShowHelp{}));
 }
@@ -93,6 +94,23 @@ TEST(CommandLine, OfSeveralCommandsTheOneThatDoesLeastIsDone)
     EXPECT_EQ(parsed({"--replace", "--toggle"}), Command(command::Toggle{}));
 }
 
+TEST(CommandLine, StatusForAProgramIsAskedForInAnyOrder)
+{
+    const Command status = command::ShowStatus{.asJson = true};
+
+    EXPECT_EQ(parsed({"--status", "--json"}), status);
+    EXPECT_EQ(parsed({"--json", "--status"}), status);
+}
+
+TEST(CommandLine, FormatOfNothingIsMisuse)
+{
+    const Command misuse =
+        command::Misuse{"clavo: only '--status' goes with '--json'\nTry 'clavo --help'.\n"};
+
+    EXPECT_EQ(parsed({"--json"}), misuse);
+    EXPECT_EQ(parsed({"--help", "--json"}), misuse);
+}
+
 TEST(CommandLine, RepeatedOptionCountsOnce)
 {
     EXPECT_EQ(parsed({"--replace", "--replace"}), Command(command::Replace{}));
@@ -102,7 +120,7 @@ TEST(CommandLine, HelpHasOneLineForEveryOptionAndVariable)
 {
     const auto help = lines(helpText());
     for (const auto* const name :
-         {"--toggle ", "--replace ", "--check-input-access ", "--version ", "--help ",
+         {"--toggle ", "--status ", "--replace ", "--check-input-access ", "--version ", "--help ",
           "CLAVO_AUDIO=", "CLAVO_QUANTUM=", "CLAVO_LOG=", "CLAVO_LOG_LEVEL="})
         EXPECT_EQ(
             std::ranges::count_if(

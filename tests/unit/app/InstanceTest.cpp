@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/Instance.h"
 
+#include "app/Status.h"
+
 #include "fakes/FakeInstance.h"
 
 #include <gmock/gmock.h>
@@ -107,6 +109,43 @@ TEST_F(InstanceTest, ToggleOfAnInstanceThatHangsFailsWithAMessage)
     m_instance.delivery = Delivery::noAnswer;
 
     EXPECT_EQ(toggleRunning(m_instance, m_errors), 1);
+    EXPECT_THAT(m_errors.str(), testing::HasSubstr("does not answer"));
+}
+
+TEST_F(InstanceTest, StatusIsPrintedForPeopleOrAsItCame)
+{
+    m_instance.status = jsonOf({.version = "7.8.9"});
+    std::ostringstream text;
+    std::ostringstream json;
+
+    EXPECT_EQ(printStatus(m_instance, StatusFormat::text, text, m_errors), 0);
+    EXPECT_EQ(printStatus(m_instance, StatusFormat::json, json, m_errors), 0);
+
+    EXPECT_THAT(text.str(), testing::StartsWith("Clavo 7.8.9\n"));
+    EXPECT_EQ(json.str(), m_instance.status);
+    EXPECT_EQ(m_errors.str(), "");
+    EXPECT_EQ(m_instance.claims, 0);
+}
+
+TEST_F(InstanceTest, StatusWithNobodyRunningFailsWithAMessage)
+{
+    m_instance.delivery = Delivery::nobodyRuns;
+    std::ostringstream output;
+
+    EXPECT_EQ(printStatus(m_instance, StatusFormat::json, output, m_errors), 1);
+    EXPECT_EQ(output.str(), "");
+    EXPECT_EQ(m_errors.str(), "clavo: Clavo is not running\n");
+}
+
+TEST_F(InstanceTest, StatusOfAnInstanceThatHangsOrSaysNothingFailsWithAMessage)
+{
+    std::ostringstream output;
+
+    EXPECT_EQ(printStatus(m_instance, StatusFormat::text, output, m_errors), 1);
+    m_instance.delivery = Delivery::noAnswer;
+    EXPECT_EQ(printStatus(m_instance, StatusFormat::text, output, m_errors), 1);
+
+    EXPECT_EQ(output.str(), "");
     EXPECT_THAT(m_errors.str(), testing::HasSubstr("does not answer"));
 }
 

@@ -48,7 +48,8 @@ protected:
     FakeEventTap tap;
     FakeSecureInput secureInput;
     FakeScreens screens;
-    InputMonitor monitor{tap, secureInput, screens};
+    double uptime = 0; // Seconds.
+    InputMonitor monitor{tap, secureInput, screens, [this] { return uptime; }};
     std::vector<InputMonitor::Event> events;
     inline static std::vector<std::string> logged; // The log's sink is a plain function.
 };

@@ -214,6 +214,21 @@ TEST_F(InputMonitorTest, DuringSecureInputNothingIsDelivered)
     EXPECT_THAT(events, IsEmpty());
 }
 
+TEST_F(InputMonitorTest, TellsWhenTheLastEventCameAlsoOneThatIsSecret)
+{
+    listen();
+    EXPECT_EQ(monitor.lastEvent(), std::nullopt);
+
+    uptime = 12.5;
+    key(RawEventType::keyDown, 0);
+    EXPECT_EQ(monitor.lastEvent(), 12.5);
+
+    secureInput.on = true;
+    uptime = 13;
+    key(RawEventType::keyDown, 0);
+    EXPECT_EQ(monitor.lastEvent(), 13.0);
+}
+
 TEST_F(InputMonitorTest, SecureInputIsNotedOncePerStretch)
 {
     listen();

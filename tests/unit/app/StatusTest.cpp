@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: MIT
+#include "app/Status.h"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+namespace clavo
+{
+namespace
+{
+
+using nlohmann::json;
+using testing::HasSubstr;
+using testing::Optional;
+
+Status running()
+{
+    return {
+        .version = "1.2.3",
+        .tap = "X11",
+        .isListening = true,
+        .hasAccess = true,
+        .idle = 2,
+        .output = {.server = "PipeWire", .quantumFrames = 128, .sampleRate = 48000},
+        .isOutputRunning = true,
+        .packName = "Red",
+        .packID = "cherrymx-red-abs",
+    };
+}
+
+TEST(StatusJson, HoldsAllOfIt)
+{
+    auto status = running();
+    status.secureReason = SecureReason::passwordField;
+
+    EXPECT_EQ(json::parse(jsonOf(status)), json::parse(R"({
+        "version": "1.2.3",
+        "input": {"tap": "X11", "listening": true, "access": true, "needsRelaunch": false,
+                  "secondsSinceEvent": 2, "secure": "passwordField"},
+        "output": {"server": "PipeWire", "running": true, "quantumFrames": 128,
+                   "sampleRate": 48000, "quantumMilliseconds": 2.6666666666666665},
+        "pack": {"id": "cherrymx-red-abs", "name": "Red"},
+        "settings": {"enabled": true, "volume": 0.8, "packID": "cherrymx-red-abs",
+                     "keyUpSounds": true, "mouseSounds": false, "scrollSounds": false,
+                     "spatial": true}})"));
+}
+
+TEST(StatusJson, WhatThereIsNoneOfIsNull)
+{
+    const auto object = json::parse(jsonOf({}));
+
+    EXPECT_EQ(object["input"]["secondsSinceEvent"], json());
+    EXPECT_EQ(object["output"]["server"], json());
+    EXPECT_EQ(object["output"]["quantumMilliseconds"], 0.0);
+    EXPECT_EQ(object["pack"], json());
+}
+
+TEST(StatusJson, HoldsANameThatIsNoText)
+{
+    auto status = running();
+    status.packName = "\xFF\"\n";
+
+    EXPECT_EQ(json::parse(jsonOf(status))["pack"]["name"], "\uFFFD\"\n");
+}
+
+TEST(StatusText, SaysWhatTheJsonHolds)
+{
+    EXPECT_THAT(
+        describe(jsonOf(running())),
+        Optional(std::string("Clavo 1.2.3\n"
+                             "Listening:  yes, to X11; the last event came 2 s ago\n"
+                             "Permission: granted\n"
+                             "Secret:     no\n"
+                             "Output:     PipeWire, 128 frames at 48000 per second, 2.7 ms\n"
+                             "Pack:       Red (cherrymx-red-abs)\n"
+                             "Sounds:     on, volume 80 %\n"
+                             "            releases on, mouse buttons off, wheel off, sides on\n")));
+}
+
+TEST(StatusText, SaysWhatIsMissing)
+{
+    EXPECT_THAT(
+        describe(jsonOf({})),
+        Optional(std::string("Clavo \n"
+                             "Listening:  no\n"
+                             "Permission: missing; Clavo's log says what to do\n"
+                             "Secret:     no\n"
+                             "Output:     none: neither PipeWire nor PulseAudio answers\n"
+                             "Pack:       none\n"
+                             "Sounds:     on, volume 80 %\n"
+                             "            releases on, mouse buttons off, wheel off, sides on\n")));
+}
+
+TEST(StatusText, TellsTheReasonOfSilence)
+{
+    const auto text = [](SecureReason reason) {
+        auto status = running();
+        status.secureReason = reason;
+        return describe(jsonOf(status)).value_or("");
+    };
+
+    EXPECT_THAT(text(SecureReason::lockedSession), HasSubstr("Secret:     yes, the session is l"));
+    EXPECT_THAT(text(SecureReason::passwordField), HasSubstr("Secret:     yes, a password field"));
+    EXPECT_THAT(text(SecureReason::passwordPrompt), HasSubstr("Secret:     yes, the program in f"));
+    EXPECT_THAT(text(SecureReason::silentTerminal), HasSubstr("Secret:     yes, the terminal in"));
+}
+
+TEST(StatusText, TellsOtherStates)
+{
+    auto status = running();
+    status.needsRelaunch = true;
+    status.isOutputRunning = false;
+    status.idle.reset();
+    status.settings.enabled = false;
+
+    const auto text = describe(jsonOf(status)).value_or("");
+
+    EXPECT_THAT(text, HasSubstr("Permission: granted, but Clavo has to be started anew"));
+    EXPECT_THAT(text, HasSubstr("2.7 ms; asleep until the next sound\n"));
+    EXPECT_THAT(text, HasSubstr("X11; nothing has come yet\n"));
+    EXPECT_THAT(text, HasSubstr("Sounds:     off"));
+}
+
+TEST(StatusText, TellsAgesInUnitsThatFit)
+{
+    const auto text = [](std::int64_t idle) {
+        auto status = running();
+        status.idle = idle;
+        return describe(jsonOf(status)).value_or("");
+    };
+
+    EXPECT_THAT(text(59), HasSubstr("came 59 s ago"));
+    EXPECT_THAT(text(119), HasSubstr("came 1 min ago"));
+    EXPECT_THAT(text(7300), HasSubstr("came 2 h ago"));
+}
+
+TEST(StatusText, ThereIsNoneOfAnythingElse)
+{
+    for (const auto* text : {"", "{}", "[]", "7", "text", R"({"version": 7})"})
+        EXPECT_EQ(describe(text), std::nullopt) << text;
+}
+
+} // namespace
+} // namespace clavo
