@@ -69,8 +69,6 @@ private:
 void wait(std::chrono::milliseconds time)
 {
     QEventLoop loop;
-    // The analyser cannot see that Qt owns the call.
-    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
     QTimer::singleShot(time, Qt::PreciseTimer, &loop, &QEventLoop::quit);
     loop.exec();
 }

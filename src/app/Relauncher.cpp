@@ -11,8 +11,6 @@ namespace clavo
 void relaunch(Relauncher& relauncher)
 {
     relauncher.openNewInstance([] {
-        // The analyser cannot see that Qt owns the task.
-        // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
         QMetaObject::invokeMethod(
             qApp, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
     });

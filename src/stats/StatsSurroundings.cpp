@@ -64,8 +64,6 @@ StatsSurroundings::RunInBackground StatsSurroundings::oneThread()
 
 void StatsSurroundings::runOnMainThread(std::chrono::milliseconds delay, std::function<void()> task)
 {
-    // The analyser cannot see that Qt owns the task.
-    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
     QTimer::singleShot(delay, Qt::PreciseTimer, std::move(task));
 }
 

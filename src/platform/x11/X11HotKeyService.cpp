@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <ranges>
 #include <utility>
 #include <vector>
 
@@ -262,13 +261,13 @@ void X11HotKeyService::Grabber::grab()
     if (!m_modifiers)
         return;
     const auto& setup = *xcb_get_setup(server());
-    const auto old = std::exchange(m_grabs, {});
+    auto gone = std::exchange(m_grabs, {});
     for (const auto& registration : m_registrations)
         appendGrabs(m_grabs, registration, *m_modifiers, setup);
 
-    const auto isGone = [&](const Grab& each) { return std::ranges::count(m_grabs, each) == 0; };
+    std::erase_if(gone, [&](const Grab& each) { return std::ranges::count(m_grabs, each) > 0; });
     for (auto root = xcb_setup_roots_iterator(&setup); root.rem > 0; xcb_screen_next(&root)) {
-        for (const auto& each : old | std::views::filter(isGone))
+        for (const auto& each : gone)
             xcb_ungrab_key(server(), each.keycode, root.data->root, each.modifiers);
         for (const auto& each : m_grabs)
             xcb_grab_key(server(), false, root.data->root, each.modifiers, each.keycode,
