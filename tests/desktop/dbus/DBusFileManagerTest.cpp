@@ -49,6 +49,7 @@ public:
     QStringList shown;
 
 public slots:
+    // NOLINTNEXTLINE(readability-identifier-naming): the bus gives the method its name.
     void ShowFolders(const QStringList& folders, const QString& /*startupId*/)
     {
         shown += folders;

@@ -10,7 +10,8 @@
 namespace clavo
 {
 
-RunningProgram::RunningProgram(const std::filesystem::path& userFolder, QStringList arguments)
+RunningProgram::RunningProgram(const std::filesystem::path& userFolder,
+                               const QStringList& arguments)
 {
     m_process.setProcessEnvironment(environment(userFolder));
     m_process.setProcessChannelMode(QProcess::MergedChannels);

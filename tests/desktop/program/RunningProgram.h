@@ -20,7 +20,8 @@ namespace clavo
 class RunningProgram
 {
 public:
-    explicit RunningProgram(const std::filesystem::path& userFolder, QStringList arguments = {});
+    explicit RunningProgram(const std::filesystem::path& userFolder,
+                            const QStringList& arguments = {});
     ~RunningProgram();
     RunningProgram(const RunningProgram&) = delete;
     RunningProgram& operator=(const RunningProgram&) = delete;
