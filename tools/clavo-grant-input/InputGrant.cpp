@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#include "clavo-grant-input/InputGrant.h"
+
+#include "files/WholeFile.h"
+
+#include <spawn.h>
+#include <sys/wait.h>
+#include <sys/xattr.h>
+
+#include <array>
+#include <cerrno>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace clavo
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+
+// Read before 73-seat-late.rules, which gives the devices so marked to whoever sits at them.
+constexpr std::string_view ruleFile = "etc/udev/rules.d/70-clavo-input.rules";
+constexpr std::string_view rule =
+    "# Clavo: keyboards and mice can be read by the programs of whoever sits at the machine.\n"
+    "# clavo-grant-input --revoke takes this back.\n"
+    "SUBSYSTEM==\"input\", KERNEL==\"event*\", TAG+=\"uaccess\"\n";
+
+constexpr std::array commandPlaces{"usr/bin/udevadm", "bin/udevadm", "sbin/udevadm"};
+
+constexpr auto noUdev = "there is no udevadm, so udev is not what gives out devices here";
+
+std::optional<fs::path> findUdevadm(const fs::path& root)
+{
+    std::error_code ignored;
+    for (const auto* const place : commandPlaces) {
+        if (fs::is_regular_file(root / place, ignored))
+            return root / place;
+    }
+    return std::nullopt;
+}
+
+bool run(std::vector<std::string> command)
+{
+    std::vector<char*> arguments;
+    for (auto& argument : command)
+        arguments.push_back(argument.data());
+    arguments.push_back(nullptr);
+    std::string path = "PATH=/usr/sbin:/usr/bin:/sbin:/bin";
+    std::array<char*, 2> environment{path.data(), nullptr};
+    pid_t process = 0;
+    if (::posix_spawn(&process, arguments.front(), nullptr, nullptr, arguments.data(),
+                      environment.data()) != 0)
+        return false;
+    int status = 0;
+    while (::waitpid(process, &status, 0) < 0) {
+        if (errno != EINTR)
+            return false;
+    }
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+bool reload(const fs::path& udevadm)
+{
+    return run({udevadm, "control", "--reload"});
+}
+
+/// Has udev handle all input devices as if they had just come.
+bool trigger(const fs::path& udevadm)
+{
+    return run({udevadm, "trigger", "--subsystem-match=input", "--action=change", "--settle"});
+}
+
+/// udev gives rights to single users and never takes them back by itself.
+void removeRights(const fs::path& devices)
+{
+    std::error_code error;
+    for (fs::directory_iterator entry(devices, error), end; !error && entry != end;
+         entry.increment(error)) {
+        if (entry->path().filename().native().starts_with("event"))
+            ::lremovexattr(entry->path().c_str(), "system.posix_acl_access");
+    }
+}
+
+std::string failure(std::string_view what, const fs::path& file)
+{
+    return std::string(what) + " " + file.string() + "; this takes root, as pkexec gives it";
+}
+
+} // namespace
+
+std::optional<std::string> grantInput(const fs::path& root)
+{
+    const auto udevadm = findUdevadm(root);
+    if (!udevadm)
+        return noUdev;
+    const auto file = root / ruleFile;
+    std::error_code error;
+    fs::create_directories(file.parent_path(), error);
+    if (!replaceFile(file, rule))
+        return failure("cannot write", file);
+    fs::permissions(file,
+                    fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read |
+                        fs::perms::others_read,
+                    error);
+    if (!reload(*udevadm) || !trigger(*udevadm))
+        return "udev could not be asked to follow the rule; it does from the next start of the "
+               "machine";
+    return std::nullopt;
+}
+
+std::optional<std::string> revokeInput(const fs::path& root)
+{
+    const auto file = root / ruleFile;
+    std::error_code error;
+    fs::remove(file, error);
+    if (error)
+        return failure("cannot remove", file);
+    const auto udevadm = findUdevadm(root);
+    const auto isReloaded = udevadm && reload(*udevadm);
+    removeRights(root / "dev" / "input");
+    if (!isReloaded || !trigger(*udevadm))
+        return "the rule is gone, but udev could not be asked to follow; devices that other rules "
+               "give out come back when they are plugged in again";
+    return std::nullopt;
+}
+
+} // namespace clavo
