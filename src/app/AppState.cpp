@@ -191,11 +191,8 @@ Status AppState::status() const
 
 void AppState::loadPacks()
 {
-    m_packs = PackLibrary::allPacks({
-        .builtIn =
-            m_platform.resources.empty() ? m_platform.resources : m_platform.resources / "Packs",
-        .custom = packsFolder(),
-    });
+    m_packs = PackLibrary::allPacks(
+        PackLibrary::folders(m_platform.resources, m_platform.applicationSupport));
     loadSelectedPack();
 }
 

@@ -1,28 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "app/AppState.h"
-#include "keyboard/KeyLayout.h"
-#include "log/Log.h"
+#include "app/KeySounds.h"
 
 namespace clavo
 {
 namespace
 {
 
-constexpr float keyPanScale = 0.6F;
-constexpr float pressGain = 1.0F;
-constexpr float releaseGain = 0.8F;
 constexpr double scrollInterval = 0.045; // Seconds; a tick needs a longer gap.
-
-/// Stands in for a key that the layout does not know.
-constexpr KeyInfo unknownKey{
-    .slot = KeySlot::row3, .scancode = -1, .pan = 0.6F, .isCharacter = false};
-
-const KeyInfo& keyInfo(std::int64_t code)
-{
-    const auto& table = KeyLayout::table();
-    const auto found = table.find(code);
-    return found == table.end() ? unknownKey : found->second;
-}
 
 } // namespace
 
@@ -33,17 +18,9 @@ void AppState::handle(const InputMonitor::Event& event)
 
 void AppState::handle(const InputMonitor::Key& key)
 {
-    const auto& info = keyInfo(key.code);
     if (key.down)
-        m_stats.record(info.isCharacter);
-    const auto audible = m_settings.enabled && (key.down || m_settings.keyUpSounds);
-    log::debug("touche {}, son: {}", key.down ? "appuyée" : "relâchée", audible);
-    if (!audible)
-        return;
-    if (auto buffer = m_sound.keyBank().buffer(info, key.down)) {
-        m_sound.play(std::move(buffer), m_settings.spatial ? info.pan * keyPanScale : 0.0F,
-                     key.down ? pressGain : releaseGain);
-    }
+        m_stats.record(keyInfo(key.code).isCharacter);
+    playKey(m_sound, m_settings, key);
 }
 
 void AppState::handle(const InputMonitor::Mouse& mouse)

@@ -71,6 +71,8 @@ public:
 
     [[nodiscard]] const AudioFormat& format() const { return m_format; }
     [[nodiscard]] const SoundBank& keyBank() const { return m_keyBank; }
+    /// Chooses among the variants of every sound.
+    [[nodiscard]] const IndexDraw& draw() const { return m_draw; }
     [[nodiscard]] float volume() const { return m_volume; }
     [[nodiscard]] int nextPlayer() const { return m_nextPlayer; }
     [[nodiscard]] std::span<const Player, playerCount> players() const { return m_players; }

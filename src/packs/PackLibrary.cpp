@@ -105,6 +105,13 @@ std::filesystem::path customFolder(const std::filesystem::path& applicationSuppo
     return folder;
 }
 
+PackFolders folders(const std::filesystem::path& resources,
+                    const std::filesystem::path& applicationSupport)
+{
+    return {.builtIn = resources.empty() ? resources : resources / "Packs",
+            .custom = customFolder(applicationSupport)};
+}
+
 std::vector<SoundPack> allPacks(const PackFolders& folders)
 {
     // Texts compare byte by byte, which in UTF-8 is the order of their code points.

@@ -31,6 +31,11 @@ namespace clavo::PackLibrary
 /// call.
 [[nodiscard]] std::filesystem::path customFolder(const std::filesystem::path& applicationSupport);
 
+/// Where packs are for a program with these resources (none: an empty path) and this application
+/// support folder. Creates the user's, as customFolder() does.
+[[nodiscard]] PackFolders folders(const std::filesystem::path& resources,
+                                  const std::filesystem::path& applicationSupport);
+
 /// The built-in packs by category and name, then the user's by name.
 [[nodiscard]] std::vector<SoundPack> allPacks(const PackFolders& folders);
 

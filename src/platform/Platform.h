@@ -13,6 +13,7 @@
 #include "input/HotKeyService.h"
 #include "input/Screens.h"
 #include "input/SecureInput.h"
+#include "packs/PackLibrary.h"
 #include "tray/TrayHosts.h"
 
 #include <filesystem>
@@ -43,6 +44,15 @@ struct Platform {
 
 /// The permission alone: for a process that does nothing but tell it.
 [[nodiscard]] std::unique_ptr<InputAccess> makeInputAccess();
+
+/// The sound output alone, for a process that plays and does not listen. On Linux two variables of
+/// the environment change the choice: CLAVO_AUDIO ("pipewire", "pulse" or "none") allows one alone,
+/// CLAVO_QUANTUM (16 … 8192) is the period wished for in frames at 44,100 per second, 128 if not
+/// set.
+[[nodiscard]] std::unique_ptr<AudioOutput> makeAudioOutput();
+
+/// Where the packs of the program and of its user are.
+[[nodiscard]] PackFolders packFolders();
 
 /// What takes the program's icon.
 [[nodiscard]] std::unique_ptr<TrayHosts> makeTrayHosts();

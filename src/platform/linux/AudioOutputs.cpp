@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/AudioOutputs.h"
+#include "platform/Platform.h"
 
 #include "log/Log.h"
 #include "platform/linux/Environment.h"

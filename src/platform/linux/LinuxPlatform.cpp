@@ -7,7 +7,6 @@
 #include "platform/dbus/DBusTrayHosts.h"
 #include "platform/dbus/PortalAppearanceSettings.h"
 #include "platform/evdev/EvdevEventTap.h"
-#include "platform/linux/AudioOutputs.h"
 #include "platform/linux/AutostartEntry.h"
 #include "platform/linux/Environment.h"
 #include "platform/linux/EvdevInputAccess.h"
@@ -15,6 +14,7 @@
 #include "platform/linux/InputSource.h"
 #include "platform/linux/PreferredTrayHosts.h"
 #include "platform/linux/ProcessRelauncher.h"
+#include "platform/linux/ProgramFolders.h"
 #include "platform/linux/QtScreens.h"
 #include "platform/linux/RunningProgram.h"
 #include "platform/linux/SecureInputs.h"
@@ -40,21 +40,6 @@ namespace
 {
 
 namespace fs = std::filesystem;
-
-/// A base folder of the user: the variable's, if it is an absolute path as the desktop's rules ask,
-/// else below home.
-fs::path userFolder(const char* variable, const char* belowHome)
-{
-    const fs::path folder = environment(variable);
-    return folder.is_absolute() ? folder : fs::path(environment("HOME")) / belowHome;
-}
-
-fs::path resourcesFolder(const fs::path& executable)
-{
-    std::error_code error;
-    const auto folder = executable.parent_path().parent_path() / "share" / "clavo";
-    return fs::is_directory(folder, error) ? folder : fs::path{};
-}
 
 /// The X server shows every client all input; there is no permission to ask for.
 class X11InputAccess : public InputAccess
@@ -98,7 +83,7 @@ Platform makePlatform()
         std::make_unique<AutostartEntry>(autostartFolders(configuration), platform.executable);
     platform.relauncher = std::make_unique<ProcessRelauncher>(platform.executable);
     platform.resources = resourcesFolder(platform.executable);
-    platform.applicationSupport = userFolder("XDG_DATA_HOME", ".local/share");
+    platform.applicationSupport = applicationSupportFolder();
     return platform;
 }
 

@@ -2,7 +2,7 @@
 #include "contracts/AudioOutputContract.h"
 
 #include "desktop/x11/EventLoop.h"
-#include "platform/linux/AudioOutputs.h"
+#include "platform/Platform.h"
 #include "platform/pipewire/PipeWireOutput.h"
 #include "platform/pulse/PulseOutput.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/outputs/OutputFixture.h"
 #include "log/Log.h"
-#include "platform/linux/AudioOutputs.h"
+#include "platform/Platform.h"
 
 #include <QElapsedTimer>
 

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#include "app/KeySounds.h"
+
+#include "keyboard/KeyLayout.h"
+#include "log/Log.h"
+
+#include <utility>
+
+namespace clavo
+{
+namespace
+{
+
+constexpr float keyPanScale = 0.6F;
+constexpr float pressGain = 1.0F;
+constexpr float releaseGain = 0.8F;
+
+/// Stands in for a key that the layout does not know.
+constexpr KeyInfo unknownKey{
+    .slot = KeySlot::row3, .scancode = -1, .pan = 0.6F, .isCharacter = false};
+
+} // namespace
+
+const KeyInfo& keyInfo(std::int64_t code)
+{
+    const auto& table = KeyLayout::table();
+    const auto found = table.find(code);
+    return found == table.end() ? unknownKey : found->second;
+}
+
+void playKey(SoundEngine& sound, const Settings& settings, const InputMonitor::Key& key)
+{
+    const auto audible = settings.enabled && (key.down || settings.keyUpSounds);
+    log::debug("touche {}, son: {}", key.down ? "appuyée" : "relâchée", audible);
+    if (!audible)
+        return;
+    const auto& info = keyInfo(key.code);
+    if (auto buffer = sound.keyBank().buffer(info, key.down, sound.draw())) {
+        sound.play(std::move(buffer), settings.spatial ? info.pan * keyPanScale : 0.0F,
+                   key.down ? pressGain : releaseGain);
+    }
+}
+
+} // namespace clavo

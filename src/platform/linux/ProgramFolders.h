@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <filesystem>
+
+namespace clavo
+{
+
+/// A base folder of the user: the variable's, if it is an absolute path as the desktop's rules ask,
+/// else below home.
+[[nodiscard]] std::filesystem::path userFolder(const char* variable, const char* belowHome);
+
+/// The user's folder for the files of all applications.
+[[nodiscard]] std::filesystem::path applicationSupportFolder();
+
+/// The files that came with a program of this path; empty where there are none.
+[[nodiscard]] std::filesystem::path resourcesFolder(const std::filesystem::path& executable);
+
+} // namespace clavo

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#include "clavo-type/Progress.h"
+
+namespace clavo
+{
+
+Progress::Progress(std::size_t steps, std::ostream& out, Style style)
+    : m_steps(steps), m_out(out), m_style(style)
+{
+}
+
+void Progress::reached(std::size_t steps)
+{
+    if (m_steps < longWork)
+        return;
+    const auto tenths = steps * 10 / m_steps;
+    if (tenths == m_toldTenths)
+        return;
+    m_toldTenths = tenths;
+    const bool isLineOpen = m_style == Style::Terminal && tenths < 10;
+    m_out << (m_style == Style::Terminal ? "\r" : "") << "clavo-type: " << tenths * 10 << " %"
+          << (isLineOpen ? "" : "\n") << std::flush;
+}
+
+} // namespace clavo

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#include "clavo-type/Speakers.h"
+
+#include "clavo-type/Typist.h"
+
+#include <QEventLoop>
+#include <QTimer>
+
+#include <chrono>
+#include <stdexcept>
+
+namespace clavo
+{
+namespace
+{
+
+using namespace std::chrono_literals;
+using std::chrono::steady_clock;
+
+/// Lets the main loop turn until then.
+void waitUntil(steady_clock::time_point moment)
+{
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(moment - steady_clock::now());
+    if (left <= 0ms)
+        return;
+    QEventLoop loop;
+    // The analyser cannot see that Qt owns the call.
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
+    QTimer::singleShot(left, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+void waitForServer(const AudioOutput& output)
+{
+    const auto deadline = steady_clock::now() + 3s;
+    while (output.status().server.empty()) {
+        if (steady_clock::now() > deadline)
+            throw std::runtime_error("no sound server answers; -o FILE writes a file without one");
+        waitUntil(steady_clock::now() + 10ms);
+    }
+}
+
+} // namespace
+
+void play(std::span<const KeyEvent> events, const SoundBank& bank, std::uint64_t seed,
+          AudioOutput& output, const std::function<void(std::size_t)>& told)
+{
+    Typist typist(output, bank, seed);
+    waitForServer(output);
+    const auto start = steady_clock::now() + 100ms; // The server has its first period by then.
+    std::size_t done = 0;
+    for (const auto& [time, key] : events) {
+        waitUntil(start + time);
+        typist.type(key);
+        told(++done);
+    }
+    const std::chrono::duration<double> ring(static_cast<double>(longestSound(bank)) / 44100);
+    waitUntil(steady_clock::now() + std::chrono::duration_cast<steady_clock::duration>(ring) +
+              200ms); // What the server and the device still hold.
+}
+
+} // namespace clavo

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "audio/AudioOutput.h"
+#include "clavo-type/Rhythm.h"
+#include "synth/SoundBank.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
+
+namespace clavo
+{
+
+/// Plays the events at their times and returns when the last sound is over. `told` hears how many
+/// events are done.
+///
+/// Throws std::runtime_error where no sound server answers within a few seconds. Needs the
+/// application object, whose main loop turns meanwhile. Thread: main.
+void play(std::span<const KeyEvent> events, const SoundBank& bank, std::uint64_t seed,
+          AudioOutput& output, const std::function<void(std::size_t)>& told);
+
+} // namespace clavo

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "clavo-type/Typist.h"
+
+#include "app/KeySounds.h"
+#include "synth/SplitMix64.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace clavo
+{
+namespace
+{
+
+IndexDraw seededDraw(std::uint64_t seed)
+{
+    return [random = SplitMix64{seed}](std::size_t count) mutable {
+        return static_cast<std::size_t>(random.uniform() * static_cast<double>(count));
+    };
+}
+
+/// For an output that is never idle.
+void neverLater(std::chrono::milliseconds /*delay*/, const std::function<void()>& /*task*/) {}
+
+} // namespace
+
+Typist::Typist(AudioOutput& output, SoundBank bank, std::uint64_t seed)
+    : m_sound(output, neverLater, seededDraw(seed))
+{
+    m_sound.setVolume(static_cast<float>(m_settings.volume));
+    m_sound.setKeyBank(std::move(bank));
+}
+
+void Typist::type(const InputMonitor::Key& key)
+{
+    playKey(m_sound, m_settings, key);
+}
+
+std::size_t longestSound(const SoundBank& bank)
+{
+    std::size_t longest = 0;
+    for (const auto* const sounds : {&bank.press, &bank.release}) {
+        for (const auto& [scancode, variants] : *sounds) {
+            for (const auto& variant : variants)
+                longest = std::max(longest, variant->samples().size());
+        }
+    }
+    return longest;
+}
+
+} // namespace clavo
