@@ -79,7 +79,7 @@ BENCHMARK(withoutTerminal);
 void withTerminals(benchmark::State& state)
 {
     const Terminals terminals(static_cast<std::size_t>(state.range(0)));
-    clavo::TerminalSecureInput secureInput;
+    clavo::TerminalSecureInput secureInput(clavo::TerminalSecureInput::Unknown::noTerminal);
     secureInput.setFocus(getpid());
     terminals.setEcho(false);
     while (!secureInput.isEnabled())

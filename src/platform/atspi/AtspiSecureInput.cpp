@@ -158,11 +158,17 @@ private:
     {
         if (m_programs && !before.isEmpty())
             m_programs->removeWatchedService(before);
-        if (m_element.program.isEmpty())
+        if (!m_element.program.isEmpty())
+            m_programs->addWatchedService(m_element.program);
+        if (!m_receiver)
             return;
-        m_programs->addWatchedService(m_element.program);
-        if (m_receiver)
-            atspi::askProcess(*m_bus, m_element.program, this, m_receiver);
+        if (m_element.program.isEmpty())
+            return m_receiver(0);
+        atspi::askProcess(*m_bus, m_element.program, this,
+                          [this, program = m_element.program](pid_t process) {
+                              if (program == m_element.program)
+                                  m_receiver(process);
+                          });
     }
 
     std::unique_ptr<Timer> m_timer;

@@ -23,7 +23,7 @@ namespace clavo
 class AtspiSecureInput final : public SecureInput
 {
 public:
-    /// Called with the process of every program that gets the keys.
+    /// Called with the process of every program that gets the keys, and with 0 when it loses them.
     using FocusReceiver = std::function<void(pid_t)>;
 
     /// How long input stays secret for a program that does not answer.

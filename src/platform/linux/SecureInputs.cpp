@@ -22,6 +22,8 @@ namespace
 class ProgramSecureInput final : public SecureInput
 {
 public:
+    explicit ProgramSecureInput(TerminalSecureInput::Unknown unknown) : m_terminals(unknown) {}
+
     void setFocus(pid_t process)
     {
         m_prompt.setFocus(process);
@@ -46,12 +48,12 @@ public:
     [[nodiscard]] SecureReason reason() const override { return m_program.reason(); }
 
 private:
-    ProgramSecureInput m_program;
+    ProgramSecureInput m_program{TerminalSecureInput::Unknown::noTerminal};
     X11ActiveWindow m_window{[this](pid_t process) { m_program.setFocus(process); }};
 };
 
-/// The element that has the keys, and its program: outside X11 nothing else tells which one that
-/// is.
+/// The element that has the keys, and its program. Outside X11 nothing else tells which one that
+/// is, and many a terminal does not tell it either.
 class AccessibleSecureInput final : public SecureInput
 {
 public:
@@ -62,7 +64,7 @@ public:
     }
 
 private:
-    ProgramSecureInput m_program;
+    ProgramSecureInput m_program{TerminalSecureInput::Unknown::everyTerminal};
     AtspiSecureInput m_element{std::make_unique<QtTimer>(),
                                [this](pid_t process) { m_program.setFocus(process); }};
 };

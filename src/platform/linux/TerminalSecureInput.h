@@ -3,6 +3,7 @@
 
 #include "input/SecureInput.h"
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -24,10 +25,15 @@ namespace clavo
 class TerminalSecureInput final : public SecureInput
 {
 public:
-    TerminalSecureInput();
+    /// Whose terminals count where it is not known which program has the keys: nobody's, or those
+    /// of all programs. Of the latter one counts only if it showed what was typed when it was first
+    /// seen: programs that are made up of terminals, Emacs among them, have some that never do.
+    enum class Unknown { noTerminal, everyTerminal };
+
+    explicit TerminalSecureInput(Unknown unknown, std::filesystem::path folder = "/dev/pts");
     ~TerminalSecureInput() override;
 
-    /// The process that has the keys now; 0 if it is not known.
+    /// The process that has the keys now; 0 if it is not known, as in the beginning.
     void setFocus(pid_t process);
 
     [[nodiscard]] SecureReason reason() const override;

@@ -9,7 +9,9 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <filesystem>
 #include <fstream>
+#include <optional>
 
 #include <pty.h>
 #include <sys/wait.h>
@@ -127,7 +129,7 @@ protected:
     }
 
     EventLoop loop;
-    TerminalSecureInput secureInput;
+    TerminalSecureInput secureInput{TerminalSecureInput::Unknown::noTerminal};
 };
 
 TEST_F(TerminalSecureInputTest, FollowsTheEchoOfAnyTerminalOfTheProgramInFront)
@@ -180,8 +182,9 @@ TEST_F(TerminalSecureInputTest, LetsGoOfTheTerminalsWhenAnotherProgramComesToThe
     secureInput.setFocus(0);
     EXPECT_EQ(secureInput.reason(), SecureReason::none);
 
+    // Known still, without a turn of the loop.
     secureInput.setFocus(getpid());
-    EXPECT_TRUE(becomes(SecureReason::silentTerminal));
+    EXPECT_EQ(secureInput.reason(), SecureReason::silentTerminal);
 }
 
 TEST_F(TerminalSecureInputTest, TakesOnlyTheLastOfSeveralQuickChanges)
@@ -200,11 +203,88 @@ TEST_F(TerminalSecureInputTest, TakesOnlyTheLastOfSeveralQuickChanges)
 TEST_F(TerminalSecureInputTest, MayGoWhileItLooks)
 {
     const Shell shell;
-    TerminalSecureInput shortLived;
+    TerminalSecureInput shortLived(TerminalSecureInput::Unknown::noTerminal);
 
     shortLived.setFocus(getpid());
 
     EXPECT_EQ(shortLived.reason(), SecureReason::none);
+}
+
+/// A folder with the terminals that there are.
+class UnknownFocusTest : public testing::Test
+{
+protected:
+    void add(const Shell& shell) const
+    {
+        const std::filesystem::path file = shell.file();
+        create_symlink(file, folder.path() / file.filename());
+    }
+    void watch()
+    {
+        secureInput.emplace(TerminalSecureInput::Unknown::everyTerminal, folder.path());
+    }
+    /// Switches the terminal's echo off as soon as that is noticed, that is, once it has been seen
+    /// with it; true if it comes to that.
+    [[nodiscard]] bool fallsSilent(const Shell& shell) const
+    {
+        return EventLoop::until([&] {
+            shell.set(ECHO, false);
+            const bool isNoticed = secureInput->isEnabled();
+            shell.set(ECHO, !isNoticed);
+            return isNoticed;
+        });
+    }
+
+    EventLoop loop;
+    TemporaryFolder folder;
+    std::optional<TerminalSecureInput> secureInput;
+};
+
+TEST_F(UnknownFocusTest, FollowsTheEchoOfEveryTerminal)
+{
+    const Shell later;
+    const Shell shell;
+    add(shell);
+    create_symlink("/dev/ptmx", folder.path() / "ptmx"); // To be left alone.
+    watch();
+    add(later);
+    EXPECT_EQ(secureInput->reason(), SecureReason::none);
+
+    for (const auto* terminal : {&shell, &later}) {
+        ASSERT_TRUE(fallsSilent(*terminal));
+        terminal->set(ECHO, true);
+        EXPECT_FALSE(secureInput->isEnabled());
+    }
+}
+
+TEST_F(UnknownFocusTest, TerminalThatNeverEchoesDoesNotCount)
+{
+    const Shell silent;
+    silent.set(ECHO, false);
+    const Shell shell;
+    add(silent);
+    add(shell);
+    watch();
+    ASSERT_TRUE(fallsSilent(shell)) << "both have been seen";
+
+    shell.set(ECHO, true);
+
+    EXPECT_EQ(secureInput->reason(), SecureReason::none);
+}
+
+TEST_F(UnknownFocusTest, OnceTheProgramIsKnownOnlyItsTerminalsCount)
+{
+    const Shell shell;
+    add(shell);
+    watch();
+    ASSERT_TRUE(fallsSilent(shell));
+
+    secureInput->setFocus(1 << 30);
+    EXPECT_EQ(secureInput->reason(), SecureReason::none);
+    secureInput->setFocus(0);
+    EXPECT_EQ(secureInput->reason(), SecureReason::silentTerminal);
+    secureInput->setFocus(getpid());
+    EXPECT_EQ(secureInput->reason(), SecureReason::silentTerminal);
 }
 
 } // namespace
