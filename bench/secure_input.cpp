@@ -71,7 +71,7 @@ private:
 void withoutTerminal(benchmark::State& state)
 {
     const auto platform = clavo::makePlatform();
-    for (auto _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(platform.secureInput->reason());
 }
 BENCHMARK(withoutTerminal);
@@ -85,7 +85,7 @@ void withTerminals(benchmark::State& state)
     while (!secureInput.isEnabled())
         QCoreApplication::processEvents();
     terminals.setEcho(true);
-    for (auto _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(secureInput.reason());
 }
 BENCHMARK(withTerminals)->Arg(1)->Arg(8);
