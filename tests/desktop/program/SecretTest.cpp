@@ -28,32 +28,10 @@ struct Form {
     std::string reason;          // What the status calls the password.
 };
 
-class Secret : public ProgramFixture, public testing::WithParamInterface<Form>
+/// The program, and how it takes what is typed.
+class SecretFixture : public ProgramFixture
 {
 protected:
-    ~Secret() override
-    {
-        m_form.terminate();
-        if (!m_form.waitForFinished(1000))
-            m_form.kill();
-        m_form.waitForFinished();
-    }
-
-    /// Opens the form and gives it the keys.
-    [[nodiscard]] bool openForm()
-    {
-        // Qt does not start it, as desktops do.
-        QDBusConnection::sessionBus().interface()->startService("org.a11y.Bus");
-        auto environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
-        m_form.setProcessEnvironment(environment);
-        m_form.setProcessChannelMode(QProcess::ForwardedChannels);
-        m_form.start(GetParam().program,
-                     GetParam().arguments + QStringList(QString::fromStdString(lengthFile())));
-        return EventLoop::until(
-            [this] { return windows.activate(static_cast<std::uint32_t>(m_form.processId())); });
-    }
-
     /// Why the program takes input as secret, in its own words.
     static std::string reason()
     {
@@ -92,6 +70,64 @@ protected:
     {
         for (int key = 0; key < count; ++key)
             hands.strike(keyA);
+    }
+};
+
+class LockedSession : public SecretFixture
+{
+protected:
+    /// As the desktop's screen saver says it.
+    static void lock(bool isLocked)
+    {
+        auto signal = QDBusMessage::createSignal("/org/freedesktop/ScreenSaver",
+                                                 "org.freedesktop.ScreenSaver", "ActiveChanged");
+        QDBusConnection::sessionBus().send(signal << isLocked);
+    }
+};
+
+TEST_F(LockedSession, IsNeitherHeardNorCounted)
+{
+    RunningProgram program(user.path());
+    ASSERT_TRUE(program.listens());
+    type(1);
+    ASSERT_TRUE(hears(program, 1));
+
+    lock(true);
+    ASSERT_TRUE(settles("lockedSession"));
+    type(1);
+    ASSERT_TRUE(EventLoop::until([&] { return notices(program) == 1; }));
+
+    lock(false);
+    ASSERT_TRUE(settles("none"));
+    type(1);
+    EXPECT_TRUE(hears(program, 2));
+    EXPECT_TRUE(becomes(statsFile(), "total", 2));
+}
+
+class Secret : public SecretFixture, public testing::WithParamInterface<Form>
+{
+protected:
+    ~Secret() override
+    {
+        m_form.terminate();
+        if (!m_form.waitForFinished(1000))
+            m_form.kill();
+        m_form.waitForFinished();
+    }
+
+    /// Opens the form and gives it the keys.
+    [[nodiscard]] bool openForm()
+    {
+        // Qt does not start it, as desktops do.
+        QDBusConnection::sessionBus().interface()->startService("org.a11y.Bus");
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
+        m_form.setProcessEnvironment(environment);
+        m_form.setProcessChannelMode(QProcess::ForwardedChannels);
+        m_form.start(GetParam().program,
+                     GetParam().arguments + QStringList(QString::fromStdString(lengthFile())));
+        return EventLoop::until(
+            [this] { return windows.activate(static_cast<std::uint32_t>(m_form.processId())); });
     }
 
     /// How long the password is; empty as long as there is none.
