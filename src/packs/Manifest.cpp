@@ -3,7 +3,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include <charconv>
 #include <cstddef>
+#include <system_error>
 #include <utility>
 
 namespace clavo
@@ -142,6 +144,19 @@ std::optional<Manifest> parseManifest(std::string_view json)
     if (!nlohmann::json::sax_parse(json.begin(), json.end(), &reader))
         return std::nullopt;
     return std::move(reader).manifest();
+}
+
+std::optional<std::int64_t> parseScancode(std::string_view text)
+{
+    if (text.starts_with('+')) {
+        text.remove_prefix(1);
+        if (text.starts_with('-'))
+            return std::nullopt;
+    }
+    std::int64_t scancode = 0;
+    const char* const end = text.data() + text.size();
+    const auto [parsed, error] = std::from_chars(text.data(), end, scancode);
+    return error == std::errc{} && parsed == end ? std::optional(scancode) : std::nullopt;
 }
 
 } // namespace clavo

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
@@ -8,6 +9,9 @@
 
 namespace clavo
 {
+
+/// A thousand keys take 50 kB. What is larger than this is no manifest and is not read.
+inline constexpr std::uint64_t maximumManifestSize = 16U << 20U;
 
 /// The content of a pack's `pack.json`, as written.
 struct Manifest {
@@ -29,5 +33,9 @@ struct Manifest {
 /// that is repeated counts once, with its last value. Memory grows with what is kept, not with the
 /// depth of the text.
 [[nodiscard]] std::optional<Manifest> parseManifest(std::string_view json);
+
+/// A scancode as a manifest writes it: a decimal number with an optional sign and nothing else
+/// around it.
+[[nodiscard]] std::optional<std::int64_t> parseScancode(std::string_view text);
 
 } // namespace clavo

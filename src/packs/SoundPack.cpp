@@ -7,32 +7,12 @@
 
 #include <fmt/format.h>
 
-#include <charconv>
-#include <string_view>
-#include <system_error>
 #include <utility>
 
 namespace clavo
 {
 namespace
 {
-
-/// A thousand keys take 50 kB. What is larger than this is no manifest and is not read.
-constexpr std::uint64_t maximumManifestSize = 16U << 20U;
-
-/// A decimal number with an optional sign and nothing else around it.
-std::optional<std::int64_t> parseScancode(std::string_view text)
-{
-    if (text.starts_with('+')) {
-        text.remove_prefix(1);
-        if (text.starts_with('-'))
-            return std::nullopt;
-    }
-    std::int64_t scancode = 0;
-    const char* const end = text.data() + text.size();
-    const auto [parsed, error] = std::from_chars(text.data(), end, scancode);
-    return error == std::errc{} && parsed == end ? std::optional(scancode) : std::nullopt;
-}
 
 SoundPack::SoundNames byNumber(const Manifest::SoundNames& names)
 {

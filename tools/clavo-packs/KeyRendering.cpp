@@ -15,6 +15,7 @@ namespace
 {
 
 constexpr double sampleRate = 44100;
+constexpr std::size_t longestLead = 794; // 18 ms.
 
 double decibels(double level)
 {
@@ -59,7 +60,7 @@ void varyProfile(SwitchProfile& profile, Deviation& deviation, double scale)
 /// A stroke as one key of the keyboard makes it.
 struct KeyStroke {
     Recipe::Stroke events;
-    double level = 1;
+    double level = 0; // In dB.
 };
 
 KeyStroke varied(Recipe::Stroke events, const Recipe& recipe, std::int64_t scancode, bool release)
@@ -77,8 +78,9 @@ KeyStroke varied(Recipe::Stroke events, const Recipe& recipe, std::int64_t scanc
             events[i].gain *= decibels(2.5 * scale * deviation.normal());
         }
     }
+    // Of 1.75 dB the limit leaves a spread of 1.6.
     const double level = std::clamp(deviation.normal(), -1.5, 1.5);
-    return {std::move(events), decibels((release ? 2.2 : 1.6) * level)};
+    return {std::move(events), (release ? 2.2 : 1.75) * level};
 }
 
 /// The group of keys whose stroke a recipe describes together.
@@ -97,13 +99,13 @@ std::string groupOf(KeySlot slot)
 }
 
 /// All events of a stroke, each at its time. The earliest starts at 0.
-std::vector<double> mixed(const Recipe::Stroke& events, const KeyInfo& key, bool release)
+std::vector<float> mixed(const Recipe::Stroke& events, const KeyInfo& key, bool release)
 {
     double earliest = 0;
     for (const Recipe::Event& event : events)
         earliest = std::min(earliest, event.offset);
 
-    std::vector<double> sum;
+    std::vector<float> sum;
     std::int64_t variant = key.scancode % 5;
     for (const Recipe::Event& event : events) {
         const auto samples = SwitchSynth::render(event.profile, key.slot, release, variant);
@@ -111,51 +113,59 @@ std::vector<double> mixed(const Recipe::Stroke& events, const KeyInfo& key, bool
             static_cast<std::size_t>(std::llround((event.offset - earliest) * sampleRate));
         sum.resize(std::max(sum.size(), start + samples.size()));
         for (std::size_t i = 0; i < samples.size(); ++i)
-            sum[start + i] += event.gain * static_cast<double>(samples[i]);
+            sum[start + i] += static_cast<float>(event.gain) * samples[i];
         variant = (variant + 2) % 5;
     }
     return sum;
 }
 
-/// The samples scaled to a peak, as 24-bit numbers. Those need no dither: their steps lie below
-/// what any output can show, and a tail that has died away stays silent.
-std::vector<std::int32_t> quantised(const std::vector<double>& samples, double targetPeak)
+std::size_t loudestOf(const std::vector<float>& samples)
 {
-    double peak = 0;
-    for (const double sample : samples)
-        peak = std::max(peak, std::abs(sample));
-    const double scale = peak > 0 ? targetPeak / peak * 0x1p23 : 0;
-    std::vector<std::int32_t> numbers;
-    numbers.reserve(samples.size());
-    for (const double sample : samples)
-        numbers.push_back(static_cast<std::int32_t>(std::lround(sample * scale)));
-    return numbers;
+    const auto loudest =
+        std::ranges::max_element(samples, {}, [](float sample) { return std::abs(sample); });
+    return static_cast<std::size_t>(loudest - samples.begin());
 }
 
-/// Without the zeros at the start, and with a single one at the end.
-std::vector<std::int32_t> trimmed(const std::vector<std::int32_t>& samples)
+/// A press is felt to lag when its loudest sample comes late. The first hit of a stroke then moves
+/// closer to the second.
+std::vector<float> promptPress(Recipe::Stroke events, const KeyInfo& key)
 {
-    const auto sounds = [](std::int32_t sample) { return sample != 0; };
-    const auto first = std::ranges::find_if(samples, sounds);
-    const auto last = std::find_if(samples.rbegin(), samples.rend(), sounds).base();
-    if (first == samples.end())
-        return {0};
-    std::vector<std::int32_t> kept(first, last);
-    kept.push_back(0);
-    return kept;
+    auto samples = mixed(events, key, false);
+    while (events.back().offset != 0 && loudestOf(samples) > longestLead) {
+        const double late = static_cast<double>(loudestOf(samples) - longestLead) / sampleRate;
+        const double offset = events.back().offset;
+        events.back().offset =
+            std::copysign(std::max(0.0, std::abs(offset) - late - 1 / sampleRate), offset);
+        samples = mixed(events, key, false);
+    }
+    return samples;
+}
+
+void scaleToPeak(std::vector<float>& samples, double target)
+{
+    if (samples.empty())
+        return;
+    const float peak = std::abs(samples[loudestOf(samples)]);
+    if (!(peak > 0))
+        return;
+    const auto scale = static_cast<float>(target) / peak;
+    for (float& sample : samples)
+        sample *= scale;
 }
 
 } // namespace
 
-std::vector<std::int32_t> renderKey(const Recipe& recipe, const KeyInfo& key, bool release)
+std::vector<float> renderKey(const Recipe& recipe, const KeyInfo& key, bool release)
 {
     const std::string group = groupOf(key.slot);
-    const double headroom = group == "row" ? recipe.headroom : recipe.largeHeadroom;
     const KeyStroke stroke =
         varied(recipe.strokes.at(release ? group + "-r" : group), recipe, key.scancode, release);
-    const double peak = std::min(0.97, 0.9 * decibels(headroom) *
-                                           (release ? recipe.releaseGain : 1) * stroke.level);
-    return trimmed(quantised(mixed(stroke.events, key, release), peak));
+    auto samples = release ? mixed(stroke.events, key, true) : promptPress(stroke.events, key);
+    // A large key is the only one of its kind: nothing beside it shows how it varies.
+    const double variation = group == "row" ? stroke.level : 0;
+    scaleToPeak(samples, decibels(recipe.levels.at(group) + (release ? recipe.releaseLevel : 0) +
+                                  variation));
+    return samples;
 }
 
 } // namespace clavo

@@ -1,17 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "clavo-packs/PackWriter.h"
 
-#include "clavo-packs/KeyRendering.h"
-#include "keyboard/KeyLayout.h"
+#include "clavo-packs/PackRendering.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 #include <sndfile.h>
 
+#include <cmath>
+#include <cstdint>
 #include <fstream>
 #include <memory>
-#include <set>
 #include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace clavo
 {
@@ -24,11 +27,13 @@ struct Closer {
     void operator()(SNDFILE* file) const { sf_close(file); }
 };
 
-void writeWave(const fs::path& path, std::vector<std::int32_t> samples)
+void writeWave(const fs::path& path, const std::vector<float>& sound)
 {
-    // The library takes the upper bits of a 32-bit number.
-    for (std::int32_t& sample : samples)
-        sample *= 256;
+    // The library takes the upper 24 bits of a 32-bit number.
+    std::vector<std::int32_t> samples;
+    samples.reserve(sound.size());
+    for (const float sample : sound)
+        samples.push_back(static_cast<std::int32_t>(std::lround(sample * 0x1p23F)) * 256);
     SF_INFO info{};
     info.samplerate = 44100;
     info.channels = 1;
@@ -39,48 +44,47 @@ void writeWave(const fs::path& path, std::vector<std::int32_t> samples)
         throw std::runtime_error(fmt::format("{}: {}", path.string(), sf_strerror(file.get())));
 }
 
-std::set<std::int64_t> scancodes()
+std::string soundName(std::string_view direction, std::int64_t scancode)
 {
-    std::set<std::int64_t> all;
-    for (const auto& [code, key] : KeyLayout::table())
-        all.insert(key.scancode);
-    return all;
+    return fmt::format("{}-{}", direction, scancode);
 }
 
-std::string manifestOf(const Recipe& recipe)
+std::string manifestOf(const Recipe& recipe, const RenderedPack& pack)
 {
     nlohmann::ordered_json manifest{
         {"id", recipe.id},         {"name", recipe.name},
         {"detail", recipe.detail}, {"category", recipe.category},
         {"credit", recipe.credit},
     };
-    for (const char* const direction : {"press", "release"}) {
-        for (const std::int64_t scancode : scancodes())
-            manifest[direction][std::to_string(scancode)] =
-                fmt::format("{}-{}", direction, scancode);
-    }
+    for (const auto& [scancode, samples] : pack.press)
+        manifest["press"][std::to_string(scancode)] = soundName("press", scancode);
+    for (const auto& [scancode, samples] : pack.release)
+        manifest["release"][std::to_string(scancode)] = soundName("release", scancode);
     return manifest.dump(2) + "\n";
+}
+
+void writeSounds(const fs::path& folder, std::string_view direction,
+                 const RenderedPack::Sounds& sounds)
+{
+    for (const auto& [scancode, samples] : sounds)
+        writeWave(folder / (soundName(direction, scancode) + ".wav"), samples);
 }
 
 } // namespace
 
 void writePack(const Recipe& recipe, const fs::path& packs)
 {
+    const RenderedPack rendered = renderPack(recipe);
     const fs::path pack = packs / recipe.id;
     const fs::path partial = packs / ("." + recipe.id + ".partial");
     fs::remove_all(partial);
     fs::create_directories(partial / "sounds");
-    for (const std::int64_t scancode : scancodes()) {
-        const KeyInfo key = KeyLayout::info(scancode);
-        writeWave(partial / "sounds" / fmt::format("press-{}.wav", scancode),
-                  renderKey(recipe, key, false));
-        writeWave(partial / "sounds" / fmt::format("release-{}.wav", scancode),
-                  renderKey(recipe, key, true));
-    }
+    writeSounds(partial / "sounds", "press", rendered.press);
+    writeSounds(partial / "sounds", "release", rendered.release);
 
     // A folder becomes a pack by its manifest: it gets its name last, when all else is in place.
     std::ofstream manifest(partial / "pack.json.partial", std::ios::binary);
-    manifest << manifestOf(recipe);
+    manifest << manifestOf(recipe, rendered);
     manifest.close();
     if (!manifest)
         throw std::runtime_error(fmt::format("{}: cannot be written", pack.string()));

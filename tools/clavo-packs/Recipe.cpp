@@ -58,6 +58,17 @@ Recipe::Stroke strokeFrom(const json& events, const json& profiles)
     return stroke;
 }
 
+/// Decays are written in milliseconds.
+Recipe::Reference::Sound referenceFrom(const json& object)
+{
+    Recipe::Reference::Sound sound;
+    object.at("centroid").get_to(sound.centroid);
+    sound.t20 = object.at("t20").get<double>() / 1000;
+    if (const json& t60 = object.at("t60"); !t60.is_null())
+        sound.t60 = t60.get<double>() / 1000;
+    return sound;
+}
+
 Recipe recipeFrom(const json& object)
 {
     Recipe recipe;
@@ -69,12 +80,18 @@ Recipe recipeFrom(const json& object)
     object.at("packIndex").get_to(recipe.packIndex);
     object.at("keyscale").get_to(recipe.keyscale);
     const json& levels = object.at("levels");
-    levels.at("headroom").get_to(recipe.headroom);
-    levels.at("largeHeadroom").get_to(recipe.largeHeadroom);
-    levels.at("releaseGain").get_to(recipe.releaseGain);
+    recipe.levels["row"] = 0;
+    for (const char* const group : {"space", "enter", "backspace"})
+        levels.at(group).get_to(recipe.levels[group]);
+    levels.at("release").get_to(recipe.releaseLevel);
     for (const char* const group :
          {"row", "row-r", "space", "space-r", "enter", "enter-r", "backspace", "backspace-r"})
         recipe.strokes[group] = strokeFrom(object.at("strokes").at(group), object.at("profiles"));
+    const json& reference = object.at("reference");
+    recipe.reference.press = referenceFrom(reference.at("press"));
+    recipe.reference.release = referenceFrom(reference.at("release"));
+    reference.at("press").at("crest").get_to(recipe.reference.crest);
+    reference.at("release").at("level").get_to(recipe.reference.releaseLevel);
     require(packCategory(recipe.category).has_value(), "\"category\" is none of the five");
     return recipe;
 }

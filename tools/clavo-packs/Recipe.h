@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,19 @@ struct Recipe {
     };
     using Stroke = std::vector<Event>;
 
+    /// What recordings of the real keyboard measure, as SoundFigures explains.
+    struct Reference {
+        struct Sound {
+            double centroid = 0;
+            double t20 = 0;
+            std::optional<double> t60; // Where the recording's noise did not hide it.
+        };
+        Sound press;
+        Sound release;
+        double crest = 0;        // Of a press.
+        double releaseLevel = 0; // A release in dB above a press.
+    };
+
     std::string id;
     std::string name;
     std::string detail;
@@ -30,10 +44,10 @@ struct Recipe {
     std::string credit;
     std::uint64_t packIndex = 0; // Separates the packs' random streams.
     double keyscale = 1;         // How far the keys of the keyboard differ from each other.
-    double headroom = 0;         // Peak of a press in dB relative to 0.9.
-    double largeHeadroom = 0;    // The same of the space bar, Return and backspace.
-    double releaseGain = 1;      // Peak of a release relative to a press.
+    std::map<std::string, double> levels;  // By group: the peak of a press in dB above a row's.
+    double releaseLevel = 0;               // The peak of a release in dB above its press.
     std::map<std::string, Stroke> strokes; // By group and direction: "row", "row-r", "space", …
+    Reference reference;
 };
 
 /// Reads a recipe. Throws std::runtime_error that names the file and what is wrong with it.

@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "clavo-packs/CheckOutput.h"
+#include "clavo-packs/PackCheck.h"
+#include "clavo-packs/PackFigures.h"
+#include "clavo-packs/PackRendering.h"
 #include "clavo-packs/PackWriter.h"
 #include "clavo-packs/Recipe.h"
+#include "clavo-packs/Report.h"
 
 #include <fmt/format.h>
 
@@ -8,6 +13,7 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <optional>
 #include <span>
 #include <stdexcept>
 #include <string_view>
@@ -16,11 +22,21 @@
 namespace
 {
 
-constexpr std::string_view usage = "Usage: clavo-packs RECIPES_DIR OUTPUT_DIR\n"
-                                   "Renders every recipe (*.json) of RECIPES_DIR into a sound pack "
-                                   "in OUTPUT_DIR.\n"
-                                   "\n"
-                                   "  --help    show this text\n";
+using Arguments = std::span<const std::string_view>;
+
+constexpr std::string_view usage =
+    "Usage: clavo-packs RECIPES_DIR OUTPUT_DIR\n"
+    "       clavo-packs --report RECIPES_DIR\n"
+    "       clavo-packs check [--json] FOLDER...\n"
+    "Renders every recipe (*.json) of RECIPES_DIR into a sound pack in OUTPUT_DIR.\n"
+    "With --report, writes nothing and prints what the packs measure, and what real\n"
+    "keyboards do.\n"
+    "With check, tells what Clavo makes of each pack FOLDER and what is wrong with it.\n"
+    "\n"
+    "  --json    tell it as JSON\n"
+    "  --help    show this text\n"
+    "\n"
+    "The exit status is 0, 1 if there is a problem, and 2 if the command is none of these.\n";
 
 std::vector<std::filesystem::path> recipesIn(const std::filesystem::path& folder)
 {
@@ -35,6 +51,60 @@ std::vector<std::filesystem::path> recipesIn(const std::filesystem::path& folder
     return files;
 }
 
+void writePacks(const std::filesystem::path& recipes, const std::filesystem::path& packs)
+{
+    for (const auto& file : recipesIn(recipes))
+        clavo::writePack(clavo::readRecipe(file), packs);
+}
+
+void printReport(const std::filesystem::path& recipes)
+{
+    for (const auto& file : recipesIn(recipes)) {
+        const auto recipe = clavo::readRecipe(file);
+        fmt::print("{}\n", clavo::reportOf(recipe, clavo::figuresOf(clavo::renderPack(recipe))));
+    }
+}
+
+int render(Arguments arguments)
+{
+    try {
+        if (arguments[0] == "--report")
+            printReport(arguments[1]);
+        else
+            writePacks(arguments[0], arguments[1]);
+    } catch (const std::exception& error) {
+        fmt::print(stderr, "clavo-packs: {}\n", error.what());
+        return 1;
+    }
+    return 0;
+}
+
+/// Null when the arguments name no folder or an option that does not exist.
+std::optional<int> check(Arguments arguments)
+{
+    bool isJson = false;
+    std::vector<clavo::PackCheck> checks;
+    for (const std::string_view argument : arguments) {
+        if (argument == "--json")
+            isJson = true;
+        else if (argument.starts_with('-'))
+            return std::nullopt;
+        else
+            checks.push_back(clavo::checkPack(argument));
+    }
+    if (checks.empty())
+        return std::nullopt;
+    if (isJson)
+        fmt::print("{}", clavo::jsonOf(checks));
+    else
+        for (const clavo::PackCheck& pack : checks)
+            fmt::print("{}", clavo::textOf(pack));
+    return std::ranges::all_of(checks, &std::vector<clavo::PackCheck::Problem>::empty,
+                               &clavo::PackCheck::problems)
+               ? 0
+               : 1;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -44,16 +114,12 @@ int main(int argc, char* argv[])
         fmt::print("{}", usage);
         return 0;
     }
-    if (arguments.size() != 2) {
+    std::optional<int> status;
+    if (!arguments.empty() && arguments.front() == "check")
+        status = check(Arguments(arguments).subspan(1));
+    else if (arguments.size() == 2)
+        status = render(arguments);
+    if (!status)
         fmt::print(stderr, "{}", usage);
-        return 2;
-    }
-    try {
-        for (const auto& file : recipesIn(arguments[0]))
-            clavo::writePack(clavo::readRecipe(file), arguments[1]);
-    } catch (const std::exception& error) {
-        fmt::print(stderr, "clavo-packs: {}\n", error.what());
-        return 1;
-    }
-    return 0;
+    return status.value_or(2);
 }

@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+#include "clavo-packs/PackCheck.h"
+
+#include "clavo-packs/ManifestCheck.h"
+#include "keyboard/KeyLayout.h"
+#include "packs/PackLibrary.h"
+#include "packs/SoundFile.h"
+#include "packs/SoundPack.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <set>
+#include <span>
+#include <system_error>
+#include <utility>
+
+namespace clavo
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+
+constexpr double sampleRate = 44100;
+constexpr double longestSilence = 0.018; // Seconds: later than that, a key is felt to lag.
+constexpr double longestSound = 2;
+constexpr double lowestPeak = -40; // In dB.
+constexpr int clippedRun = 4;      // Samples in a row.
+constexpr float fullScale = 0.999F;
+
+double seconds(std::ptrdiff_t samples)
+{
+    return static_cast<double>(samples) / sampleRate;
+}
+
+PackCheck::Sound measured(const fs::path& file, std::span<const float> samples)
+{
+    const auto size = [](float sample) { return std::abs(sample); };
+    const float peak = samples.empty() ? 0 : size(std::ranges::max(samples, {}, size));
+    const auto heard = std::ranges::find_if(
+        samples, [peak](float sample) { return sample != 0 && std::abs(sample) >= peak / 100; });
+    return {.file = file,
+            .peak = 20 * std::log10(static_cast<double>(peak)),
+            .silence = seconds(heard - samples.begin()),
+            .length = seconds(std::ssize(samples))};
+}
+
+/// Whether the sound stays at full scale, as one does that was recorded too loud.
+bool isClipped(std::span<const float> samples)
+{
+    const auto isFull = [](float sample) { return std::abs(sample) >= fullScale; };
+    return !std::ranges::search_n(samples, clippedRun, true, {}, isFull).empty();
+}
+
+std::vector<std::string> faultsOf(const PackCheck::Sound& sound, std::span<const float> samples)
+{
+    if (samples.empty())
+        return {"holds no samples: its keys stay silent"};
+    if (std::isinf(sound.peak))
+        return {"is silent"};
+    std::vector<std::string> faults;
+    if (sound.peak < lowestPeak)
+        faults.push_back(fmt::format("is hardly heard: it peaks at {:.0f} dB", sound.peak));
+    if (isClipped(samples))
+        faults.emplace_back("clips: it stays at full scale");
+    if (sound.silence > longestSilence)
+        faults.push_back(
+            fmt::format("starts with {:.0f} ms of silence, felt as a delay", 1000 * sound.silence));
+    if (sound.length > longestSound)
+        faults.push_back(fmt::format("goes on for {:.1f} s", sound.length));
+    return faults;
+}
+
+/// Where the keys of the layout find what SoundBank::buffer() plays.
+PackCheck::Coverage coverageOf(const std::map<std::int64_t, SoundBank::Variants>& sounds, bool down)
+{
+    std::set<std::int64_t> scancodes;
+    for (const auto& [code, key] : KeyLayout::table())
+        scancodes.insert(key.scancode);
+
+    PackCheck::Coverage coverage;
+    for (const std::int64_t scancode : scancodes) {
+        const auto own = sounds.find(scancode);
+        const bool hasRow =
+            std::ranges::any_of(fallbackScancodes(KeyLayout::info(scancode).slot),
+                                [&](std::int64_t other) { return sounds.contains(other); });
+        auto& keys = own != sounds.end() ? own->second.empty() ? coverage.silent : coverage.own
+                     : hasRow            ? coverage.row
+                     : down && !sounds.empty() ? coverage.any
+                                               : coverage.silent;
+        keys.push_back(scancode);
+    }
+    return coverage;
+}
+
+void checkSounds(PackCheck& check, const SoundPack& pack)
+{
+    std::set<std::string> names;
+    for (const auto* const sounds : {&pack.press, &pack.release}) {
+        for (const auto& [scancode, name] : *sounds)
+            names.insert(name);
+    }
+    for (const std::string& name : names) {
+        const fs::path file = "sounds/" + name + ".wav";
+        const auto path = check.folder / file;
+        const auto samples = loadSound(path, {});
+        std::error_code ignored;
+        if (samples) {
+            const auto& sound = check.sounds.emplace_back(measured(file, *samples));
+            for (const std::string& fault : faultsOf(sound, *samples))
+                check.problems.push_back({file, fault});
+        } else if (!fs::exists(path, ignored)) {
+            check.problems.push_back({file, "is missing"});
+        } else {
+            check.problems.push_back({file, "is no sound, or none of at most two minutes and 64 "
+                                            "MiB, that can be read"});
+        }
+    }
+    if (check.sounds.empty())
+        check.problems.push_back({"pack.json", "leads to no sound: the pack is silent"});
+}
+
+} // namespace
+
+PackCheck checkPack(const fs::path& folder)
+{
+    PackCheck check{
+        .folder = folder, .name = {}, .press = {}, .release = {}, .sounds = {}, .problems = {}};
+    const auto manifest = checkManifest(folder / "pack.json");
+    for (const std::string& problem : manifest.problems)
+        check.problems.push_back({"pack.json", problem});
+    const auto pack =
+        manifest.isAccepted ? SoundPack::load(folder, true) : std::optional<SoundPack>();
+    if (!pack)
+        return check;
+    check.name = pack->name;
+    checkSounds(check, *pack);
+    const auto bank = PackLibrary::makeBank(*pack, {});
+    check.press = coverageOf(bank.press, true);
+    check.release = coverageOf(bank.release, false);
+    return check;
+}
+
+} // namespace clavo

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "clavo-packs/Recipe.h"
+
+#include <cstdint>
+#include <map>
+#include <vector>
+
+namespace clavo
+{
+
+/// All sounds of a pack by scancode: mono, 44,100 per second. Every sample is a whole number of
+/// 2^-23, as a file of 24 bits holds it.
+struct RenderedPack {
+    using Sounds = std::map<std::int64_t, std::vector<float>>;
+
+    Sounds press;
+    Sounds release;
+};
+
+/// How loud typingOf() is with every pack that renderPack() makes, in LUFS.
+inline constexpr double packLoudness = -23;
+
+/// The gain at which the program plays releases.
+inline constexpr double releasePlayback = 0.8;
+
+/// Renders a press and a release of every key of the layout. A sound starts with its first sample
+/// that is not 0, for which a key must not keep waiting, and ends with a single 0.
+///
+/// The whole pack is scaled to packLoudness. Throws std::runtime_error when a peak of it would then
+/// exceed 0.97 of full scale.
+[[nodiscard]] RenderedPack renderPack(const Recipe& recipe);
+
+/// A pangram as a fast typist types it with the pack, evenly, releases as soft as the program plays
+/// them. The pack has to hold the letters, the space bar and Return.
+[[nodiscard]] std::vector<float> typingOf(const RenderedPack& pack);
+
+} // namespace clavo
