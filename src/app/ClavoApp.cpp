@@ -42,7 +42,9 @@ void ClavoApp::answer(Instance::Request request)
 {
     switch (request) {
     case Instance::Request::openPanel:
-        m_panel.open(std::nullopt);
+        // The process that asks does not wait for a window to be made.
+        QMetaObject::invokeMethod(
+            &m_panel, [this] { m_panel.open(std::nullopt); }, Qt::QueuedConnection);
         break;
     case Instance::Request::toggle:
         m_state.toggle();
