@@ -28,7 +28,7 @@ Item {
     Item {
         id: plot
         // The outermost labels reach half their height beyond it.
-        anchors { fill: parent; topMargin: 6; rightMargin: 56; bottomMargin: metrics.height + 8 }
+        anchors { fill: parent; topMargin: 6; rightMargin: 60; bottomMargin: metrics.height + 8 }
 
         Repeater {
             model: chart.lines
@@ -89,22 +89,14 @@ Item {
                     y: -implicitHeight
                     text: day.date + ", " + qsTr("Keys") + " " + day.keys
                 }
-                Rectangle {
+                GradientBar {
                     objectName: "bar"
                     anchors { bottom: parent.bottom; horizontalCenter: parent.horizontalCenter }
                     width: 2 * Math.round(parent.width * 0.31)
                     height: Math.ceil(parent.height * day.fraction)
                     radius: Theme.barRadius
-                    gradient: Gradient {
-                        GradientStop {
-                            position: 0
-                            color: Theme.orange
-                        }
-                        GradientStop {
-                            position: 1
-                            color: Theme.pink
-                        }
-                    }
+                    topColor: Theme.orange
+                    bottomColor: Theme.pink
                 }
                 Rectangle {
                     objectName: "mark"
