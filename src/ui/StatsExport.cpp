@@ -3,12 +3,25 @@
 
 #include "stats/SnapshotFile.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QStandardPaths>
 #include <QWindow>
 
 namespace clavo
 {
+
+namespace
+{
+
+/// Not every user has a folder of that kind.
+QString documentsFolder()
+{
+    const auto folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QDir(folder).exists() ? folder : QDir::homePath();
+}
+
+} // namespace
 
 StatsExport::StatsExport(const StatsStore& stats) : m_stats(stats) {}
 
@@ -22,7 +35,7 @@ void StatsExport::ask(QWindow* window)
     m_dialog->setAcceptMode(QFileDialog::AcceptSave);
     m_dialog->setMimeTypeFilters({"application/json"});
     m_dialog->setDefaultSuffix("json");
-    m_dialog->setDirectory(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    m_dialog->setDirectory(documentsFolder());
     m_dialog->selectFile(QString::fromUtf8(exportFileName));
     m_dialog->winId(); // Makes the window that the other one is to be behind.
     m_dialog->windowHandle()->setTransientParent(window);
