@@ -53,7 +53,7 @@ Rien n’est enregistré, rien n’est envoyé.</translation>
     </message>
     <message>
         <source>Input Monitoring</source>
-        <translation>Surveillance des entrées</translation>
+        <translation>Surveillance de l’entrée</translation>
     </message>
     <message>
         <source>Granted</source>

@@ -46,6 +46,7 @@ RowLayout {
 
         ToolTip {
             id: help
+            objectName: "help"
             text: qsTr("Turn on / off (⇧⌘K)")
             visible: onOff.hovered
         }

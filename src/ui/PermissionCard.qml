@@ -54,10 +54,12 @@ Card {
             spacing: 8
 
             Button {
+                horizontalPadding: 10 // Both fit beside each other.
                 text: qsTr("Open Input Monitoring")
                 onClicked: root.appState.requestPermission()
             }
             Button {
+                horizontalPadding: 10
                 visible: root.appState.needsRelaunch
                 text: qsTr("Restart now")
                 onClicked: root.appState.relaunch()

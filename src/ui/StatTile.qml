@@ -27,7 +27,7 @@ Card {
     ColumnLayout {
         id: column
         anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter }
-        anchors.margins: 6
+        anchors.margins: 3
         spacing: 2
 
         Symbol {

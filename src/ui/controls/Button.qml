@@ -19,6 +19,7 @@ T.Button {
     implicitHeight: 28
     horizontalPadding: 12
     font.pixelSize: Theme.bodySize
+    hoverEnabled: true
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
     Accessible.name: text

@@ -14,6 +14,7 @@ T.ComboBox {
     leftPadding: 12
     rightPadding: 30
     font.pixelSize: Theme.bodySize
+    hoverEnabled: true
 
     delegate: T.ItemDelegate {
         id: choice

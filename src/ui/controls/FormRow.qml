@@ -13,7 +13,8 @@ Item {
 
     Layout.fillWidth: true
     implicitWidth: line.implicitWidth + 2 * Theme.spacing
-    implicitHeight: Math.max(line.implicitHeight + 2 * 8, 40)
+    // A row with a button is as high as one without.
+    implicitHeight: Math.max(line.implicitHeight + 2 * 6, 40)
 
     RowLayout {
         id: line

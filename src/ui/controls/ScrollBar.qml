@@ -10,6 +10,7 @@ T.ScrollBar {
     implicitWidth: 10
     visible: size < 1
     minimumSize: 0.1
+    hoverEnabled: true
 
     contentItem: Item {
         Rectangle {

@@ -8,10 +8,19 @@ import Clavo.Controls
 T.Switch {
     id: root
 
+    // As the space key does.
+    function turn() {
+        toggle();
+        toggled();
+    }
+
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: Math.max(implicitContentHeight, implicitIndicatorHeight) + topPadding + bottomPadding
     rightPadding: indicator.width + (text ? Theme.spacing : 0)
     font.pixelSize: Theme.bodySize
+    hoverEnabled: true
+    Keys.onReturnPressed: turn()
+    Keys.onEnterPressed: turn()
     Accessible.name: text
 
     indicator: Rectangle {

@@ -10,13 +10,24 @@ T.TabButton {
     required property string symbol
     readonly property color foreground: checked ? Theme.accentText : Theme.secondaryText
 
-    implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, 84)
+    // As wide as when it is checked, so that no tab moves.
+    implicitWidth: Math.max(Math.ceil(widest.advanceWidth) + leftPadding + rightPadding, 84)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     horizontalPadding: 12
     verticalPadding: 6
+    hoverEnabled: true
+    focusPolicy: checked ? Qt.StrongFocus : Qt.ClickFocus
     font.pixelSize: Theme.captionSize
     font.weight: checked ? Font.DemiBold : Font.Normal
     Accessible.name: text
+
+    TextMetrics {
+        id: widest
+        text: root.text
+        font.family: root.font.family
+        font.pixelSize: root.font.pixelSize
+        font.weight: Font.DemiBold
+    }
 
     background: Rectangle {
         radius: Theme.rowRadius

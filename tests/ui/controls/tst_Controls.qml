@@ -45,6 +45,15 @@ TestCase {
         verify(!ring.visible);
     }
 
+    function rowsIn(item) {
+        const found = [];
+        for (let i = 0; i < item.children.length; ++i) {
+            const child = item.children[i];
+            found.push(...(child instanceof FormRow ? [child] : rowsIn(child)));
+        }
+        return found;
+    }
+
     function separatorsIn(item) {
         const found = [];
         for (let i = 0; i < item.children.length; ++i) {
@@ -135,6 +144,18 @@ TestCase {
     }
 
     Component {
+        id: buttonRow
+
+        FormRow {
+            label: "Permission"
+
+            Button {
+                text: "Grant…"
+            }
+        }
+    }
+
+    Component {
         id: confirmation
 
         ConfirmationDialog {
@@ -145,9 +166,14 @@ TestCase {
 
     function test_switch() {
         const control = createTemporaryObject(aSwitch, test) as Switch;
+        const spy = spyOn(control, "toggled");
         verifyReachable(control, Accessible.CheckBox, "Mouse clicks");
+        keyClick(Qt.Key_Return);
+        keyClick(Qt.Key_Enter);
+        verify(!control.checked);
         keyClick(Qt.Key_Space);
         verify(control.checked);
+        compare(spy.count, 3);
         mouseClick(control, 5, control.height / 2);
         verify(!control.checked);
         verifyRing(control);
@@ -232,11 +258,37 @@ TestCase {
         verifyReachable(first, Accessible.PageTab, "General");
         keyClick(Qt.Key_Right);
         compare(bar.currentIndex, 1);
+        verify(bar.itemAt(1).visualFocus);
         keyClick(Qt.Key_Right);
         keyClick(Qt.Key_Right);
         compare(bar.currentIndex, 2);
         keyClick(Qt.Key_Left);
         compare(bar.currentIndex, 1);
+    }
+
+    function test_tabReachesTheChosenTabAlone() {
+        const bar = createTemporaryObject(tabs, test, {currentIndex: 1}) as TabBar;
+        const next = createTemporaryObject(aButton, test) as Button;
+        verifyReachable(bar.itemAt(1), Accessible.PageTab, "Statistics");
+        keyClick(Qt.Key_Tab);
+        verify(next.activeFocus);
+    }
+
+    function test_noTabMovesWhenAnotherIsChosen() {
+        const bar = createTemporaryObject(tabs, test) as TabBar;
+        bar.itemAt(0).text = "Statistiques de la semaine";
+        bar.itemAt(1).text = "Einstellungen der Woche";
+        const width = bar.implicitWidth;
+        const start = bar.itemAt(1).x;
+        bar.currentIndex = 1;
+        compare(bar.implicitWidth, width);
+        compare(bar.itemAt(1).x, start);
+    }
+
+    function test_aRowIsAsHighWithAButton() {
+        const form = createTemporaryObject(section, test) as FormSection;
+        const button = createTemporaryObject(buttonRow, test) as FormRow;
+        compare(button.implicitHeight, rowsIn(form)[0].implicitHeight);
     }
 
     function test_lineBetweenTheRowsOfASection() {

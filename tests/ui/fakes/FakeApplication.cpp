@@ -38,9 +38,9 @@ public:
             addPacks();
         if (kind == WithLongNames)
             addLongNames();
-        permission = kind != WithoutPermission && kind != BeforeRelaunch;
+        permission = kind != WithoutPermission;
         if (kind == BeforeRelaunch)
-            permitTooSoon();
+            needRelaunch();
         m_language.emplace(state().defaults());
     }
 
@@ -71,15 +71,6 @@ private:
         addPack(builtInPacks(), "cherrymx-red-abs",
                 "The red ones, as they were recorded on a long afternoon in autumn", "linear");
     }
-    void permitTooSoon()
-    {
-        const auto seconds = startedAt.time_since_epoch();
-        stored["permissionRelaunch"] = std::chrono::duration<double>(seconds).count();
-        state();
-        time.advance(std::chrono::seconds(2));
-        freshProcess(true);
-    }
-
     std::optional<LanguageSetting> m_language;
 };
 

@@ -7,6 +7,7 @@
 // rests. Each is pictured in the light and the dark look, in a scene made anew. QT_SCALE_FACTOR is
 // the scale.
 #include "app/AppLanguage.h"
+#include "app/CommandLine.h"
 #include "app/Translation.h"
 #include "ui/fakes/FakeDesktop.h"
 #include "ui/fakes/TestModules.h"
@@ -31,6 +32,8 @@ namespace
 
 // Longer than any transition.
 constexpr std::chrono::milliseconds timeToSettle{250};
+// Longer than a help text lets itself be waited for.
+constexpr std::chrono::milliseconds timeToRest{900};
 constexpr auto accent = "#3584e4";
 
 struct Look {
@@ -61,8 +64,9 @@ std::unique_ptr<QQuickView> shown(QQmlEngine& engine, const QString& file, const
     // A pointer that rests where the last scene had it would hover over this one.
     QTest::mouseMove(view.get(), QPoint(0, 0));
     view->rootObject()->setState(state);
-    QTest::mouseMove(view.get(), view->rootObject()->property("pointer").toPoint());
-    QTest::qWait(static_cast<int>(timeToSettle.count()));
+    const auto pointer = view->rootObject()->property("pointer").toPoint();
+    QTest::mouseMove(view.get(), pointer);
+    QTest::qWait(static_cast<int>((pointer.isNull() ? timeToSettle : timeToRest).count()));
     return view;
 }
 
@@ -93,6 +97,7 @@ bool picture(QQmlEngine& engine, const QString& file, const QDir& folder)
 int main(int argc, char* argv[])
 {
     QGuiApplication application(argc, argv);
+    QGuiApplication::setApplicationVersion(QString::fromUtf8(clavo::version()));
     const auto arguments = QGuiApplication::arguments();
     const auto language =
         arguments.size() < 4 ? std::nullopt : clavo::appLanguage(arguments[2].toStdString());

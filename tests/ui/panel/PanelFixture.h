@@ -16,6 +16,7 @@
 
 #include <functional>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -105,6 +106,22 @@ protected:
                 found.push_back(item);
         });
         return found;
+    }
+
+    QQuickItem& row(const std::string& name)
+    {
+        for (auto* const item : all("row"))
+            if (item->property("text").toString().toStdString() == name)
+                return *item;
+        throw std::runtime_error("no row " + name);
+    }
+    QQuickItem& button(const QString& text)
+    {
+        const auto found = itemsThat([&](auto* item) {
+            return item->inherits("QQuickButton") && item->property("text") == text;
+        });
+        EXPECT_EQ(found.size(), 1U) << text.toStdString();
+        return *found.at(0);
     }
 
     static QPoint middle(const QQuickItem& item)

@@ -133,6 +133,10 @@ TEST_F(GeneralTab, AGrantedPermissionIsSaidWithoutButtons)
     openTab();
 
     EXPECT_THAT(texts(), Contains("Granted"));
+    EXPECT_NE(visibleItems([](auto& item) {
+                  return item.property("name") == "checkmark.seal.fill";
+              }).size(),
+              0U);
     EXPECT_EQ(control("Grant…"), nullptr);
     EXPECT_EQ(control("Restart now"), nullptr);
 }
@@ -148,6 +152,17 @@ TEST_F(GeneralTab, AMissingPermissionIsAskedFor)
     click(control("Grant…"));
 
     EXPECT_EQ(access->requests, before + 1);
+}
+
+TEST_F(GeneralTab, OffersTheRestartThatThePermissionNeeds)
+{
+    needRelaunch();
+    openTab();
+
+    EXPECT_NE(control("Grant…"), nullptr);
+    click(control("Restart now"));
+
+    EXPECT_EQ(relauncher->opened, 1);
 }
 
 TEST_F(GeneralTab, OpensThePacksFolderWhichIsThereThen)
@@ -173,6 +188,11 @@ TEST_F(GeneralTab, RefreshFindsAddedAndRemovedPacksAndLoadsTheSelectedOneAgain)
     EXPECT_EQ(state().packs().size(), 2U);
     EXPECT_EQ(state().selectedPack()->id, "second");
     EXPECT_THAT(lines(), Contains("pack chargé : second"));
+
+    std::filesystem::remove_all(builtInPacks() / "second");
+    click(control("Refresh"));
+    EXPECT_EQ(state().packs().size(), 1U);
+    EXPECT_EQ(state().selectedPack()->id, "first");
 }
 
 } // namespace

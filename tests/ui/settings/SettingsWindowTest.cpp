@@ -154,17 +154,45 @@ TEST_F(SettingsWindowTest, TabVisitsTheGeneralControlsInOrder)
     open(Tab::general);
     control("General")->forceActiveFocus(Qt::TabFocusReason);
 
-    EXPECT_EQ(tabOrder(), QStringList({"General", "Statistics", "About", "Open Clavo at login",
-                                       "Language", "Open packs folder", "Refresh"}));
+    EXPECT_EQ(tabOrder(), QStringList({"General", "Open Clavo at login", "Language",
+                                       "Open packs folder", "Refresh"}));
 }
 
 TEST_F(SettingsWindowTest, TabVisitsTheStatisticsControlsInOrder)
 {
     open(Tab::stats);
-    control("General")->forceActiveFocus(Qt::TabFocusReason);
+    control("Statistics")->forceActiveFocus(Qt::TabFocusReason);
 
-    EXPECT_EQ(tabOrder(),
-              QStringList({"General", "Statistics", "About", "Export as JSON…", "Reset…"}));
+    EXPECT_EQ(tabOrder(), QStringList({"Statistics", "Export as JSON…", "Reset…"}));
+}
+
+TEST_F(SettingsWindowTest, ARingShowsWhereTheFocusIs)
+{
+    const auto rings = [] {
+        return visibleItems([](auto& item) {
+            return std::string_view(item.metaObject()->className()).starts_with("FocusRing");
+        });
+    };
+    for (const auto tab : {Tab::general, Tab::stats}) {
+        open(tab);
+        control("General")->forceActiveFocus(Qt::TabFocusReason);
+        for (int i = 0; i < 5; ++i) {
+            QTest::keyClick(&window(), Qt::Key_Tab);
+            auto* const focused = window().activeFocusItem();
+            ASSERT_EQ(rings().size(), 1U)
+                << qPrintable(accessible(focused).text(QAccessible::Name));
+            EXPECT_TRUE(focused->isAncestorOf(rings().front()));
+        }
+    }
+}
+
+TEST_F(SettingsWindowTest, TheTabsHaveTheirSymbols)
+{
+    open();
+
+    EXPECT_EQ(control("General")->property("symbol"), "gearshape");
+    EXPECT_EQ(control("Statistics")->property("symbol"), "chart.bar.xaxis");
+    EXPECT_EQ(control("About")->property("symbol"), "info.circle");
 }
 
 TEST_F(SettingsWindowTest, EveryControlHasANameAndARole)

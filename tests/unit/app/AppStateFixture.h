@@ -88,6 +88,18 @@ protected:
         return *m_state;
     }
 
+    /// Makes the state one whose permission was granted, but so soon after a relaunch that the user
+    /// has to ask for the next one.
+    void needRelaunch()
+    {
+        permission = false;
+        const auto seconds = startedAt.time_since_epoch();
+        stored["permissionRelaunch"] = std::chrono::duration<double>(seconds).count();
+        state();
+        time.advance(2s);
+        freshProcess(true);
+    }
+
     /// The first frame that is rendered next: left and right.
     std::array<float, 2> heard()
     {

@@ -64,6 +64,16 @@ TEST_F(TypingFiguresTest, AreThereFromTheStart)
     EXPECT_EQ(figures->days().back().count, 1234);
 }
 
+TEST_F(TypingFiguresTest, AreWrittenAsTheUsersLocaleWritesThem)
+{
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+
+    figures->read();
+
+    EXPECT_EQ(figures->today(), "1.234");
+    EXPECT_EQ(figures->total(), "413.674");
+}
+
 TEST_F(TypingFiguresTest, HoldNoKeyUp)
 {
     type(1);

@@ -36,15 +36,15 @@ Rectangle {
         },
         State {
             name: "hover"
-            PropertyChanges { root.pointer: Qt.point(120, 250) }
+            PropertyChanges { root.pointer: Qt.point(120, 283) }
         },
         State {
             name: "focusList"
-            StateChangeScript { script: root.focusAfter(3) }
+            StateChangeScript { script: root.focusAfter(2) }
         },
         State {
             name: "focusQuit"
-            StateChangeScript { script: root.focusAfter(10) }
+            StateChangeScript { script: root.focusAfter(9) }
         }
     ]
 

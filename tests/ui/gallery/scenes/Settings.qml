@@ -32,11 +32,11 @@ Rectangle {
         },
         State {
             name: "focusSwitch"
-            StateChangeScript { script: root.focusAfter(4) }
+            StateChangeScript { script: root.focusAfter(2) }
         },
         State {
             name: "focusRefresh"
-            StateChangeScript { script: root.focusAfter(7) }
+            StateChangeScript { script: root.focusAfter(5) }
         },
         State {
             name: "stats"
@@ -60,7 +60,7 @@ Rectangle {
             name: "statsHover"
             PropertyChanges {
                 view.tab: SettingsView.Tab.Stats
-                root.pointer: Qt.point(80, 463)
+                root.pointer: Qt.point(80, 250)
             }
         },
         State {
