@@ -1,35 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "desktop/program/ProgramFixture.h"
-#include "desktop/tray/ProgramWindows.h"
+#include "desktop/program/WindowFixture.h"
 
 namespace clavo
 {
 namespace
 {
 
-class ProgramPanel : public ProgramFixture
+class ProgramPanel : public WindowFixture
 {
-protected:
-    static constexpr std::uint32_t keyEscape = 1;
-    static constexpr int width = 330;
-
-    /// Starts the program once more; true once that has ended well.
-    [[nodiscard]] bool startAgain() const
-    {
-        RunningProgram second(user.path());
-        return second.endsWith(0);
-    }
-    static bool opens()
-    {
-        return EventLoop::until([] {
-            const auto window = openWindow("clavo");
-            return window && window->width() == width;
-        });
-    }
-    static bool closes()
-    {
-        return EventLoop::until([] { return !openWindow("clavo"); });
-    }
 };
 
 TEST_F(ProgramPanel, IsNotThereUnasked)
@@ -46,12 +24,12 @@ TEST_F(ProgramPanel, ASecondStartOpensItAndEscapeClosesIt)
     ASSERT_TRUE(program.listens());
 
     EXPECT_TRUE(startAgain());
-    ASSERT_TRUE(opens());
+    ASSERT_TRUE(opens(panelWidth));
     hands.strike(keyEscape);
     EXPECT_TRUE(closes());
 
     EXPECT_TRUE(startAgain());
-    EXPECT_TRUE(opens());
+    EXPECT_TRUE(opens(panelWidth));
 }
 
 TEST_F(ProgramPanel, KeysAreHeardAndCountedWhileItIsOpen)
@@ -59,7 +37,7 @@ TEST_F(ProgramPanel, KeysAreHeardAndCountedWhileItIsOpen)
     RunningProgram program(user.path());
     ASSERT_TRUE(program.listens());
     ASSERT_TRUE(startAgain());
-    ASSERT_TRUE(opens());
+    ASSERT_TRUE(opens(panelWidth));
     SinkRecorder recorder(desktopSink);
     ASSERT_TRUE(EventLoop::until([&] { return recorder.frames() > 0; }));
 

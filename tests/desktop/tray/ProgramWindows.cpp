@@ -3,6 +3,7 @@
 
 #include "platform/x11/Xcb.h"
 
+#include <ranges>
 #include <vector>
 
 namespace clavo
@@ -19,7 +20,8 @@ public:
 
     [[nodiscard]] std::optional<QRect> onTheDesktop() const
     {
-        for (const auto window : children(m_desktop.root)) {
+        const auto fromTheBottom = children(m_desktop.root);
+        for (const auto window : std::views::reverse(fromTheBottom)) {
             if (isTheProgram(window) && isSeen(window))
                 return place(window);
         }
@@ -39,6 +41,13 @@ public:
             }
         }
         return {};
+    }
+
+    [[nodiscard]] bool isFocused() const
+    {
+        const Owned<xcb_get_input_focus_reply_t> focus{
+            xcb_get_input_focus_reply(server(), xcb_get_input_focus(server()), nullptr)};
+        return focus && isTheProgram(focus->focus);
     }
 
 private:
@@ -101,6 +110,11 @@ std::optional<QRect> embeddedWindow(std::string_view program)
 std::optional<QRect> openWindow(std::string_view program)
 {
     return Search(program).onTheDesktop();
+}
+
+bool hasFocus(std::string_view program)
+{
+    return Search(program).isFocused();
 }
 
 } // namespace clavo

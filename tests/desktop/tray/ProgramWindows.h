@@ -12,7 +12,10 @@ namespace clavo
 /// Where a window of this program is on the screen, if it is seen inside another program's window.
 [[nodiscard]] std::optional<QRect> embeddedWindow(std::string_view program);
 
-/// Where the window is that this program has opened on the desktop itself.
+/// Where the window is that this program has opened on the desktop itself; the uppermost one.
 [[nodiscard]] std::optional<QRect> openWindow(std::string_view program);
+
+/// Whether the keys go to a window of this program.
+[[nodiscard]] bool hasFocus(std::string_view program);
 
 } // namespace clavo

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "desktop/tray/HostPrograms.h"
 #include "desktop/x11/EventLoop.h"
 #include "desktop/x11/Hands.h"
 
-#include <QProcess>
 #include <QRect>
 #include <QStringList>
 #include <gtest/gtest.h>
@@ -14,24 +14,6 @@
 namespace clavo
 {
 
-/// A process that ends with the test.
-class Child
-{
-public:
-    Child(const QString& program, const QStringList& arguments);
-    ~Child();
-    Child(const Child&) = delete;
-    Child& operator=(const Child&) = delete;
-
-    void write(const QByteArray& line);
-    /// The lines of its standard output so far.
-    [[nodiscard]] QStringList lines();
-
-private:
-    QProcess m_process;
-    QByteArray m_output;
-};
-
 /// A desktop whose tray hosts come and go, and a program that puts an item there. A program of each
 /// test's own: Qt decides some things about trays once in a process.
 class TrayFixture : public testing::Test
@@ -40,10 +22,10 @@ protected:
     TrayFixture();
 
     void startProgram();
-    void startXEmbedHost();
-    void startStatusNotifierHost();
-    void stopXEmbedHost() { m_xembedHost.reset(); }
-    void stopStatusNotifierHost();
+    void startXEmbedHost() { m_hosts.startXEmbedHost(); }
+    void startStatusNotifierHost() { m_hosts.startStatusNotifierHost(); }
+    void stopXEmbedHost() { m_hosts.stopXEmbedHost(); }
+    void stopStatusNotifierHost() { m_hosts.stopStatusNotifierHost(); }
 
     /// Waits for the item to be in the tray.
     [[nodiscard]] bool isDocked();
@@ -52,7 +34,7 @@ protected:
     /// Where the XEmbed host has put the item.
     [[nodiscard]] std::optional<QRect> dockedPlace();
     /// The items that the StatusNotifier hosts show, as "service/path".
-    [[nodiscard]] static QStringList registeredItems();
+    [[nodiscard]] static QStringList registeredItems() { return HostPrograms::registeredItems(); }
 
     void click(QPoint point, int button = 1);
 
@@ -65,8 +47,7 @@ protected:
     Hands hands;
 
 private:
-    std::optional<Child> m_xembedHost;
-    std::optional<Child> m_statusNotifierHost;
+    HostPrograms m_hosts;
     std::optional<Child> m_program;
 };
 
