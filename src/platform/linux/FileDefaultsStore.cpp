@@ -50,8 +50,8 @@ std::optional<json> readObject(const std::filesystem::path& file)
 
 } // namespace
 
-FileDefaultsStore::FileDefaultsStore(std::filesystem::path file)
-    : m_file(std::move(file)), m_stored(std::make_unique<json>(json::object()))
+FileDefaultsStore::FileDefaultsStore(std::filesystem::path file, Changes changes)
+    : m_file(std::move(file)), m_changes(changes), m_stored(std::make_unique<json>(json::object()))
 {
     std::error_code error;
     if (!std::filesystem::exists(m_file, error))
@@ -60,6 +60,8 @@ FileDefaultsStore::FileDefaultsStore(std::filesystem::path file)
         *m_stored = std::move(*object);
         return;
     }
+    if (m_changes == Changes::forgotten)
+        return;
     auto aside = m_file;
     aside += ".broken";
     std::filesystem::rename(m_file, aside, error);
@@ -104,6 +106,8 @@ void FileDefaultsStore::removeValue(std::string_view key)
 // the volume slider.
 void FileDefaultsStore::write() const
 {
+    if (m_changes == Changes::forgotten)
+        return;
     std::error_code error;
     std::filesystem::create_directories(m_file.parent_path(), error);
     auto next = m_file;

@@ -19,8 +19,12 @@ namespace clavo
 class FileDefaultsStore : public DefaultsStore
 {
 public:
+    /// Whether changes reach the file, or last as long as the store and leave the file alone, even
+    /// one that is to be set aside.
+    enum class Changes { written, forgotten };
+
     /// Reads the file, which need not exist yet; nor need its folder.
-    explicit FileDefaultsStore(std::filesystem::path file);
+    explicit FileDefaultsStore(std::filesystem::path file, Changes changes = Changes::written);
     ~FileDefaultsStore() override;
 
     void registerDefaults(std::map<std::string, DefaultsValue, std::less<>> defaults) override;
@@ -32,6 +36,7 @@ private:
     void write() const;
 
     std::filesystem::path m_file;
+    Changes m_changes;
     std::map<std::string, DefaultsValue, std::less<>> m_defaults;
     std::unique_ptr<nlohmann::json> m_stored;
 };

@@ -137,6 +137,31 @@ TEST_F(FileDefaultsStoreTest, ValueIsInMemoryWhenTheFolderCannotBeWritten)
     EXPECT_THAT(defaults.value("volume"), Optional(DefaultsValue(0.5)));
 }
 
+TEST_F(FileDefaultsStoreTest, ForgottenChangesAreSeenAndNeverReachTheFile)
+{
+    write(R"({"volume":0.5,"enabled":true})");
+    FileDefaultsStore defaults(m_file, FileDefaultsStore::Changes::forgotten);
+
+    EXPECT_THAT(defaults.value("volume"), Optional(DefaultsValue(0.5)));
+    defaults.setValue("volume", 0.25);
+    defaults.removeValue("enabled");
+
+    EXPECT_THAT(defaults.value("volume"), Optional(DefaultsValue(0.25)));
+    EXPECT_THAT(defaults.value("enabled"), Eq(std::nullopt));
+    EXPECT_EQ(contents(m_file), R"({"volume":0.5,"enabled":true})");
+}
+
+TEST_F(FileDefaultsStoreTest, WhereChangesAreForgottenABrokenFileStaysInItsPlace)
+{
+    write("no JSON at all");
+
+    const FileDefaultsStore defaults(m_file, FileDefaultsStore::Changes::forgotten);
+
+    EXPECT_THAT(defaults.value("volume"), Eq(std::nullopt));
+    EXPECT_EQ(contents(m_file), "no JSON at all");
+    EXPECT_FALSE(std::filesystem::exists(m_file.native() + ".broken"));
+}
+
 class BrokenSettings : public FileDefaultsStoreTest, public testing::WithParamInterface<const char*>
 {
 };
