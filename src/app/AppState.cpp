@@ -24,9 +24,16 @@ constexpr double relaunchGuard = 60; // Seconds; an automatic relaunch needs a l
 } // namespace
 
 AppState::AppState(Platform platform, Surroundings surroundings)
+    : AppState(std::move(platform), std::move(surroundings), nullptr)
+{
+}
+
+AppState::AppState(Platform platform, Surroundings surroundings, std::unique_ptr<StatsStore> stats)
     : m_platform(std::move(platform)), m_surroundings(std::move(surroundings)),
       m_hasPermission(m_platform.inputAccess->isGranted()),
-      m_stats(m_platform.applicationSupport, m_surroundings.stats),
+      m_stats(stats ? std::move(stats)
+                    : std::make_unique<StatsStore>(m_platform.applicationSupport,
+                                                   m_surroundings.stats)),
       m_sound(*m_platform.audioOutput, m_surroundings.runLater),
       m_input(*m_platform.eventTap, *m_platform.secureInput, *m_platform.screens,
               m_surroundings.uptime),

@@ -16,6 +16,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -60,6 +61,8 @@ public:
 
     /// Reads the settings, loads the packs and starts listening.
     AppState(Platform platform, Surroundings surroundings);
+    /// The same with these statistics; null are the user's own.
+    AppState(Platform platform, Surroundings surroundings, std::unique_ptr<StatsStore> stats);
 
     void setEnabled(bool enabled);
     /// Turns the sounds on or off, whichever they are not.
@@ -111,7 +114,7 @@ public:
     /// The folder for the user's own packs; it need not exist.
     [[nodiscard]] std::filesystem::path packsFolder() const;
     [[nodiscard]] Status status() const;
-    [[nodiscard]] StatsStore* stats() { return &m_stats; }
+    [[nodiscard]] StatsStore* stats() { return m_stats.get(); }
     [[nodiscard]] DefaultsStore& defaults() { return *m_platform.defaults; }
     [[nodiscard]] SoundEngine& sound() { return m_sound; }
     [[nodiscard]] const SoundEngine& sound() const { return m_sound; }
@@ -151,7 +154,7 @@ private:
     bool m_hasPermission = false;
     bool m_needsRelaunch = false;
     double m_lastScroll = 0; // Uptime of the last tick played, seconds.
-    StatsStore m_stats;
+    std::unique_ptr<StatsStore> m_stats;
     SoundEngine m_sound;
     InputMonitor m_input;
     std::optional<GlobalHotKey> m_hotKey;

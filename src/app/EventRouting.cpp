@@ -19,7 +19,7 @@ void AppState::handle(const InputMonitor::Event& event)
 void AppState::handle(const InputMonitor::Key& key)
 {
     if (key.down)
-        m_stats.record(keyInfo(key.code).isCharacter);
+        m_stats->record(keyInfo(key.code).isCharacter);
     playKey(m_sound, m_settings, key);
 }
 

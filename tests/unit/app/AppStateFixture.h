@@ -84,7 +84,7 @@ protected:
     AppState& state()
     {
         if (!m_state)
-            m_state = std::make_unique<AppState>(platform(), surroundings());
+            m_state = std::make_unique<AppState>(platform(), surroundings(), std::move(stats));
         return *m_state;
     }
 
@@ -136,6 +136,7 @@ protected:
     FakeRelauncher* relauncher = nullptr;
 
     std::map<std::string, DefaultsValue, std::less<>> stored; // Before the state is made.
+    std::unique_ptr<StatsStore> stats;                        // Null: the user's own.
     bool permission = true;
     LoginItem::Status loginStatus = LoginItem::Status::notRegistered;
     SimulatedTime time; // Of the main queue, and how far both clocks are past their start.
