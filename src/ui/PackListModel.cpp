@@ -68,6 +68,8 @@ QVariant PackListModel::data(const QModelIndex& index, int role) const
         return row.packID;
     case NameRole:
         return row.name;
+    case CategoryRole:
+        return QString::fromUtf8(rawValue(row.category));
     case CategoryTitleRole:
         return title(row.category);
     case SelectedRole:
@@ -81,6 +83,7 @@ QHash<int, QByteArray> PackListModel::roleNames() const
 {
     return {{PackIDRole, "packID"},
             {NameRole, "name"},
+            {CategoryRole, "category"},
             {CategoryTitleRole, "categoryTitle"},
             {SelectedRole, "selected"}};
 }

@@ -28,6 +28,7 @@ public:
     enum Role {
         PackIDRole = Qt::UserRole,
         NameRole,
+        CategoryRole, // The category's text in a manifest.
         CategoryTitleRole,
         SelectedRole, // The row's id is the one among the settings.
     };

@@ -66,6 +66,8 @@ TEST_F(PackListModelTest, GroupsThePacksByCategoryInTheOrderOfTheLibrary)
                 ElementsAre("Black", "Red", "Brown", "Blue", "Topre", "Mine"));
     EXPECT_THAT(column(PackListModel::PackIDRole),
                 ElementsAre("black", "red", "brown", "blue", "topre", "custom:mine"));
+    EXPECT_THAT(column(PackListModel::CategoryRole),
+                ElementsAre("linear", "linear", "tactile", "clicky", "special", "custom"));
     EXPECT_THAT(column(PackListModel::CategoryTitleRole),
                 ElementsAre("Linear", "Linear", "Tactile", "Clicky", "Special", "My packs"));
 }
