@@ -85,6 +85,44 @@ Nichts wird aufgezeichnet, nichts wird gesendet.</translation>
     </message>
 </context>
 <context>
+    <name>HeroSlide</name>
+    <message>
+        <source>Your keyboard, now satisfying.</source>
+        <translation>Ihre Tastatur, jetzt ein Genuss.</translation>
+    </message>
+    <message>
+        <source>Real mechanical keyboard sounds for every key, right from your menu bar.</source>
+        <translation>Echte Klänge mechanischer Tastaturen für jede Taste, direkt aus der Menüleiste.</translation>
+    </message>
+</context>
+<context>
+    <name>InstantSlide</name>
+    <message>
+        <source>Sounds right. Feels instant.</source>
+        <translation>Klingt richtig. Kommt sofort.</translation>
+    </message>
+    <message>
+        <source>Each sound starts 2 ms before impact, comes from the key&apos;s position and never repeats exactly.</source>
+        <translation>Jeder Klang beginnt 2 ms vor dem Anschlag, kommt vom Ort der Taste und wiederholt sich nie genau.</translation>
+    </message>
+    <message>
+        <source>2 ms</source>
+        <translation>2 ms</translation>
+    </message>
+    <message>
+        <source>before impact</source>
+        <translation>vor dem Anschlag</translation>
+    </message>
+    <message>
+        <source>pitch variations</source>
+        <translation>Tonhöhen</translation>
+    </message>
+    <message>
+        <source>keys recorded</source>
+        <translation>aufgenommene Tasten</translation>
+    </message>
+</context>
+<context>
     <name>MenuBarItem</name>
     <message>
         <source>Sounds</source>
@@ -199,6 +237,33 @@ Nichts wird aufgezeichnet, nichts wird gesendet.</translation>
     </message>
 </context>
 <context>
+    <name>PrivacySlide</name>
+    <message>
+        <source>Private by design.</source>
+        <translation>Privat von Grund auf.</translation>
+    </message>
+    <message>
+        <source>Clavo hears that a key moved, never which one.</source>
+        <translation>Clavo hört, dass sich eine Taste bewegt, nie welche.</translation>
+    </message>
+    <message>
+        <source>Nothing recorded, nothing sent</source>
+        <translation>Nichts aufgezeichnet, nichts gesendet</translation>
+    </message>
+    <message>
+        <source>Silent in password fields</source>
+        <translation>Stumm in Passwortfeldern</translation>
+    </message>
+    <message>
+        <source>Mute anywhere with ⇧⌘K</source>
+        <translation>Überall stumm mit ⇧⌘K</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>Allgemein</translation>
+    </message>
+</context>
+<context>
     <name>SettingsView</name>
     <message>
         <source>General</source>
@@ -248,6 +313,21 @@ Nichts wird aufgezeichnet, nichts wird gesendet.</translation>
     <message>
         <source>Keys</source>
         <translation>Tasten</translation>
+    </message>
+</context>
+<context>
+    <name>StatsSlide</name>
+    <message>
+        <source>Your typing, in numbers.</source>
+        <translation>Ihr Tippen in Zahlen.</translation>
+    </message>
+    <message>
+        <source>Keys per day, streaks and your best speed. Stored only on your Mac.</source>
+        <translation>Tasten pro Tag, Serien und Ihr bestes Tempo. Nur auf Ihrem Computer gespeichert.</translation>
+    </message>
+    <message>
+        <source>Statistics</source>
+        <translation>Statistik</translation>
     </message>
 </context>
 <context>
@@ -302,6 +382,17 @@ Nichts wird aufgezeichnet, nichts wird gesendet.</translation>
     <message>
         <source>System</source>
         <translation>System</translation>
+    </message>
+</context>
+<context>
+    <name>SwitchesSlide</name>
+    <message>
+        <source>8 real switches, recorded key by key.</source>
+        <translation>8 echte Schalter, Taste für Taste aufgenommen.</translation>
+    </message>
+    <message>
+        <source>Linear, tactile, clicky or Topre. Hover to hear, click to switch.</source>
+        <translation>Linear, taktil, klickend oder Topre. Zeigen zum Hören, klicken zum Wechseln.</translation>
     </message>
 </context>
 </TS>

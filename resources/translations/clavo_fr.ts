@@ -85,6 +85,44 @@ Rien n’est enregistré, rien n’est envoyé.</translation>
     </message>
 </context>
 <context>
+    <name>HeroSlide</name>
+    <message>
+        <source>Your keyboard, now satisfying.</source>
+        <translation>Votre clavier, enfin un plaisir.</translation>
+    </message>
+    <message>
+        <source>Real mechanical keyboard sounds for every key, right from your menu bar.</source>
+        <translation>De vrais sons de clavier mécanique pour chaque touche, depuis la barre des menus.</translation>
+    </message>
+</context>
+<context>
+    <name>InstantSlide</name>
+    <message>
+        <source>Sounds right. Feels instant.</source>
+        <translation>Le bon son. À l’instant.</translation>
+    </message>
+    <message>
+        <source>Each sound starts 2 ms before impact, comes from the key&apos;s position and never repeats exactly.</source>
+        <translation>Chaque son commence 2 ms avant l’impact, vient de la place de la touche et ne se répète jamais à l’identique.</translation>
+    </message>
+    <message>
+        <source>2 ms</source>
+        <translation>2 ms</translation>
+    </message>
+    <message>
+        <source>before impact</source>
+        <translation>avant l’impact</translation>
+    </message>
+    <message>
+        <source>pitch variations</source>
+        <translation>variations de hauteur</translation>
+    </message>
+    <message>
+        <source>keys recorded</source>
+        <translation>touches enregistrées</translation>
+    </message>
+</context>
+<context>
     <name>MenuBarItem</name>
     <message>
         <source>Sounds</source>
@@ -199,6 +237,33 @@ Rien n’est enregistré, rien n’est envoyé.</translation>
     </message>
 </context>
 <context>
+    <name>PrivacySlide</name>
+    <message>
+        <source>Private by design.</source>
+        <translation>Privé par conception.</translation>
+    </message>
+    <message>
+        <source>Clavo hears that a key moved, never which one.</source>
+        <translation>Clavo entend qu’une touche a bougé, jamais laquelle.</translation>
+    </message>
+    <message>
+        <source>Nothing recorded, nothing sent</source>
+        <translation>Rien d’enregistré, rien d’envoyé</translation>
+    </message>
+    <message>
+        <source>Silent in password fields</source>
+        <translation>Muet dans les champs de mot de passe</translation>
+    </message>
+    <message>
+        <source>Mute anywhere with ⇧⌘K</source>
+        <translation>Muet partout avec ⇧⌘K</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>Général</translation>
+    </message>
+</context>
+<context>
     <name>SettingsView</name>
     <message>
         <source>General</source>
@@ -248,6 +313,21 @@ Rien n’est enregistré, rien n’est envoyé.</translation>
     <message>
         <source>Keys</source>
         <translation>Touches</translation>
+    </message>
+</context>
+<context>
+    <name>StatsSlide</name>
+    <message>
+        <source>Your typing, in numbers.</source>
+        <translation>Votre frappe, en chiffres.</translation>
+    </message>
+    <message>
+        <source>Keys per day, streaks and your best speed. Stored only on your Mac.</source>
+        <translation>Touches par jour, séries et meilleure vitesse. Stockées uniquement sur votre ordinateur.</translation>
+    </message>
+    <message>
+        <source>Statistics</source>
+        <translation>Statistiques</translation>
     </message>
 </context>
 <context>
@@ -302,6 +382,17 @@ Rien n’est enregistré, rien n’est envoyé.</translation>
     <message>
         <source>System</source>
         <translation>Système</translation>
+    </message>
+</context>
+<context>
+    <name>SwitchesSlide</name>
+    <message>
+        <source>8 real switches, recorded key by key.</source>
+        <translation>8 vrais switchs, enregistrés touche par touche.</translation>
+    </message>
+    <message>
+        <source>Linear, tactile, clicky or Topre. Hover to hear, click to switch.</source>
+        <translation>Linéaire, tactile, clicky ou Topre. Survolez pour écouter, cliquez pour changer.</translation>
     </message>
 </context>
 </TS>

@@ -4,12 +4,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
 #include <utility>
 
 namespace clavo
-{
-namespace
 {
 
 command::Misuse misuse(std::string_view what, std::string_view argument)
@@ -17,10 +16,9 @@ command::Misuse misuse(std::string_view what, std::string_view argument)
     return {fmt::format("clavo: {} '{}'\nTry 'clavo --help'.\n", what, argument)};
 }
 
-} // namespace
-
 Command parseCommandLine(std::span<const char* const> arguments)
 {
+    // Anywhere, even where the name of a folder is expected.
     const auto isAccessCheck = [](std::string_view argument) {
         return argument == "--check-input-access";
     };
@@ -33,7 +31,9 @@ Command parseCommandLine(std::span<const char* const> arguments)
         if (command.index() < wanted.index())
             wanted = std::move(command);
     };
-    for (const std::string_view argument : arguments) {
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string_view argument = arguments[i];
+        const bool hasNext = i + 1 < arguments.size();
         if (argument == "--help")
             want(command::ShowHelp{});
         else if (argument == "--version")
@@ -46,6 +46,12 @@ Command parseCommandLine(std::span<const char* const> arguments)
             want(command::Toggle{});
         else if (argument == replaceOption)
             want(command::Replace{});
+        else if (argument == "--screenshots" && hasNext)
+            want(command::TakeScreenshots{arguments[++i]});
+        else if (argument == "--scene" && hasNext)
+            want(command::ShowScene{arguments[++i]});
+        else if (argument == "--screenshots" || argument == "--scene")
+            continue;
         else if (argument.starts_with("-"))
             want(misuse("unknown option", argument));
         else
@@ -71,6 +77,8 @@ Options:
                          with --json
   --replace              start in the place of the running Clavo
   --check-input-access   exit with 0 if input may be heard and with 1 if not; start nothing
+  --screenshots DIR      draw the presentation's pictures into DIR and exit
+  --scene NAME           show a scene with demonstration data: menu, stats or general
   --version              print the version and exit
   --help                 print this text and exit
 

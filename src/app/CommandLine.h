@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <filesystem>
 #include <span>
 #include <string>
 #include <string_view>
@@ -37,6 +38,16 @@ struct ShowStatus {
 struct Toggle {
     friend bool operator==(const Toggle&, const Toggle&) = default;
 };
+/// Draw the presentation's pictures into the folder.
+struct TakeScreenshots {
+    std::filesystem::path folder;
+    friend bool operator==(const TakeScreenshots&, const TakeScreenshots&) = default;
+};
+/// Show the scene of this name, if there is one, for somebody to record.
+struct ShowScene {
+    std::string name;
+    friend bool operator==(const ShowScene&, const ShowScene&) = default;
+};
 /// Start, and have the running instance end.
 struct Replace {
     friend bool operator==(const Replace&, const Replace&) = default;
@@ -48,16 +59,21 @@ struct Start {
 } // namespace command
 
 /// In order of precedence: of several that are asked for at once, the first of this list is done.
-using Command = std::variant<command::CheckInputAccess, command::Misuse, command::ShowHelp,
-                             command::ShowVersion, command::ShowStatus, command::Toggle,
-                             command::Replace, command::Start>;
+using Command =
+    std::variant<command::CheckInputAccess, command::Misuse, command::ShowHelp,
+                 command::ShowVersion, command::ShowStatus, command::Toggle,
+                 command::TakeScreenshots, command::ShowScene, command::Replace, command::Start>;
 
 inline constexpr int misuseStatus = 2; // How a process with a Misuse exits.
 
 inline constexpr std::string_view replaceOption = "--replace";
 
-/// Reads the arguments that follow the program's name.
+/// Reads the arguments that follow the program's name. An option whose own argument is missing
+/// counts as not given.
 [[nodiscard]] Command parseCommandLine(std::span<const char* const> arguments);
+
+/// What is wrong with an argument.
+[[nodiscard]] command::Misuse misuse(std::string_view what, std::string_view argument);
 
 /// The program's, "0.1.0".
 [[nodiscard]] std::string_view version();

@@ -5,21 +5,48 @@
 #include "app/CommandLine.h"
 #include "app/Instance.h"
 #include "app/Translation.h"
+#include "log/Log.h"
 #include "platform/Platform.h"
+#include "presentation/Demonstration.h"
+#include "presentation/LiveScene.h"
+#include "presentation/Screenshots.h"
+#include "ui/controls/Appearance.h"
 
 #include <QApplication>
+#include <QLoggingCategory>
+#include <QQuickWindow>
 #include <QSessionManager>
 
 #include <cstdlib>
 #include <iostream>
+#include <memory>
 #include <optional>
 #include <span>
+#include <string_view>
+#include <utility>
 #include <variant>
 
 namespace clavo
 {
 namespace
 {
+
+void translate(const DefaultsStore& defaults)
+{
+    const auto system = systemLanguages();
+    installTranslation(interfaceLanguage(preferredLanguages(defaults, system)));
+}
+
+/// The state that is shown in place of the user's own, which it does not touch.
+std::unique_ptr<AppState> makeDemonstration()
+{
+    log::setSink([](log::Level, std::string_view) {});
+    auto platform = makeDemonstrationPlatform();
+    setDemonstrationSettings(*platform.defaults);
+    auto surroundings = AppState::Surroundings::real(platform.executable);
+    return std::make_unique<AppState>(std::move(platform), std::move(surroundings),
+                                      demonstrationStats());
+}
 
 /// Does what the command line asks for; the process's exit status.
 class Run
@@ -63,19 +90,58 @@ public:
         return printStatus(*makeInstance(), format, std::cout, std::cerr);
     }
 
+    int operator()(const command::TakeScreenshots& wanted)
+    {
+        // What Qt misses in a session, pictures do without.
+        QLoggingCategory::setFilterRules("default.warning=false");
+        Screenshots::prepare();
+        const QGuiApplication application(m_count, m_arguments);
+        Screenshots::dress();
+        const auto state = makeDemonstration();
+        translate(state->defaults());
+        LanguageSetting language(state->defaults());
+        Screenshots::renderAll(wanted.folder, *state, language, std::cerr);
+        return EXIT_SUCCESS;
+    }
+
+    int operator()(const command::ShowScene& wanted)
+    {
+        const auto scene = LiveScene::named(wanted.name);
+        if (!scene)
+            return (*this)(misuse("unknown scene", wanted.name));
+        prepareForWindows();
+        const QApplication application(m_count, m_arguments);
+        introduce();
+        const auto state = makeDemonstration();
+        translate(state->defaults());
+        LanguageSetting language(state->defaults());
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+        Appearance::shared().follow(makeAppearanceSettings());
+        quitOnTermination();
+        LiveScene live(*state, language, std::cout);
+        live.show(*scene);
+        return QApplication::exec();
+    }
+
     int operator()(const command::Replace& /*command*/) { return start(replaceRunning); }
 
     int operator()(const command::Start& /*command*/) { return start(startOrOpenPanel); }
 
 private:
+    /// Tells the desktop, and the windows, which program this is.
+    static void introduce()
+    {
+        QApplication::setApplicationName("Clavo");
+        QApplication::setApplicationVersion(QString::fromUtf8(version()));
+        QApplication::setDesktopFileName("app.clavo.Clavo");
+    }
+
     /// Becomes the application, if this process is to be it.
     int start(std::optional<int> (*become)(Instance& instance, std::ostream& errors))
     {
         prepareForWindows();
         const QApplication application(m_count, m_arguments);
-        QApplication::setApplicationName("Clavo");
-        QApplication::setApplicationVersion(QString::fromUtf8(version()));
-        QApplication::setDesktopFileName("app.clavo.Clavo");
+        introduce();
         QApplication::setQuitOnLastWindowClosed(false);
         // The login item starts it, and nobody else.
         QObject::connect(&application, &QGuiApplication::saveStateRequest,
@@ -89,8 +155,7 @@ private:
         if (const auto status = become(*instance, std::cerr))
             return *status;
         auto& state = AppState::shared();
-        const auto system = systemLanguages();
-        installTranslation(interfaceLanguage(preferredLanguages(state.defaults(), system)));
+        translate(state.defaults());
         const ClavoApp app(state, *instance);
         return QApplication::exec();
     }

@@ -42,6 +42,11 @@ struct Platform {
 /// decided here.
 [[nodiscard]] Platform makePlatform();
 
+/// The services for showing the program instead of running it. The settings are the user's, and
+/// every change of them is forgotten with the process; the permission is granted, but no input is
+/// heard; nothing sounds.
+[[nodiscard]] Platform makeDemonstrationPlatform();
+
 /// The permission alone: for a process that does nothing but tell it.
 [[nodiscard]] std::unique_ptr<InputAccess> makeInputAccess();
 

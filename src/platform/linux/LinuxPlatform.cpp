@@ -75,10 +75,9 @@ Platform makePlatform()
     platform.secureInput = makeSecureInput(session);
     platform.audioOutput = makeAudioOutput();
     platform.inputAccess = makeInputAccess();
-    const auto configuration = userFolder("XDG_CONFIG_HOME", ".config");
-    platform.defaults =
-        std::make_unique<FileDefaultsStore>(configuration / "Clavo" / "settings.json");
+    platform.defaults = std::make_unique<FileDefaultsStore>(settingsFile());
     platform.executable = runningProgram();
+    const auto configuration = userFolder("XDG_CONFIG_HOME", ".config");
     platform.loginItem =
         std::make_unique<AutostartEntry>(autostartFolders(configuration), platform.executable);
     platform.relauncher = std::make_unique<ProcessRelauncher>(platform.executable);

@@ -23,6 +23,11 @@ fs::path applicationSupportFolder()
     return userFolder("XDG_DATA_HOME", ".local/share");
 }
 
+fs::path settingsFile()
+{
+    return userFolder("XDG_CONFIG_HOME", ".config") / "Clavo" / "settings.json";
+}
+
 fs::path resourcesFolder(const fs::path& executable)
 {
     std::error_code error;

@@ -13,6 +13,9 @@ namespace clavo
 /// The user's folder for the files of all applications.
 [[nodiscard]] std::filesystem::path applicationSupportFolder();
 
+/// What holds the user's settings.
+[[nodiscard]] std::filesystem::path settingsFile();
+
 /// The files that came with a program of this path; empty where there are none.
 [[nodiscard]] std::filesystem::path resourcesFolder(const std::filesystem::path& executable);
 

@@ -47,6 +47,9 @@ TEST(CommandLine, EveryOptionHasItsCommand)
     EXPECT_EQ(parsed({"--status"}), Command(command::ShowStatus{}));
     EXPECT_EQ(parsed({"--version"}), Command(command::ShowVersion{}));
     EXPECT_EQ(parsed({"--help"}), Command(command::ShowHelp{}));
+    EXPECT_EQ(parsed({"--screenshots", "out/pictures"}),
+              Command(command::TakeScreenshots{"out/pictures"}));
+    EXPECT_EQ(parsed({"--scene", "menu"}), Command(command::ShowScene{"menu"}));
 }
 
 TEST(CommandLine, AccessCheckWinsOverEverythingAtAnyPosition)
@@ -55,12 +58,26 @@ TEST(CommandLine, AccessCheckWinsOverEverythingAtAnyPosition)
     EXPECT_EQ(parsed({"--check-input-access", "--no-such-option"}), check);
     EXPECT_EQ(parsed({"--no-such-option", "file", "--check-input-access"}), check);
     EXPECT_EQ(parsed({"--help", "--check-input-access", "--toggle"}), check);
+    EXPECT_EQ(parsed({"--screenshots", "--check-input-access"}), check);
+    EXPECT_EQ(parsed({"--scene", "menu", "--check-input-access"}), check);
 }
 
 TEST(CommandLine, AlmostTheAccessCheckIsMisuse)
 {
     EXPECT_THAT(parsed({"--check-input-access=1"}), VariantWith<command::Misuse>(testing::_));
     EXPECT_THAT(parsed({"--check-input"}), VariantWith<command::Misuse>(testing::_));
+}
+
+TEST(CommandLine, MissingArgumentOfAPresentationModeIsAnOrdinaryStart)
+{
+    EXPECT_EQ(parsed({"--screenshots"}), Command(command::Start{}));
+    EXPECT_EQ(parsed({"--scene"}), Command(command::Start{}));
+}
+
+TEST(CommandLine, WhatFollowsAPresentationModeIsItsArgumentWhateverItIs)
+{
+    EXPECT_EQ(parsed({"--screenshots", "--help"}), Command(command::TakeScreenshots{"--help"}));
+    EXPECT_EQ(parsed({"--scene", ""}), Command(command::ShowScene{""}));
 }
 
 TEST(CommandLine, UnknownOptionIsNamedInTheMessage)
@@ -91,7 +108,10 @@ TEST(CommandLine, OfSeveralCommandsTheOneThatDoesLeastIsDone)
 {
     EXPECT_EQ(parsed({"--toggle", "--version", "--help"}), Command(command::ShowHelp{}));
     EXPECT_EQ(parsed({"--toggle", "--version"}), Command(command::ShowVersion{}));
-    EXPECT_EQ(parsed({"--replace", "--toggle"}), Command(command::Toggle{}));
+    EXPECT_EQ(parsed({"--scene", "menu", "--toggle"}), Command(command::Toggle{}));
+    EXPECT_EQ(parsed({"--scene", "menu", "--screenshots", "out"}),
+              Command(command::TakeScreenshots{"out"}));
+    EXPECT_EQ(parsed({"--replace", "--scene", "menu"}), Command(command::ShowScene{"menu"}));
 }
 
 TEST(CommandLine, StatusForAProgramIsAskedForInAnyOrder)
@@ -113,6 +133,7 @@ TEST(CommandLine, FormatOfNothingIsMisuse)
 
 TEST(CommandLine, RepeatedOptionCountsOnce)
 {
+    EXPECT_EQ(parsed({"--scene", "menu", "--scene", "stats"}), Command(command::ShowScene{"menu"}));
     EXPECT_EQ(parsed({"--replace", "--replace"}), Command(command::Replace{}));
 }
 
@@ -120,7 +141,8 @@ TEST(CommandLine, HelpHasOneLineForEveryOptionAndVariable)
 {
     const auto help = lines(helpText());
     for (const auto* const name :
-         {"--toggle ", "--status ", "--replace ", "--check-input-access ", "--version ", "--help ",
+         {"--toggle ", "--status ", "--replace ", "--check-input-access ", "--screenshots DIR ",
+          "--scene NAME ", "--version ", "--help ",
           "CLAVO_AUDIO=", "CLAVO_QUANTUM=", "CLAVO_LOG=", "CLAVO_LOG_LEVEL="})
         EXPECT_EQ(
             std::ranges::count_if(

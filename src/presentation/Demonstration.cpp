@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "presentation/Demonstration.h"
+
+#include "app/Settings.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace clavo
+{
+namespace
+{
+
+constexpr std::int64_t bestWPM = 92;
+
+class FixedLook final : public AppearanceSettings
+{
+public:
+    void watch(Receiver receiver) override
+    {
+        receiver({.isDark = true, .accent = AppearanceWish::Color{0.16, 0.50, 1.0}});
+    }
+};
+
+} // namespace
+
+void setDemonstrationSettings(DefaultsStore& store)
+{
+    store.setValue(SettingsKey::enabled, true);
+    store.setValue(SettingsKey::keyUpSounds, true);
+    store.setValue(SettingsKey::spatial, true);
+    store.setValue(SettingsKey::mouseSounds, false);
+    store.setValue(SettingsKey::scrollSounds, false);
+    store.setValue(SettingsKey::volume, 0.75);
+    store.setValue(SettingsKey::packID, std::string("nk-cream"));
+}
+
+std::unique_ptr<StatsStore> demonstrationStats()
+{
+    const std::vector<std::int64_t> days{3120, 4380, 2950, 5210, 6040, 4770, 3890,
+                                         5620, 7180, 6350, 4810, 5290, 6930, 5284};
+    return std::make_unique<StatsStore>(days, bestWPM);
+}
+
+std::unique_ptr<AppearanceSettings> demonstrationLook()
+{
+    return std::make_unique<FixedLook>();
+}
+
+} // namespace clavo

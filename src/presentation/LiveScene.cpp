@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+#include "presentation/LiveScene.h"
+
+#include "log/Fatal.h"
+#include "ui/PanelPlacement.h"
+#include "ui/QmlModules.h"
+#include "ui/RoundedRegion.h"
+#include "ui/SettingsWindow.h"
+
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QQuickItem>
+#include <QScreen>
+
+#include <ostream>
+#include <utility>
+
+namespace clavo
+{
+namespace
+{
+
+/// Gives every item its place now, so that the window opens at its full height.
+void layOut(QQuickItem& item)
+{
+    for (auto* const child : item.childItems())
+        layOut(*child);
+    item.ensurePolished();
+}
+
+ScreenArea area(const QScreen& screen)
+{
+    return {.whole = screen.geometry(), .work = screen.availableGeometry()};
+}
+
+} // namespace
+
+QRect iconPlace(const ScreenArea& screen)
+{
+    constexpr QSize icon(24, 24);
+    constexpr int fromCorner = 80; // Between them are the clock and the icons of others.
+    QRect place({}, icon);
+    place.moveRight(screen.work.right() - fromCorner);
+    const auto above = screen.work.top() - screen.whole.top();
+    const auto below = screen.whole.bottom() - screen.work.bottom();
+    if (below > above)
+        place.moveBottom(screen.whole.bottom());
+    else
+        place.moveTop(screen.whole.top());
+    return place;
+}
+
+std::optional<LiveScene::Scene> LiveScene::named(std::string_view name)
+{
+    if (name == "menu")
+        return Scene::menu;
+    if (name == "stats")
+        return Scene::stats;
+    if (name == "general")
+        return Scene::general;
+    return std::nullopt;
+}
+
+LiveScene::LiveScene(AppState& state, LanguageSetting& language, std::ostream& output)
+    : m_state(state), m_language(language), m_output(output)
+{
+    registerQmlModules();
+}
+
+void LiveScene::show(Scene scene)
+{
+    const auto& screen = *QGuiApplication::primaryScreen();
+    auto& window = scene == Scene::menu ? menuPanel(screen) : settingsWindow(scene, screen);
+    connect(&window, &QQuickWindow::frameSwapped, this, &LiveScene::tellReady,
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    window.show();
+    window.raise();
+    window.requestActivate();
+}
+
+QQuickWindow& LiveScene::menuPanel(const QScreen& screen)
+{
+    auto& window = made("PanelWindow.qml", {{"placed", true}});
+    window.setProperty("largestHeight", largestPanelHeight(area(screen)));
+    layOut(*window.contentItem());
+    window.setPosition(panelPosition(window.size(), iconPlace(area(screen)), area(screen)));
+    window.setMask(roundedRegion(window.size(), window.property("radius").toInt()));
+    return window;
+}
+
+QQuickWindow& LiveScene::settingsWindow(Scene tab, const QScreen& screen)
+{
+    const auto shown =
+        tab == Scene::stats ? SettingsWindow::Tab::stats : SettingsWindow::Tab::general;
+    auto& window = made("SettingsWindow.qml", {{"language", QVariant::fromValue(&m_language)},
+                                               {"tab", static_cast<int>(shown)}});
+    QRect place({}, window.size());
+    place.moveCenter(screen.availableGeometry().center());
+    window.setPosition(place.topLeft());
+    return window;
+}
+
+QQuickWindow& LiveScene::made(const char* file, QVariantMap properties)
+{
+    properties.insert("appState", QVariant::fromValue(&m_state));
+    properties.insert("stats", QVariant::fromValue(m_state.stats()));
+    QQmlComponent component(&m_engine, QUrl("qrc:/qt-project.org/imports/Clavo/" + QString(file)));
+    auto* const window =
+        qobject_cast<QQuickWindow*>(component.createWithInitialProperties(properties));
+    if (!window)
+        fatal(component.errorString().toStdString());
+    // By name, as the window's type is QML's.
+    connect(window, SIGNAL(quitRequested()), QCoreApplication::instance(), SLOT(quit()));
+    return *m_windows.emplace_back(window);
+}
+
+void LiveScene::tellReady()
+{
+    // The frame has been sent; now the desktop has it.
+    QGuiApplication::sync();
+    m_output << "READY" << std::endl;
+}
+
+} // namespace clavo
