@@ -7,6 +7,7 @@
 
 #include <linux/input-event-codes.h>
 
+#include <initializer_list>
 #include <set>
 
 namespace clavo
@@ -65,9 +66,9 @@ TEST_F(X11EventTapTest, EveryModifierArrivesAsFlagsChangedForPressAndRelease)
 {
     listen();
 
-    for (const std::uint32_t key :
-         {KEY_LEFTSHIFT, KEY_RIGHTSHIFT, KEY_LEFTCTRL, KEY_RIGHTCTRL, KEY_LEFTALT, KEY_RIGHTALT,
-          KEY_LEFTMETA, KEY_RIGHTMETA, KEY_CAPSLOCK})
+    for (const std::uint32_t key : std::initializer_list<std::uint32_t>{
+             KEY_LEFTSHIFT, KEY_RIGHTSHIFT, KEY_LEFTCTRL, KEY_RIGHTCTRL, KEY_LEFTALT, KEY_RIGHTALT,
+             KEY_LEFTMETA, KEY_RIGHTMETA, KEY_CAPSLOCK})
         hands.strike(key);
     settle();
 

@@ -17,9 +17,10 @@ class X11HotKeyLocksTest : public X11HotKeyFixture, public testing::WithParamInt
 protected:
     void lock()
     {
-        for (unsigned i = 0; i < 3; ++i) {
+        constexpr std::array<std::uint32_t, 3> keys{KEY_CAPSLOCK, KEY_NUMLOCK, KEY_SCROLLLOCK};
+        for (unsigned i = 0; i < keys.size(); ++i) {
             if ((GetParam() >> i & 1) != 0)
-                hands.strike(std::array{KEY_CAPSLOCK, KEY_NUMLOCK, KEY_SCROLLLOCK}.at(i));
+                hands.strike(keys.at(i));
         }
     }
 
