@@ -272,8 +272,9 @@ TEST_P(BuiltInPacks, MeasureAsRealKeyboardsDo)
     const bool isShort = m_pack.id == "cherrymx-red-abs";
     std::istringstream lines(report);
     for (std::string line; std::getline(lines, line);) {
-        if (!isShort || !line.starts_with("  press length"))
+        if (!isShort || !line.starts_with("  press length")) {
             EXPECT_EQ(line.find("outside"), std::string::npos) << line;
+        }
     }
 }
 
