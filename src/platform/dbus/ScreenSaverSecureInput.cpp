@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/ScreenSaverSecureInput.h"
 
+#include "platform/dbus/DBusQuestion.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -27,6 +29,9 @@ constexpr std::array screenSavers{
     ScreenSaver{"org.mate.ScreenSaver", "/org/mate/ScreenSaver"},
     ScreenSaver{"org.xfce.ScreenSaver", "/org/xfce/ScreenSaver"},
 };
+
+const QString bus = QStringLiteral("org.freedesktop.DBus");
+const QString busPath = QStringLiteral("/org/freedesktop/DBus");
 
 } // namespace
 
@@ -71,13 +76,20 @@ private:
 
     void set(const QString& owner, bool isActive)
     {
-        if (isActive) {
-            m_active.insert(owner);
-            m_owners.addWatchedService(owner);
-        } else {
+        if (!isActive) {
             m_active.remove(owner);
             m_owners.removeWatchedService(owner);
+            return;
         }
+        m_active.insert(owner);
+        m_owners.addWatchedService(owner);
+        // It may have left before it was watched.
+        auto question =
+            QDBusMessage::createMethodCall(bus, busPath, bus, QStringLiteral("NameHasOwner"));
+        ask<bool>(m_bus, question << owner, this, [this, owner](bool isThere) {
+            if (!isThere)
+                set(owner, false);
+        });
     }
 
     QDBusConnection m_bus = QDBusConnection::sessionBus();
