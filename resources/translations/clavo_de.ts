@@ -60,6 +60,14 @@ Nichts wird aufgezeichnet, nichts wird gesendet.</translation>
         <translation>Erteilt</translation>
     </message>
     <message>
+        <source>From the next login</source>
+        <translation>Ab der nächsten Anmeldung</translation>
+    </message>
+    <message>
+        <source>No keyboard found</source>
+        <translation>Keine Tastatur gefunden</translation>
+    </message>
+    <message>
         <source>Grant…</source>
         <translation>Erteilen …</translation>
     </message>
@@ -224,8 +232,24 @@ Nichts wird aufgezeichnet, nichts wird gesendet.</translation>
         <translation>Clavo muss erkennen, dass sich eine Taste bewegt hat. Was Sie tippen, wird nie aufgezeichnet.</translation>
     </message>
     <message>
+        <source>The permission is granted and counts from your next login.</source>
+        <translation>Die Berechtigung ist erteilt und gilt ab der nächsten Anmeldung.</translation>
+    </message>
+    <message>
+        <source>There is no keyboard to listen to: Clavo restarts by itself once there is one.</source>
+        <translation>Es gibt keine Tastatur, auf die Clavo hören könnte: Sobald eine da ist, startet es von selbst neu.</translation>
+    </message>
+    <message>
+        <source>Type these two commands in a terminal: Clavo restarts by itself once allowed.</source>
+        <translation>Geben Sie diese beiden Befehle in einem Terminal ein: Sobald es darf, startet Clavo von selbst neu.</translation>
+    </message>
+    <message>
         <source>Turn on Clavo in the list: it restarts by itself once allowed.</source>
         <translation>Schalten Sie Clavo in der Liste ein: Sobald es darf, startet es von selbst neu.</translation>
+    </message>
+    <message>
+        <source>Commands that grant the permission</source>
+        <translation>Befehle, die die Berechtigung erteilen</translation>
     </message>
     <message>
         <source>Open Input Monitoring</source>

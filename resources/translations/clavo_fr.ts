@@ -60,6 +60,14 @@ Rien n’est enregistré, rien n’est envoyé.</translation>
         <translation>Accordée</translation>
     </message>
     <message>
+        <source>From the next login</source>
+        <translation>À la prochaine connexion</translation>
+    </message>
+    <message>
+        <source>No keyboard found</source>
+        <translation>Aucun clavier trouvé</translation>
+    </message>
+    <message>
         <source>Grant…</source>
         <translation>Accorder…</translation>
     </message>
@@ -224,8 +232,24 @@ Rien n’est enregistré, rien n’est envoyé.</translation>
         <translation>Clavo doit détecter qu’une touche a bougé. Il n’enregistre jamais ce que vous tapez.</translation>
     </message>
     <message>
+        <source>The permission is granted and counts from your next login.</source>
+        <translation>L’autorisation est accordée et vaut à partir de votre prochaine connexion.</translation>
+    </message>
+    <message>
+        <source>There is no keyboard to listen to: Clavo restarts by itself once there is one.</source>
+        <translation>Aucun clavier à écouter : Clavo redémarre de lui-même dès qu’il y en a un.</translation>
+    </message>
+    <message>
+        <source>Type these two commands in a terminal: Clavo restarts by itself once allowed.</source>
+        <translation>Tapez ces deux commandes dans un terminal : Clavo redémarre de lui-même une fois autorisé.</translation>
+    </message>
+    <message>
         <source>Turn on Clavo in the list: it restarts by itself once allowed.</source>
         <translation>Activez Clavo dans la liste : il redémarre de lui-même une fois autorisé.</translation>
+    </message>
+    <message>
+        <source>Commands that grant the permission</source>
+        <translation>Commandes qui accordent l’autorisation</translation>
     </message>
     <message>
         <source>Open Input Monitoring</source>

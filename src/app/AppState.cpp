@@ -65,6 +65,7 @@ AppState::AppState(Platform platform, Surroundings surroundings, std::unique_ptr
                                      state->toggle();
                              });
                      });
+    m_platform.inputAccess->changed = [this] { emit inputAccessChanged(); };
     if (!startListening())
         requestPermission();
 }
@@ -230,7 +231,24 @@ void AppState::requestPermission()
 {
     if (!m_platform.inputAccess->request())
         m_platform.inputAccess->showSettings();
+    emit inputAccessChanged();
     m_permissionWait.start();
+}
+
+bool AppState::needsLogin() const
+{
+    return !m_hasPermission &&
+           m_platform.inputAccess->state() == InputAccess::State::notInThisLogin;
+}
+
+bool AppState::lacksKeyboard() const
+{
+    return !m_hasPermission && m_platform.inputAccess->state() == InputAccess::State::noKeyboard;
+}
+
+QString AppState::permissionCommands() const
+{
+    return m_hasPermission ? QString() : QString::fromStdString(m_platform.inputAccess->commands());
 }
 
 void AppState::relaunchForPermission()

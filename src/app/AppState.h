@@ -40,6 +40,9 @@ class AppState : public QObject
         bool launchAtLogin READ launchAtLogin WRITE setLaunchAtLogin NOTIFY launchAtLoginChanged)
     Q_PROPERTY(bool hasPermission READ hasPermission NOTIFY hasPermissionChanged)
     Q_PROPERTY(bool needsRelaunch READ needsRelaunch NOTIFY needsRelaunchChanged)
+    Q_PROPERTY(bool needsLogin READ needsLogin NOTIFY inputAccessChanged)
+    Q_PROPERTY(bool lacksKeyboard READ lacksKeyboard NOTIFY inputAccessChanged)
+    Q_PROPERTY(QString permissionCommands READ permissionCommands NOTIFY inputAccessChanged)
     Q_PROPERTY(QString selectedPackName READ selectedPackName NOTIFY selectedPackChanged)
     Q_PROPERTY(clavo::StatsStore* stats READ stats CONSTANT)
 
@@ -105,6 +108,13 @@ public:
     /// The permission was granted, but the program has just relaunched itself for it and leaves the
     /// next time to the user.
     [[nodiscard]] bool needsRelaunch() const { return m_needsRelaunch; }
+    /// The permission was granted and counts from the user's next login.
+    [[nodiscard]] bool needsLogin() const;
+    /// There is no keyboard that the permission could be for.
+    [[nodiscard]] bool lacksKeyboard() const;
+    /// What grants the permission when it is typed into a terminal, a line each; empty where the
+    /// program can ask for it.
+    [[nodiscard]] QString permissionCommands() const;
 
     [[nodiscard]] const std::vector<SoundPack>& packs() const { return m_packs; }
     /// The pack with the selected id, the first one where none has it, null where there is no pack.
@@ -130,6 +140,7 @@ signals:
     void launchAtLoginChanged();
     void hasPermissionChanged();
     void needsRelaunchChanged();
+    void inputAccessChanged();
     void packsChanged();
     void selectedPackChanged();
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
+#include <string>
+
 namespace clavo
 {
 
@@ -8,10 +11,21 @@ namespace clavo
 class InputAccess
 {
 public:
+    /// What keeps this process from listening, or that nothing does.
+    enum class State {
+        granted,
+        refused,        // The devices are there and none of the keyboards may be read.
+        noKeyboard,     // There is no device at all, or only such as are no keyboards.
+        notInThisLogin, // Granted to the user since this session was opened.
+    };
+
     virtual ~InputAccess() = default;
 
-    /// Whether this process may listen now. Asks nobody and changes nothing.
-    [[nodiscard]] virtual bool isGranted() const = 0;
+    /// Asks nobody and changes nothing.
+    [[nodiscard]] virtual State state() const = 0;
+
+    /// Whether this process may listen now.
+    [[nodiscard]] bool isGranted() const { return state() == State::granted; }
 
     /// Asks the system, which may ask the user, for the permission. True if it is granted already;
     /// what the user decides is seen later.
@@ -19,6 +33,12 @@ public:
 
     /// Shows the user where the permission is granted. Does nothing where there is no such place.
     virtual void showSettings() = 0;
+
+    /// What the user can type into a terminal instead, a line each; empty where request() does it.
+    [[nodiscard]] virtual std::string commands() const { return {}; }
+
+    /// Called on the main thread when commands() changes.
+    std::function<void()> changed;
 };
 
 } // namespace clavo

@@ -111,6 +111,11 @@ Flickable {
                     text: qsTr("Granted")
                     color: Theme.green
                 }
+                Label {
+                    visible: root.appState.needsLogin || root.appState.lacksKeyboard
+                    text: root.appState.needsLogin ? qsTr("From the next login") : qsTr("No keyboard found")
+                    color: Theme.secondaryText
+                }
                 Button {
                     visible: !root.appState.hasPermission
                     text: qsTr("Grant…")

@@ -10,15 +10,18 @@ namespace clavo
 class FakeInputAccess : public InputAccess
 {
 public:
-    [[nodiscard]] bool isGranted() const override { return granted; }
+    [[nodiscard]] State state() const override { return granted ? State::granted : obstacle; }
     bool request() override
     {
         ++requests;
         return granted;
     }
     void showSettings() override { ++settingsShown; }
+    [[nodiscard]] std::string commands() const override { return typed; }
 
     bool granted = true;
+    State obstacle = State::refused; // While it is not granted.
+    std::string typed;               // The commands.
     int requests = 0;
     int settingsShown = 0;
 };

@@ -3,18 +3,104 @@
 
 #include "log/Log.h"
 
+#include <QProcess>
+
+#include <utility>
+
 namespace clavo
 {
-
-bool EvdevInputAccess::isGranted() const
+namespace
 {
-    return evdev::accessToKeyboards() == evdev::Access::granted;
+
+constexpr int dismissed = 126; // How pkexec ends when the user closes its dialogue.
+
+// The rule is read before 73-seat-late, which gives the devices it has marked to whoever sits
+// at them.
+constexpr auto grantCommands =
+    R"(echo 'SUBSYSTEM=="input", KERNEL=="event*", TAG+="uaccess"' | sudo tee /etc/udev/rules.d/70-clavo-input.rules
+sudo udevadm control --reload && sudo udevadm trigger --subsystem-match=input --action=change)";
+
+} // namespace
+
+EvdevInputAccess::EvdevInputAccess(Programs programs, std::filesystem::path devices)
+    : m_programs(std::move(programs)), m_devices(std::move(devices))
+{
+}
+
+EvdevInputAccess::~EvdevInputAccess()
+{
+    if (m_question)
+        m_question->disconnect();
+}
+
+InputAccess::State EvdevInputAccess::state() const
+{
+    return evdev::accessToKeyboards(m_devices);
+}
+
+bool EvdevInputAccess::request()
+{
+    const auto now = state();
+    if (now == State::refused && canAsk() && !isAsking())
+        ask();
+    return now == State::granted;
 }
 
 void EvdevInputAccess::showSettings()
 {
-    if (const auto advice = adviceOn(evdev::accessToKeyboards()); !advice.empty())
+    if (isAsking())
+        return;
+    if (const auto advice = adviceOn(state()); !advice.empty())
         log::error("{}", advice);
+}
+
+std::string EvdevInputAccess::commands() const
+{
+    const auto isAsked = canAsk() && !m_hasFailed;
+    return isAsked || state() != State::refused ? "" : grantCommands;
+}
+
+bool EvdevInputAccess::canAsk() const
+{
+    return !m_programs.pkexec.empty() && !m_programs.grant.empty();
+}
+
+bool EvdevInputAccess::isAsking() const
+{
+    return m_question && m_question->state() != QProcess::NotRunning;
+}
+
+void EvdevInputAccess::ask()
+{
+    m_question = std::make_unique<QProcess>();
+    m_question->setProcessChannelMode(QProcess::ForwardedChannels);
+    QObject::connect(m_question.get(), &QProcess::finished, m_question.get(),
+                     [this](int status, QProcess::ExitStatus how) {
+                         finish(how == QProcess::NormalExit ? status : -1);
+                     });
+    QObject::connect(m_question.get(), &QProcess::errorOccurred, m_question.get(),
+                     [this](QProcess::ProcessError error) {
+                         if (error == QProcess::FailedToStart)
+                             finish(-1);
+                     });
+    // Its own dialogue on a terminal would stop a program that runs in the background there.
+    m_question->start(
+        QString::fromStdString(m_programs.pkexec.string()),
+        {"--disable-internal-agent", QString::fromStdString(m_programs.grant.string())});
+}
+
+void EvdevInputAccess::finish(int status)
+{
+    m_hasFailed = status != 0 && status != dismissed;
+    if (status == 0)
+        log::notice("accès aux claviers accordé");
+    else if (status == dismissed)
+        log::notice("accès aux claviers : demande refermée sans réponse");
+    else
+        log::error("la demande d'accès aux claviers n'a pas abouti ({}) ; {}", status,
+                   adviceOn(state()));
+    if (changed)
+        changed();
 }
 
 std::string adviceOn(evdev::Access access)
@@ -30,11 +116,9 @@ std::string adviceOn(evdev::Access access)
     case evdev::Access::refused:
         break;
     }
-    // The rule is read before 73-seat-late, which gives the devices it has marked to whoever sits
-    // at them.
-    return R"(accès aux claviers refusé. Ces deux commandes l'accordent à la session ouverte, et à tous ses programmes :
-echo 'SUBSYSTEM=="input", KERNEL=="event*", TAG+="uaccess"' | sudo tee /etc/udev/rules.d/70-clavo-input.rules
-sudo udevadm control --reload && sudo udevadm trigger --subsystem-match=input --action=change)";
+    return std::string("accès aux claviers refusé. Ces deux commandes l'accordent à la session "
+                       "ouverte, et à tous ses programmes :\n") +
+           grantCommands;
 }
 
 } // namespace clavo

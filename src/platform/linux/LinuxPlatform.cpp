@@ -26,6 +26,7 @@
 #include "platform/x11/X11TrayHosts.h"
 
 #include <QDesktopServices>
+#include <QStandardPaths>
 #include <QUrl>
 
 #include <unistd.h>
@@ -45,7 +46,10 @@ namespace fs = std::filesystem;
 class X11InputAccess : public InputAccess
 {
 public:
-    [[nodiscard]] bool isGranted() const override { return !environment("DISPLAY").empty(); }
+    [[nodiscard]] State state() const override
+    {
+        return environment("DISPLAY").empty() ? State::refused : State::granted;
+    }
     bool request() override { return isGranted(); }
     void showSettings() override {}
 };
@@ -90,7 +94,12 @@ std::unique_ptr<InputAccess> makeInputAccess()
 {
     if (inputSource(sessionEnvironment()) == InputSource::x11)
         return std::make_unique<X11InputAccess>();
-    return std::make_unique<EvdevInputAccess>();
+    const auto grant = runningProgram().parent_path() / "clavo-grant-input";
+    std::error_code error;
+    return std::make_unique<EvdevInputAccess>(EvdevInputAccess::Programs{
+        .pkexec = QStandardPaths::findExecutable("pkexec").toStdString(),
+        .grant = fs::exists(grant, error) ? grant : fs::path{},
+    });
 }
 
 std::unique_ptr<TrayHosts> makeTrayHosts()

@@ -102,6 +102,30 @@ TEST_F(MenuViewTest, AsksForThePermission)
     EXPECT_EQ(access->requests, requests + 1);
 }
 
+TEST_F(MenuViewTest, SaysWhatKeepsItFromListening)
+{
+    permission = false;
+    window();
+    const auto said = [this](InputAccess::State state, const char* commands = "") {
+        access->obstacle = state;
+        access->typed = commands;
+        access->changed();
+        settle();
+        return text("permissionAdvice");
+    };
+
+    EXPECT_EQ(said(InputAccess::State::refused),
+              "Turn on Clavo in the list: it restarts by itself once allowed.");
+    EXPECT_FALSE(isShown("permissionCommands"));
+    EXPECT_EQ(said(InputAccess::State::noKeyboard),
+              "There is no keyboard to listen to: Clavo restarts by itself once there is one.");
+    EXPECT_EQ(said(InputAccess::State::notInThisLogin),
+              "The permission is granted and counts from your next login.");
+    EXPECT_EQ(said(InputAccess::State::refused, "sudo one\nsudo two"),
+              "Type these two commands in a terminal: Clavo restarts by itself once allowed.");
+    EXPECT_EQ(text("permissionCommands"), "sudo one\nsudo two");
+}
+
 TEST_F(MenuViewTest, TilesShowTheStatistics)
 {
     window();

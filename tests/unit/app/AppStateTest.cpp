@@ -189,6 +189,25 @@ TEST_F(AppStateTest, WithoutPermissionItAsksAndShowsWhereItIsGranted)
     EXPECT_TRUE(freshProcess);
 }
 
+TEST_F(AppStateTest, TellsWhatKeepsItFromListening)
+{
+    permission = false;
+    QSignalSpy changes(&state(), &AppState::inputAccessChanged);
+
+    access->obstacle = InputAccess::State::noKeyboard;
+    access->changed();
+    EXPECT_TRUE(state().lacksKeyboard());
+    EXPECT_FALSE(state().needsLogin());
+
+    access->obstacle = InputAccess::State::notInThisLogin;
+    access->typed = "sudo one";
+    state().requestPermission();
+    EXPECT_FALSE(state().lacksKeyboard());
+    EXPECT_TRUE(state().needsLogin());
+    EXPECT_EQ(state().permissionCommands(), "sudo one");
+    EXPECT_EQ(changes.count(), 2);
+}
+
 TEST_F(AppStateTest, APermissionGrantedAtTheRequestNeedsNoSettings)
 {
     state();
