@@ -10,7 +10,7 @@ namespace clavo
 class GrantedInputAccess final : public InputAccess
 {
 public:
-    [[nodiscard]] bool isGranted() const override { return true; }
+    [[nodiscard]] State state() const override { return State::granted; }
     bool request() override { return true; }
     void showSettings() override {}
 };
