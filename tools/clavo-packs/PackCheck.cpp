@@ -51,8 +51,9 @@ PackCheck::Sound measured(const fs::path& file, std::span<const float> samples)
 /// Whether the sound stays at full scale, as one does that was recorded too loud.
 bool isClipped(std::span<const float> samples)
 {
-    const auto isFull = [](float sample) { return std::abs(sample) >= fullScale; };
-    return !std::ranges::search_n(samples, clippedRun, true, {}, isFull).empty();
+    const auto reaches = [](float sample, float level) { return std::abs(sample) >= level; };
+    return std::search_n(samples.begin(), samples.end(), clippedRun, fullScale, reaches) !=
+           samples.end();
 }
 
 std::vector<std::string> faultsOf(const PackCheck::Sound& sound, std::span<const float> samples)

@@ -42,9 +42,8 @@ using Figure = double SoundFigures::*;
 
 std::vector<double> valuesOf(Figure figure, const std::vector<SoundFigures>& keys)
 {
-    std::vector<double> values;
-    for (const SoundFigures& key : keys)
-        values.push_back(key.*figure);
+    std::vector<double> values(keys.size());
+    std::ranges::transform(keys, values.begin(), figure);
     return values;
 }
 
