@@ -104,6 +104,13 @@ Nichts wird aufgezeichnet, nichts wird gesendet.</translation>
     </message>
 </context>
 <context>
+    <name>HotKey</name>
+    <message>
+        <source>Turn the sounds of Clavo on or off</source>
+        <translation>Die Klänge von Clavo ein- oder ausschalten</translation>
+    </message>
+</context>
+<context>
     <name>InstantSlide</name>
     <message>
         <source>Sounds right. Feels instant.</source>

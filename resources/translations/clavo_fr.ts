@@ -104,6 +104,13 @@ Rien n’est enregistré, rien n’est envoyé.</translation>
     </message>
 </context>
 <context>
+    <name>HotKey</name>
+    <message>
+        <source>Turn the sounds of Clavo on or off</source>
+        <translation>Activer ou désactiver les sons de Clavo</translation>
+    </message>
+</context>
+<context>
     <name>InstantSlide</name>
     <message>
         <source>Sounds right. Feels instant.</source>

@@ -24,10 +24,10 @@ namespace clavo
 
 /// Every service of the platform, each behind its port.
 struct Platform {
+    std::unique_ptr<HotKeyService> hotKeys; // Which the tap may show its events.
     std::unique_ptr<EventTap> eventTap;
     std::unique_ptr<SecureInput> secureInput;
     std::unique_ptr<Screens> screens;
-    std::unique_ptr<HotKeyService> hotKeys;
     std::unique_ptr<AudioOutput> audioOutput;
     std::unique_ptr<InputAccess> inputAccess;
     std::unique_ptr<DefaultsStore> defaults;

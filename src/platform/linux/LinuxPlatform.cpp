@@ -6,6 +6,7 @@
 #include "platform/dbus/DBusInstance.h"
 #include "platform/dbus/DBusTrayHosts.h"
 #include "platform/dbus/PortalAppearanceSettings.h"
+#include "platform/dbus/PortalHotKeyService.h"
 #include "platform/evdev/EvdevEventTap.h"
 #include "platform/linux/AutostartEntry.h"
 #include "platform/linux/Environment.h"
@@ -18,7 +19,7 @@
 #include "platform/linux/QtScreens.h"
 #include "platform/linux/RunningProgram.h"
 #include "platform/linux/SecureInputs.h"
-#include "platform/none/NoHotKeyService.h"
+#include "platform/linux/TapHotKeyService.h"
 #include "platform/none/NoTrayHosts.h"
 #include "platform/x11/X11EventTap.h"
 #include "platform/x11/X11HotKeyService.h"
@@ -64,9 +65,6 @@ Platform makePlatform()
     const auto session = sessionEnvironment();
     if (!session.input.empty() && session.input != "x11" && session.input != "evdev")
         log::notice("CLAVO_INPUT « {} » ignoré : il faut x11 ou evdev", session.input);
-    platform.hotKeys = std::make_unique<NoHotKeyService>();
-    if (isX11Session(session))
-        platform.hotKeys = std::make_unique<X11HotKeyService>();
     const auto source = inputSource(session);
     if (source == InputSource::x11 || isX11Session(session))
         platform.screens = std::make_unique<X11Screens>();
@@ -76,6 +74,13 @@ Platform makePlatform()
         platform.eventTap = std::make_unique<X11EventTap>();
     else
         platform.eventTap = std::make_unique<EvdevEventTap>(*platform.screens);
+    if (isX11Session(session)) {
+        platform.hotKeys = std::make_unique<X11HotKeyService>();
+    } else {
+        auto tapped = std::make_unique<TapHotKeyService>();
+        platform.eventTap = tapped->watched(std::move(platform.eventTap));
+        platform.hotKeys = std::make_unique<PortalHotKeyService>(std::move(tapped));
+    }
     platform.secureInput = makeSecureInput(session);
     platform.audioOutput = makeAudioOutput();
     platform.inputAccess = makeInputAccess();
