@@ -35,7 +35,7 @@ public:
             const auto parent = windows.back();
             windows.pop_back();
             for (const auto window : children(parent)) {
-                if (isTheProgram(window) && isSeen(window))
+                if (isTheProgram(window) && isSeen(window) && isInsideTheDesktop(window))
                     return place(window);
                 windows.push_back(window);
             }
@@ -83,6 +83,13 @@ private:
         const Owned<xcb_get_window_attributes_reply_t> reply{xcb_get_window_attributes_reply(
             server(), xcb_get_window_attributes(server(), window), nullptr)};
         return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
+    }
+
+    [[nodiscard]] bool isInsideTheDesktop(xcb_window_t window) const
+    {
+        const auto desktop = place(m_desktop.root);
+        const auto inside = place(window);
+        return desktop && inside && desktop->contains(*inside);
     }
 
     [[nodiscard]] std::optional<QRect> place(xcb_window_t window) const

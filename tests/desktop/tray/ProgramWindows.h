@@ -10,6 +10,7 @@ namespace clavo
 {
 
 /// Where a window of this program is on the screen, if it is seen inside another program's window.
+/// Wholly: a tray shows an icon before it has made room for it, half outside the screen.
 [[nodiscard]] std::optional<QRect> embeddedWindow(std::string_view program);
 
 /// Where the window is that this program has opened on the desktop itself; the uppermost one.
