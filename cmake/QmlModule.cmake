@@ -9,8 +9,8 @@ function(clavo_qml_module target)
   set_target_properties(${target} PROPERTIES AUTOMOC ON)
   set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
   set(interpreted)
-  if(CLAVO_SANITIZE OR CLAVO_TIDY)
-    set(interpreted NO_CACHEGEN) # What the compiler makes of QML takes minutes and is not ours.
+  if(NOT CMAKE_BUILD_TYPE STREQUAL "Release")
+    set(interpreted NO_CACHEGEN) # Compiled in advance it starts sooner and takes minutes to build.
   endif()
   qt_add_qml_module(${target}
     URI ${arg_URI} VERSION 1.0

@@ -1,0 +1,2 @@
+// SPDX-License-Identifier: MIT
+// Nothing: its target reads the headers that the programs of tests share.
