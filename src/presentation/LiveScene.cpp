@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "presentation/LiveScene.h"
 
-#include "log/Fatal.h"
 #include "ui/PanelPlacement.h"
-#include "ui/QmlModules.h"
-#include "ui/RoundedRegion.h"
+#include "ui/QmlWindow.h"
 #include "ui/SettingsWindow.h"
 
 #include <QGuiApplication>
-#include <QQmlComponent>
-#include <QQuickItem>
 #include <QScreen>
 
 #include <ostream>
@@ -17,23 +13,6 @@
 
 namespace clavo
 {
-namespace
-{
-
-/// Gives every item its place now, so that the window opens at its full height.
-void layOut(QQuickItem& item)
-{
-    for (auto* const child : item.childItems())
-        layOut(*child);
-    item.ensurePolished();
-}
-
-ScreenArea area(const QScreen& screen)
-{
-    return {.whole = screen.geometry(), .work = screen.availableGeometry()};
-}
-
-} // namespace
 
 QRect iconPlace(const ScreenArea& screen)
 {
@@ -64,7 +43,6 @@ std::optional<LiveScene::Scene> LiveScene::named(std::string_view name)
 LiveScene::LiveScene(AppState& state, LanguageSetting& language, std::ostream& output)
     : m_state(state), m_language(language), m_output(output)
 {
-    registerQmlModules();
 }
 
 void LiveScene::show(Scene scene)
@@ -81,10 +59,9 @@ void LiveScene::show(Scene scene)
 QQuickWindow& LiveScene::menuPanel(const QScreen& screen)
 {
     auto& window = made("PanelWindow.qml", {{"placed", true}});
-    window.setProperty("largestHeight", largestPanelHeight(area(screen)));
-    layOut(*window.contentItem());
-    window.setPosition(panelPosition(window.size(), iconPlace(area(screen)), area(screen)));
-    window.setMask(roundedRegion(window.size(), window.property("radius").toInt()));
+    window.setProperty("largestHeight", largestPanelHeight(areaOf(screen)));
+    layOut(window);
+    placePanel(window, iconPlace(areaOf(screen)), areaOf(screen));
     return window;
 }
 
@@ -104,14 +81,10 @@ QQuickWindow& LiveScene::made(const char* file, QVariantMap properties)
 {
     properties.insert("appState", QVariant::fromValue(&m_state));
     properties.insert("stats", QVariant::fromValue(m_state.stats()));
-    QQmlComponent component(&m_engine, QUrl("qrc:/qt-project.org/imports/Clavo/" + QString(file)));
-    auto* const window =
-        qobject_cast<QQuickWindow*>(component.createWithInitialProperties(properties));
-    if (!window)
-        fatal(component.errorString().toStdString());
+    auto& window = *m_windows.emplace_back(makeWindow(m_engine, file, properties));
     // By name, as the window's type is QML's.
-    connect(window, SIGNAL(quitRequested()), QCoreApplication::instance(), SLOT(quit()));
-    return *m_windows.emplace_back(window);
+    connect(&window, SIGNAL(quitRequested()), QCoreApplication::instance(), SLOT(quit()));
+    return window;
 }
 
 void LiveScene::tellReady()

@@ -1,16 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "ui/Panel.h"
 
-#include "log/Fatal.h"
 #include "ui/PanelPlacement.h"
-#include "ui/QmlModules.h"
-#include "ui/RoundedRegion.h"
+#include "ui/QmlWindow.h"
 
 #include <QGuiApplication>
-#include <QQmlComponent>
 #include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
 #include <QScreen>
 
 #include <utility>
@@ -20,29 +15,16 @@ namespace clavo
 namespace
 {
 
-constexpr auto panelWindow = "qrc:/qt-project.org/imports/Clavo/PanelWindow.qml";
-
 /// Whether a window of ours appears where we want it to.
 bool canPlaceWindows()
 {
     return !QGuiApplication::platformName().startsWith("wayland");
 }
 
-/// Gives every item its place now. The scene does so with its first frame, too late for the window
-/// to appear with the height that wrapped texts need.
-void layOut(QQuickItem& item)
-{
-    for (auto* const child : item.childItems())
-        layOut(*child);
-    item.ensurePolished();
-}
-
 ScreenArea screenAt(const QPoint& point)
 {
-    const auto* screen = QGuiApplication::screenAt(point);
-    if (!screen)
-        screen = QGuiApplication::primaryScreen();
-    return {.whole = screen->geometry(), .work = screen->availableGeometry()};
+    const auto* const screen = QGuiApplication::screenAt(point);
+    return areaOf(screen ? *screen : *QGuiApplication::primaryScreen());
 }
 
 } // namespace
@@ -68,19 +50,16 @@ void Panel::open(std::optional<QRect> place)
         m_interface->window->requestActivate();
         return;
     }
-    registerQmlModules();
     m_place = canPlaceWindows() ? place : std::nullopt;
     m_hadFocus = false;
     m_interface = std::make_unique<Interface>();
-    QQmlComponent component(&m_interface->engine, QUrl(panelWindow));
-    auto* const window = qobject_cast<QQuickWindow*>(component.createWithInitialProperties({
-        {"appState", QVariant::fromValue(&m_state)},
-        {"stats", QVariant::fromValue(m_state.stats())},
-        {"placed", m_place.has_value()},
-    }));
-    if (!window)
-        fatal(component.errorString().toStdString());
-    m_interface->window.reset(window);
+    m_interface->window = makeWindow(m_interface->engine, "PanelWindow.qml",
+                                     {
+                                         {"appState", QVariant::fromValue(&m_state)},
+                                         {"stats", QVariant::fromValue(m_state.stats())},
+                                         {"placed", m_place.has_value()},
+                                     });
+    auto* const window = m_interface->window.get();
     if (m_place)
         window->setProperty("largestHeight", largestPanelHeight(screenAt(m_place->topLeft())));
 
@@ -94,7 +73,7 @@ void Panel::open(std::optional<QRect> place)
         if (!isVisible)
             close();
     });
-    layOut(*window->contentItem());
+    layOut(*window);
     moveToPlace();
     window->show();
     window->requestActivate();
@@ -128,12 +107,8 @@ void Panel::toggle(std::optional<QRect> place)
 
 void Panel::moveToPlace()
 {
-    if (!m_place)
-        return;
-    auto* const window = m_interface->window.get();
-    const auto screen = screenAt(m_place->topLeft());
-    window->setPosition(panelPosition(window->size(), *m_place, screen));
-    window->setMask(roundedRegion(window->size(), window->property("radius").toInt()));
+    if (m_place)
+        placePanel(*m_interface->window, *m_place, screenAt(m_place->topLeft()));
 }
 
 void Panel::follow(bool isActive)

@@ -1,6 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "ui/PanelPlacement.h"
 
+#include "ui/RoundedRegion.h"
+
+#include <QScreen>
+#include <QVariant>
+#include <QWindow>
+
 #include <algorithm>
 
 namespace clavo
@@ -33,6 +39,11 @@ int inside(int wished, int length, int first, int last)
 
 } // namespace
 
+ScreenArea areaOf(const QScreen& screen)
+{
+    return {.whole = screen.geometry(), .work = screen.availableGeometry()};
+}
+
 int largestPanelHeight(const ScreenArea& screen)
 {
     return screen.work.height() - 2 * panelGap;
@@ -60,6 +71,12 @@ QPoint panelPosition(QSize panel, const QRect& icon, const ScreenArea& screen)
     const auto room = screen.work.marginsRemoved({panelGap, panelGap, panelGap, panelGap});
     return {inside(x, panel.width(), room.left(), room.right()),
             inside(y, panel.height(), room.top(), room.bottom())};
+}
+
+void placePanel(QWindow& panel, const QRect& icon, const ScreenArea& screen)
+{
+    panel.setPosition(panelPosition(panel.size(), icon, screen));
+    panel.setMask(roundedRegion(panel.size(), panel.property("radius").toInt()));
 }
 
 } // namespace clavo

@@ -5,6 +5,9 @@
 #include <QRect>
 #include <QSize>
 
+class QScreen;
+class QWindow;
+
 namespace clavo
 {
 
@@ -13,6 +16,8 @@ struct ScreenArea {
     QRect whole;
     QRect work; // Without the desktop's own panels.
 };
+
+[[nodiscard]] ScreenArea areaOf(const QScreen& screen);
 
 /// From the icon, and from the edges of the work area.
 inline constexpr int panelGap = 6;
@@ -24,5 +29,8 @@ inline constexpr int panelGap = 6;
 /// without extent: beside the icon, on its side towards the middle of the screen, centred on it as
 /// far as the work area allows.
 [[nodiscard]] QPoint panelPosition(QSize panel, const QRect& icon, const ScreenArea& screen);
+
+/// Moves the panel's window there, and cuts off what is outside of its round corners.
+void placePanel(QWindow& panel, const QRect& icon, const ScreenArea& screen);
 
 } // namespace clavo

@@ -1,23 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "ui/SettingsWindow.h"
 
-#include "log/Fatal.h"
-#include "ui/QmlModules.h"
+#include "ui/QmlWindow.h"
 
-#include <QQmlComponent>
 #include <QQmlEngine>
-#include <QQuickWindow>
 
 #include <utility>
 
 namespace clavo
 {
-namespace
-{
-
-constexpr auto settingsWindow = "qrc:/qt-project.org/imports/Clavo/SettingsWindow.qml";
-
-} // namespace
 
 /// What exists while the window is open. The window goes before the engine.
 struct SettingsWindow::Interface {
@@ -69,17 +60,14 @@ void SettingsWindow::close()
 
 void SettingsWindow::make()
 {
-    registerQmlModules();
     m_interface = std::make_unique<Interface>();
-    QQmlComponent component(&m_interface->engine, QUrl(settingsWindow));
-    auto* const window = qobject_cast<QQuickWindow*>(component.createWithInitialProperties({
-        {"appState", QVariant::fromValue(&m_state)},
-        {"stats", QVariant::fromValue(m_state.stats())},
-        {"language", QVariant::fromValue(&m_language)},
-    }));
-    if (!window)
-        fatal(component.errorString().toStdString());
-    m_interface->window.reset(window);
+    m_interface->window = makeWindow(m_interface->engine, "SettingsWindow.qml",
+                                     {
+                                         {"appState", QVariant::fromValue(&m_state)},
+                                         {"stats", QVariant::fromValue(m_state.stats())},
+                                         {"language", QVariant::fromValue(&m_language)},
+                                     });
+    auto* const window = m_interface->window.get();
 
     // By name: QML has no type for the window here.
     connect(window, SIGNAL(packsFolderRequested()), this, SLOT(showPacksFolder()));
