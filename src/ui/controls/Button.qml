@@ -15,13 +15,19 @@ T.Button {
                                         : highlighted ? (destructive ? Theme.textOnRed : Theme.textOnAccent)
                                         : destructive ? Theme.red : Theme.text
 
+    // As the space key does, which is not repeated either.
+    function press(event: KeyEvent) {
+        if (!event.isAutoRepeat)
+            clicked();
+    }
+
     implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, 64)
     implicitHeight: 28
     horizontalPadding: 12
     font.pixelSize: Theme.bodySize
     hoverEnabled: true
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    Keys.onReturnPressed: event => root.press(event)
+    Keys.onEnterPressed: event => root.press(event)
     Accessible.name: text
 
     background: Rectangle {

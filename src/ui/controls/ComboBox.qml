@@ -8,6 +8,12 @@ import Clavo.Controls
 T.ComboBox {
     id: root
 
+    property bool returnOpens: false
+
+    function isReturn(event: KeyEvent): bool {
+        return event.key === Qt.Key_Return || event.key === Qt.Key_Enter;
+    }
+
     implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, 120)
     implicitHeight: 28
     implicitContentWidthPolicy: T.ComboBox.WidestText
@@ -15,6 +21,18 @@ T.ComboBox {
     rightPadding: 30
     font.pixelSize: Theme.bodySize
     hoverEnabled: true
+    // As the space key does. It opens when the key is let go, which would close an open one.
+    Keys.onPressed: event => {
+        if (isReturn(event) && !event.isAutoRepeat)
+            returnOpens = !popup.visible;
+    }
+    Keys.onReleased: event => {
+        if (!isReturn(event) || event.isAutoRepeat || !returnOpens)
+            return;
+        returnOpens = false;
+        popup.open();
+        event.accepted = true;
+    }
 
     delegate: T.ItemDelegate {
         id: choice

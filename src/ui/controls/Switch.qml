@@ -8,8 +8,10 @@ import Clavo.Controls
 T.Switch {
     id: root
 
-    // As the space key does.
-    function turn() {
+    // As the space key does, which is not repeated either.
+    function turn(event: KeyEvent) {
+        if (event.isAutoRepeat)
+            return;
         toggle();
         toggled();
     }
@@ -19,8 +21,8 @@ T.Switch {
     rightPadding: indicator.width + (text ? Theme.spacing : 0)
     font.pixelSize: Theme.bodySize
     hoverEnabled: true
-    Keys.onReturnPressed: turn()
-    Keys.onEnterPressed: turn()
+    Keys.onReturnPressed: event => turn(event)
+    Keys.onEnterPressed: event => turn(event)
     Accessible.name: text
 
     indicator: Rectangle {

@@ -244,6 +244,23 @@ TestCase {
         verifyRing(control);
     }
 
+    function test_returnOpensAComboBoxToo_data() {
+        return [{tag: "return", key: Qt.Key_Return}, {tag: "enter", key: Qt.Key_Enter}];
+    }
+
+    function test_returnOpensAComboBoxToo(row) {
+        const control = createTemporaryObject(aComboBox, test) as ComboBox;
+        control.forceActiveFocus(Qt.TabFocusReason);
+        keyClick(row.key);
+        tryCompare(control.popup, "opened", true);
+        keyClick(Qt.Key_Down);
+        keyClick(row.key);
+        tryCompare(control.popup, "visible", false);
+        compare(control.currentIndex, 1);
+        keyClick(row.key);
+        tryCompare(control.popup, "opened", true);
+    }
+
     function test_comboBoxHasRoomForItsLongestText() {
         const narrow = createTemporaryObject(aComboBox, test) as ComboBox;
         const wide = createTemporaryObject(aComboBox, test, {

@@ -143,6 +143,33 @@ TEST_F(PanelAccess, EscapeClosesItFromWithinTheList)
     EXPECT_FALSE(panel().isOpen());
 }
 
+TEST_F(PanelAccess, EscapeClosesItWhileAHelpTextIsShown)
+{
+    moveOver({2, 2});
+    moveOver(middle(item("enabled")));
+    const auto* const help = item("enabled").findChild<QObject*>("help");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return help->property("opened").toBool(); }));
+
+    QTest::keyClick(&window(), Qt::Key_Escape);
+
+    EXPECT_FALSE(panel().isOpen());
+}
+
+TEST_F(PanelAccess, AHeldReturnTurnsASwitchAndPressesAButtonOnce)
+{
+    const QSignalSpy requests(&panel(), &Panel::quitRequested);
+    for (const auto* const name : {"mouseSounds", "quit"}) {
+        item(name).forceActiveFocus(Qt::TabFocusReason);
+        for (const auto isRepeated : {false, true, true}) {
+            QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, {}, "\r", isRepeated);
+            QCoreApplication::sendEvent(&window(), &held);
+        }
+    }
+
+    EXPECT_TRUE(state().mouseSounds());
+    EXPECT_EQ(requests.count(), 1);
+}
+
 TEST_F(PanelAccess, ArrowsMoveInThePackListAndSpaceAndReturnSelect)
 {
     item("packs").forceActiveFocus(Qt::TabFocusReason);
