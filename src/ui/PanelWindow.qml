@@ -41,18 +41,17 @@ Window {
         border.width: 1
     }
 
-    Flickable {
+    ScrollArea {
+        id: inside
         anchors.fill: parent
         anchors.margins: root.placed ? 1 : 0
         contentWidth: width
         contentHeight: view.implicitHeight - 2 * anchors.margins
-        interactive: contentHeight > height
-        boundsBehavior: Flickable.StopAtBounds
-        clip: interactive
 
         MenuView {
             id: view
-            x: -parent.x
+            x: -inside.anchors.margins
+            y: x
             width: root.width
             appState: root.appState
             stats: root.stats

@@ -170,6 +170,23 @@ TEST_F(PanelAccess, AHeldReturnTurnsASwitchAndPressesAButtonOnce)
     EXPECT_EQ(requests.count(), 1);
 }
 
+TEST_F(PanelAccess, WhatGetsTheFocusComesIntoViewOnALowScreen)
+{
+    const auto isInside = [this](QQuickItem& one) {
+        const auto edges = one.mapRectToScene(one.boundingRect());
+        return edges.top() >= 0 && edges.bottom() <= window().height();
+    };
+    window().setProperty("largestHeight", 300);
+    settle();
+    ASSERT_EQ(window().height(), 300);
+    ASSERT_FALSE(isInside(item("quit")));
+
+    item("quit").forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(isInside(item("quit")));
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(isInside(item("enabled")));
+}
+
 TEST_F(PanelAccess, ArrowsMoveInThePackListAndSpaceAndReturnSelect)
 {
     item("packs").forceActiveFocus(Qt::TabFocusReason);

@@ -20,6 +20,18 @@ TEST_F(PanelTest, OpensBesideThePlace)
     EXPECT_TRUE(window().flags() & Qt::FramelessWindowHint);
 }
 
+TEST_F(PanelTest, ItsContentIsAsFarFromEveryEdge)
+{
+    const auto edges = [this](const QString& name) {
+        const auto& one = item(name);
+        return one.mapRectToScene(one.boundingRect());
+    };
+
+    EXPECT_EQ(edges("today").left(), 14);
+    EXPECT_EQ(edges("best").right(), window().width() - 14);
+    EXPECT_EQ(edges("quit").bottom(), window().height() - 14);
+}
+
 TEST_F(PanelTest, IsAnOrdinaryWindowWithoutAPlace)
 {
     place.reset();
