@@ -1,42 +1,19 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Clavo
 import Clavo.Controls
 
 // What the program does beside its sounds: when it starts, its language, its permission, the user's
 // own packs.
-Flickable {
+ScrollArea {
     id: root
 
     required property AppState appState
     required property LanguageSetting language
     signal packsFolderRequested()
 
-    // Brings what has the keyboard's focus into view.
-    function show(item: Item) {
-        if (!item || !form.contains(form.mapFromItem(item, 0, 0)))
-            return;
-        const top = contentItem.mapFromItem(item, 0, 0).y - Theme.padding;
-        const bottom = top + item.height + 2 * Theme.padding;
-        contentY = Math.max(Math.min(contentY, top), bottom - height, 0);
-    }
-
     contentHeight: form.implicitHeight + 2 * form.anchors.topMargin
-    boundsBehavior: Flickable.StopAtBounds
-    interactive: contentHeight > height
-    clip: true
-
-    T.ScrollBar.vertical: ScrollBar {}
-
-    Connections {
-        target: root.Window
-
-        function onActiveFocusItemChanged() {
-            root.show(root.Window.activeFocusItem);
-        }
-    }
 
     ColumnLayout {
         id: form
