@@ -224,6 +224,10 @@ Nichts wird aufgezeichnet, nichts wird gesendet.</translation>
         <translation>Schalter</translation>
     </message>
     <message>
+        <source>No packs found</source>
+        <translation>Keine Pakete gefunden</translation>
+    </message>
+    <message>
         <source>Hover a switch to hear it, click to choose it.</source>
         <translation>Zum Anhören darauf zeigen, zum Auswählen klicken.</translation>
     </message>

@@ -224,6 +224,10 @@ Rien n’est enregistré, rien n’est envoyé.</translation>
         <translation>Switchs</translation>
     </message>
     <message>
+        <source>No packs found</source>
+        <translation>Aucun pack trouvé</translation>
+    </message>
+    <message>
         <source>Hover a switch to hear it, click to choose it.</source>
         <translation>Survolez pour écouter, cliquez pour choisir.</translation>
     </message>

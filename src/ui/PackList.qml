@@ -33,61 +33,98 @@ ColumnLayout {
         Accessible.name: text
     }
 
-    ListView {
-        id: list
-        objectName: "packs"
+    Card {
         Layout.fillWidth: true
-        Layout.preferredHeight: 210
-        model: packs
-        clip: true
-        boundsBehavior: Flickable.StopAtBounds
-        activeFocusOnTab: true
-        keyNavigationEnabled: true
-        T.ScrollBar.vertical: ScrollBar {
-            id: bar
-        }
-        Accessible.role: Accessible.List
-        Accessible.name: qsTr("Switches")
+        implicitHeight: list.height + 2 * list.anchors.margins
 
-        section.property: "categoryTitle"
-        section.delegate: Label {
-            objectName: "categoryTitle"
-            required property string section
-            text: section
-            color: Theme.secondaryText
-            font.pixelSize: Theme.captionSize
-            font.weight: Font.DemiBold
-            leftPadding: 8
-            topPadding: 8
-            bottomPadding: 4
-            Accessible.role: Accessible.Heading
-            Accessible.name: text
-        }
+        ListView {
+            id: list
+            objectName: "packs"
 
-        // qmllint disable unqualified
-        // To bind components would keep Qt 6.4 from making the section titles.
-        delegate: PackRow {
-            objectName: "row"
-            required property int index
-            required property string packID
-            width: ListView.view.width - bar.width
-            highlighted: preview.hovered === packID
-            onHoveredChanged: hovered ? preview.enter(packID) : preview.leave(packID)
-            onClicked: {
-                list.currentIndex = index;
-                root.appState.packID = packID; // Loads it also when it is the selected one.
+            readonly property int page: 6
+
+            function moveBy(rows: int) {
+                currentIndex = Math.max(0, Math.min(currentIndex + rows, count - 1));
+            }
+
+            anchors { left: parent.left; right: parent.right; top: parent.top; margins: 4 }
+            height: 210
+            model: packs
+            clip: true
+            boundsBehavior: Flickable.StopAtBounds
+            activeFocusOnTab: count > 0
+            keyNavigationEnabled: true
+            Keys.onPressed: event => {
+                event.accepted = true;
+                if (event.key === Qt.Key_Home)
+                    moveBy(-count);
+                else if (event.key === Qt.Key_End)
+                    moveBy(count);
+                else if (event.key === Qt.Key_PageUp)
+                    moveBy(-page);
+                else if (event.key === Qt.Key_PageDown)
+                    moveBy(page);
+                else
+                    event.accepted = false;
+            }
+            T.ScrollBar.vertical: ScrollBar {
+                id: bar
+                verticalPadding: 4 // The card's corners are round.
+            }
+            Accessible.role: Accessible.List
+            Accessible.name: qsTr("Switches")
+
+            section.property: "categoryTitle"
+            section.delegate: Label {
+                objectName: "categoryTitle"
+                required property string section
+                text: section
+                color: Theme.secondaryText
+                font.pixelSize: Theme.captionSize
+                font.weight: Font.DemiBold
+                leftPadding: 8
+                topPadding: 8
+                bottomPadding: 4
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+
+            // qmllint disable unqualified
+            // To bind components would keep Qt 6.4 from making the section titles.
+            delegate: PackRow {
+                objectName: "row"
+                required property int index
+                required property string packID
+                width: ListView.view.width - (bar.visible ? bar.width : 0)
+                highlighted: preview.hovered === packID
+                onHoveredChanged: hovered ? preview.enter(packID) : preview.leave(packID)
+                onClicked: {
+                    list.currentIndex = index;
+                    root.appState.packID = packID; // Loads it also when it is the selected one.
+                }
+            }
+            // qmllint enable unqualified
+
+            Component.onCompleted: {
+                currentIndex = Math.max(0, packs.selectedRow);
+                positionViewAtIndex(currentIndex, ListView.Contain);
             }
         }
-        // qmllint enable unqualified
 
-        Component.onCompleted: {
-            currentIndex = Math.max(0, packs.selectedRow);
-            positionViewAtIndex(currentIndex, ListView.Contain);
+        Label {
+            objectName: "noPacks"
+            anchors.centerIn: list
+            visible: list.count === 0
+            text: qsTr("No packs found")
+            color: Theme.secondaryText
+            font.pixelSize: Theme.rowSize
         }
     }
 
     Label {
+        objectName: "hint"
         Layout.fillWidth: true
+        visible: list.count > 0
         text: qsTr("Hover a switch to hear it, click to choose it.")
         color: Theme.secondaryText
         font.pixelSize: Theme.captionSize

@@ -16,6 +16,9 @@ ColumnLayout {
         spacing: 8
 
         Symbol {
+            // It is narrow: its edge stands where the texts begin.
+            Layout.leftMargin: -4
+            Layout.rightMargin: -4
             name: "speaker.fill"
             color: Theme.secondaryText
             size: 14

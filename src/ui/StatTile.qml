@@ -40,6 +40,8 @@ Card {
             id: valueText
             objectName: "value"
             Layout.fillWidth: true
+            Layout.leftMargin: 3
+            Layout.rightMargin: 3
             Layout.preferredHeight: Math.ceil(figure.height)
             text: root.value
             font.pixelSize: Theme.figureSize

@@ -304,5 +304,11 @@ TEST_F(WithoutPacks, TheHeaderShowsADash)
     EXPECT_FALSE(isShown("row"));
 }
 
+TEST_F(WithoutPacks, TheListSaysThatThereAreNone)
+{
+    EXPECT_EQ(text("noPacks"), "No packs found");
+    EXPECT_FALSE(isShown("hint"));
+}
+
 } // namespace
 } // namespace clavo

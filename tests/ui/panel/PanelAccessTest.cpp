@@ -187,6 +187,23 @@ TEST_F(PanelAccess, WhatGetsTheFocusComesIntoViewOnALowScreen)
     EXPECT_TRUE(isInside(item("enabled")));
 }
 
+TEST_F(PanelAccess, HomeAndEndAndThePageKeysMoveInThePackList)
+{
+    addPack("third", "Third", "special");
+    auto& packs = item("packs");
+    packs.forceActiveFocus(Qt::TabFocusReason);
+    const auto current = [&] { return packs.property("currentIndex").toInt(); };
+
+    press(Qt::Key_End);
+    EXPECT_EQ(current(), 2);
+    press(Qt::Key_Home);
+    EXPECT_EQ(current(), 0);
+    press(Qt::Key_PageDown);
+    EXPECT_EQ(current(), 2);
+    press(Qt::Key_PageUp);
+    EXPECT_EQ(current(), 0);
+}
+
 TEST_F(PanelAccess, ArrowsMoveInThePackListAndSpaceAndReturnSelect)
 {
     item("packs").forceActiveFocus(Qt::TabFocusReason);
