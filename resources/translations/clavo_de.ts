@@ -41,11 +41,11 @@ Nichts wird aufgezeichnet, nichts wird gesendet.</translation>
     </message>
     <message>
         <source>Restart Clavo to apply the language.</source>
-        <translation>Die Sprache gilt nach einem Neustart von Clavo.</translation>
+        <translation>Gilt nach einem Neustart von Clavo.</translation>
     </message>
     <message>
         <source>Restart now</source>
-        <translation>Jetzt neu starten</translation>
+        <translation>Neu starten</translation>
     </message>
     <message>
         <source>Permission</source>
@@ -60,16 +60,12 @@ Nichts wird aufgezeichnet, nichts wird gesendet.</translation>
         <translation>Erteilt</translation>
     </message>
     <message>
-        <source>From the next login</source>
-        <translation>Ab der nächsten Anmeldung</translation>
-    </message>
-    <message>
-        <source>No keyboard found</source>
-        <translation>Keine Tastatur gefunden</translation>
-    </message>
-    <message>
         <source>Grant…</source>
         <translation>Erteilen …</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
     </message>
     <message>
         <source>Read-only: Clavo knows a key moved, never which one you type. It stays silent in password fields.</source>
@@ -233,15 +229,7 @@ Nichts wird aufgezeichnet, nichts wird gesendet.</translation>
     </message>
 </context>
 <context>
-    <name>PermissionCard</name>
-    <message>
-        <source>Permission needed</source>
-        <translation>Berechtigung nötig</translation>
-    </message>
-    <message>
-        <source>Clavo needs to detect that a key moved. It never records what you type.</source>
-        <translation>Clavo muss erkennen, dass sich eine Taste bewegt hat. Was Sie tippen, wird nie aufgezeichnet.</translation>
-    </message>
+    <name>PermissionAdvice</name>
     <message>
         <source>The permission is granted and counts from your next login.</source>
         <translation>Die Berechtigung ist erteilt und gilt ab der nächsten Anmeldung.</translation>
@@ -262,13 +250,28 @@ Nichts wird aufgezeichnet, nichts wird gesendet.</translation>
         <source>Commands that grant the permission</source>
         <translation>Befehle, die die Berechtigung erteilen</translation>
     </message>
+</context>
+<context>
+    <name>PermissionCard</name>
+    <message>
+        <source>Permission needed</source>
+        <translation>Berechtigung nötig</translation>
+    </message>
+    <message>
+        <source>Clavo needs to detect that a key moved. It never records what you type.</source>
+        <translation>Clavo muss erkennen, dass sich eine Taste bewegt hat. Was Sie tippen, wird nie aufgezeichnet.</translation>
+    </message>
     <message>
         <source>Open Input Monitoring</source>
-        <translation>Eingabeüberwachung öffnen</translation>
+        <translation>Einstellung öffnen</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
     </message>
     <message>
         <source>Restart now</source>
-        <translation>Jetzt neu starten</translation>
+        <translation>Neu starten</translation>
     </message>
 </context>
 <context>

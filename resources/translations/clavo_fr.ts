@@ -60,16 +60,12 @@ Rien n’est enregistré, rien n’est envoyé.</translation>
         <translation>Accordée</translation>
     </message>
     <message>
-        <source>From the next login</source>
-        <translation>À la prochaine connexion</translation>
-    </message>
-    <message>
-        <source>No keyboard found</source>
-        <translation>Aucun clavier trouvé</translation>
-    </message>
-    <message>
         <source>Grant…</source>
         <translation>Accorder…</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copier</translation>
     </message>
     <message>
         <source>Read-only: Clavo knows a key moved, never which one you type. It stays silent in password fields.</source>
@@ -233,15 +229,7 @@ Rien n’est enregistré, rien n’est envoyé.</translation>
     </message>
 </context>
 <context>
-    <name>PermissionCard</name>
-    <message>
-        <source>Permission needed</source>
-        <translation>Autorisation requise</translation>
-    </message>
-    <message>
-        <source>Clavo needs to detect that a key moved. It never records what you type.</source>
-        <translation>Clavo doit détecter qu’une touche a bougé. Il n’enregistre jamais ce que vous tapez.</translation>
-    </message>
+    <name>PermissionAdvice</name>
     <message>
         <source>The permission is granted and counts from your next login.</source>
         <translation>L’autorisation est accordée et vaut à partir de votre prochaine connexion.</translation>
@@ -262,9 +250,24 @@ Rien n’est enregistré, rien n’est envoyé.</translation>
         <source>Commands that grant the permission</source>
         <translation>Commandes qui accordent l’autorisation</translation>
     </message>
+</context>
+<context>
+    <name>PermissionCard</name>
+    <message>
+        <source>Permission needed</source>
+        <translation>Autorisation requise</translation>
+    </message>
+    <message>
+        <source>Clavo needs to detect that a key moved. It never records what you type.</source>
+        <translation>Clavo doit détecter qu’une touche a bougé. Il n’enregistre jamais ce que vous tapez.</translation>
+    </message>
     <message>
         <source>Open Input Monitoring</source>
-        <translation>Ouvrir Surveillance de l’entrée</translation>
+        <translation>Ouvrir le réglage</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copier</translation>
     </message>
     <message>
         <source>Restart now</source>

@@ -88,11 +88,6 @@ ScrollArea {
                     text: qsTr("Granted")
                     color: Theme.green
                 }
-                Label {
-                    visible: root.appState.needsLogin || root.appState.lacksKeyboard
-                    text: root.appState.needsLogin ? qsTr("From the next login") : qsTr("No keyboard found")
-                    color: Theme.secondaryText
-                }
                 Button {
                     visible: !root.appState.hasPermission
                     text: qsTr("Grant…")
@@ -102,6 +97,24 @@ ScrollArea {
                     visible: !root.appState.hasPermission && root.appState.needsRelaunch
                     text: qsTr("Restart now")
                     onClicked: root.appState.relaunch()
+                }
+            }
+            FormRow {
+                visible: root.appState.needsLogin || root.appState.lacksKeyboard || advice.hasCommands
+
+                ColumnLayout {
+                    spacing: 8
+
+                    PermissionAdvice {
+                        id: advice
+                        Layout.fillWidth: true
+                        appState: root.appState
+                    }
+                    Button {
+                        visible: advice.hasCommands
+                        text: qsTr("Copy")
+                        onClicked: advice.copy()
+                    }
                 }
             }
             FormRow {

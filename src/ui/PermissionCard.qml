@@ -42,32 +42,10 @@ Card {
             font.pixelSize: Theme.rowSize
             wrapMode: Text.WordWrap
         }
-        Label {
+        PermissionAdvice {
+            id: advice
             Layout.fillWidth: true
-            objectName: "permissionAdvice"
-            text: root.appState.needsLogin
-                ? qsTr("The permission is granted and counts from your next login.")
-                : root.appState.lacksKeyboard
-                ? qsTr("There is no keyboard to listen to: Clavo restarts by itself once there is one.")
-                : root.appState.permissionCommands.length > 0
-                ? qsTr("Type these two commands in a terminal: Clavo restarts by itself once allowed.")
-                : qsTr("Turn on Clavo in the list: it restarts by itself once allowed.")
-            color: Theme.secondaryText
-            font.pixelSize: Theme.captionSize
-            wrapMode: Text.WordWrap
-        }
-        TextEdit {
-            Layout.fillWidth: true
-            objectName: "permissionCommands"
-            visible: text.length > 0
-            text: root.appState.permissionCommands
-            color: Theme.text
-            font.family: "monospace"
-            font.pixelSize: Theme.sectionSize
-            wrapMode: TextEdit.WrapAnywhere
-            readOnly: true
-            selectByMouse: true
-            Accessible.name: qsTr("Commands that grant the permission")
+            appState: root.appState
         }
         Flow {
             Layout.fillWidth: true
@@ -77,6 +55,12 @@ Card {
                 horizontalPadding: 10 // Both fit beside each other.
                 text: qsTr("Open Input Monitoring")
                 onClicked: root.appState.requestPermission()
+            }
+            Button {
+                horizontalPadding: 10
+                visible: advice.hasCommands
+                text: qsTr("Copy")
+                onClicked: advice.copy()
             }
             Button {
                 horizontalPadding: 10

@@ -27,6 +27,19 @@ std::unique_ptr<StatsStore> statsOf(FakeApplication::Kind kind)
     return std::make_unique<StatsStore>(days, best, nothingIsSaved);
 }
 
+bool isPermitted(FakeApplication::Kind kind)
+{
+    switch (kind) {
+    case FakeApplication::WithoutPermission:
+    case FakeApplication::WithCommands:
+    case FakeApplication::BeforeLogin:
+    case FakeApplication::WithoutKeyboard:
+        return false;
+    default:
+        return true;
+    }
+}
+
 } // namespace
 
 class FakeApplication::Ports : private AppStateFixture
@@ -38,10 +51,19 @@ public:
             addPacks();
         if (kind == WithLongNames)
             addLongNames();
-        permission = kind != WithoutPermission;
+        permission = isPermitted(kind);
         if (kind == BeforeRelaunch)
             needRelaunch();
         m_language.emplace(state().defaults());
+        if (kind == BeforeLogin)
+            access->obstacle = InputAccess::State::notInThisLogin;
+        else if (kind == WithoutKeyboard)
+            access->obstacle = InputAccess::State::noKeyboard;
+        else if (kind == WithCommands)
+            access->typed = "echo 'SUBSYSTEM==\"input\", TAG+=\"uaccess\"' | sudo tee "
+                            "/etc/udev/rules.d/70-input.rules\n"
+                            "sudo udevadm control --reload && sudo udevadm trigger "
+                            "--subsystem-match=input --action=change";
     }
 
     using AppStateFixture::state;

@@ -27,6 +27,9 @@ public:
     enum Kind {
         Ordinary,
         WithoutPermission,
+        WithCommands,  // That grant the permission.
+        BeforeLogin,   // The permission counts from the next one.
+        WithoutKeyboard,
         BeforeRelaunch, // With a permission that this process cannot use.
         WithoutPacks,   // Nor a key typed.
         WithLongNames,  // Packs of the user's own.

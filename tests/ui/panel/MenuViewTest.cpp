@@ -2,6 +2,9 @@
 #include "ui/HoverPreview.h"
 #include "ui/panel/PanelFixture.h"
 
+#include <QClipboard>
+#include <QTranslator>
+
 #include <gmock/gmock.h>
 
 namespace clavo
@@ -124,6 +127,37 @@ TEST_F(MenuViewTest, SaysWhatKeepsItFromListening)
     EXPECT_EQ(said(InputAccess::State::refused, "sudo one\nsudo two"),
               "Type these two commands in a terminal: Clavo restarts by itself once allowed.");
     EXPECT_EQ(text("permissionCommands"), "sudo one\nsudo two");
+}
+
+TEST_F(MenuViewTest, TheCommandsCanBeCopied)
+{
+    permission = false;
+    window();
+    EXPECT_TRUE(itemsThat([](auto* item) { return item->property("text") == "Copy"; }).empty());
+    access->typed = "sudo one\nsudo two";
+    access->changed();
+    settle();
+
+    click(button("Copy"));
+
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "sudo one\nsudo two");
+}
+
+TEST_F(MenuViewTest, TheCardsButtonsStandBesideEachOtherInLongerLanguages)
+{
+    needRelaunch();
+    for (const auto* const language : {"fr", "de"}) {
+        QTranslator translator;
+        ASSERT_TRUE(translator.load(QString("clavo_") + language, ":/translations"));
+        QCoreApplication::installTranslator(&translator);
+        const auto buttons = itemsThat([card = &item("permissionCard")](auto* item) {
+            return item->inherits("QQuickButton") && card->isAncestorOf(item);
+        });
+        ASSERT_EQ(buttons.size(), 2U);
+        EXPECT_EQ(buttons[0]->y(), buttons[1]->y()) << language;
+        panel().close();
+        QCoreApplication::processEvents();
+    }
 }
 
 TEST_F(MenuViewTest, TilesShowTheStatistics)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings/SettingsFixture.h"
 
+#include <QClipboard>
+
 namespace clavo
 {
 namespace
@@ -163,6 +165,39 @@ TEST_F(GeneralTab, OffersTheRestartThatThePermissionNeeds)
     click(control("Restart now"));
 
     EXPECT_EQ(relauncher->opened, 1);
+}
+
+TEST_F(GeneralTab, SaysWhatKeepsItFromListening)
+{
+    permission = false;
+    openTab();
+    EXPECT_EQ(named("permissionAdvice"), nullptr);
+    const auto said = [this](InputAccess::State state) {
+        access->obstacle = state;
+        access->changed();
+        return named("permissionAdvice")->property("text").toString().toStdString();
+    };
+
+    EXPECT_EQ(said(InputAccess::State::noKeyboard),
+              "There is no keyboard to listen to: Clavo restarts by itself once there is one.");
+    EXPECT_EQ(said(InputAccess::State::notInThisLogin),
+              "The permission is granted and counts from your next login.");
+    EXPECT_EQ(control("Copy"), nullptr);
+}
+
+TEST_F(GeneralTab, TheCommandsThatGrantThePermissionCanBeCopied)
+{
+    permission = false;
+    openTab();
+    access->typed = "sudo one\nsudo two";
+    access->changed();
+    turnLoop();
+    EXPECT_EQ(named("permissionCommands")->property("text").toString(), "sudo one\nsudo two");
+    window().grabWindow(); // Lays them out.
+
+    click(control("Copy"));
+
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "sudo one\nsudo two");
 }
 
 TEST_F(GeneralTab, OpensThePacksFolderWhichIsThereThen)

@@ -19,6 +19,18 @@ Rectangle {
             PropertyChanges { application.kind: FakeApplication.WithoutPermission }
         },
         State {
+            name: "commands"
+            PropertyChanges { application.kind: FakeApplication.WithCommands }
+        },
+        State {
+            name: "login"
+            PropertyChanges { application.kind: FakeApplication.BeforeLogin }
+        },
+        State {
+            name: "noKeyboard"
+            PropertyChanges { application.kind: FakeApplication.WithoutKeyboard }
+        },
+        State {
             name: "relaunch"
             PropertyChanges { application.kind: FakeApplication.BeforeRelaunch }
         },

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+import QtQuick.Layouts
+import Clavo
+import Clavo.Controls
+
+// What the user can do about the missing permission, with the commands for it where there are some.
+ColumnLayout {
+    id: root
+
+    required property AppState appState
+    readonly property bool hasCommands: appState.permissionCommands !== ""
+
+    // Puts the commands on the clipboard.
+    function copy() {
+        commands.copy();
+    }
+
+    spacing: 8
+
+    Label {
+        Layout.fillWidth: true
+        objectName: "permissionAdvice"
+        text: root.appState.needsLogin
+            ? qsTr("The permission is granted and counts from your next login.")
+            : root.appState.lacksKeyboard
+            ? qsTr("There is no keyboard to listen to: Clavo restarts by itself once there is one.")
+            : root.hasCommands
+            ? qsTr("Type these two commands in a terminal: Clavo restarts by itself once allowed.")
+            : qsTr("Turn on Clavo in the list: it restarts by itself once allowed.")
+        color: Theme.secondaryText
+        font.pixelSize: Theme.captionSize
+        wrapMode: Text.WordWrap
+    }
+    CommandLines {
+        id: commands
+        objectName: "permissionCommands"
+        Layout.fillWidth: true
+        visible: root.hasCommands
+        text: root.appState.permissionCommands
+        Accessible.name: qsTr("Commands that grant the permission")
+    }
+}
