@@ -27,6 +27,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <functional>
+#include <map>
 #include <optional>
 #include <thread>
 #include <vector>
@@ -192,14 +193,14 @@ qulonglong sum(const QString& file, const QByteArray& name)
     return total;
 }
 
-/// How often all threads together have gone to sleep, which is as often as they woke.
-qulonglong sleeps(const QString& process)
+/// How often each thread has gone to sleep, which is as often as it woke.
+std::map<QString, qulonglong> sleeps(const QString& process)
 {
-    qulonglong total = 0;
+    std::map<QString, qulonglong> counts;
     const QDir threads(process + "/task");
     for (const auto& thread : threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
-        total += sum(threads.filePath(thread) + "/status", "voluntary_ctxt_switches:");
-    return total;
+        counts[thread] = sum(threads.filePath(thread) + "/status", "voluntary_ctxt_switches:");
+    return counts;
 }
 
 /// What the process costs while nobody uses it.
@@ -207,9 +208,11 @@ Cost costAtRest(qint64 processId)
 {
     const auto process = QString("/proc/%1").arg(processId);
     std::this_thread::sleep_for(timeToRest);
-    const auto before = sleeps(process);
+    auto before = sleeps(process);
     std::this_thread::sleep_for(wakeUpTime);
-    const auto woken = sleeps(process) - before;
+    qulonglong woken = 0;
+    for (const auto& [thread, count] : sleeps(process)) // A thread that has ended wakes nobody.
+        woken += count - before[thread];
     const auto memory = process + "/smaps_rollup";
     return {.privateMemory = static_cast<double>(sum(memory, "Private_Dirty:")) / 1024,
             .proportional = static_cast<double>(sum(memory, "Pss:")) / 1024,
