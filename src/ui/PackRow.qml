@@ -12,6 +12,12 @@ T.RadioDelegate {
     required property string name
     required property bool selected
 
+    // As the space key does, which is not repeated either.
+    function choose(event: KeyEvent) {
+        if (!event.isAutoRepeat)
+            clicked();
+    }
+
     text: name
     implicitHeight: 28
     leftPadding: 8
@@ -21,8 +27,8 @@ T.RadioDelegate {
 
     checked: selected
     Accessible.name: name
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
+    Keys.onReturnPressed: event => choose(event)
+    Keys.onEnterPressed: event => choose(event)
 
     contentItem: RowLayout {
         spacing: 8

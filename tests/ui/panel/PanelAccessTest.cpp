@@ -155,10 +155,12 @@ TEST_F(PanelAccess, EscapeClosesItWhileAHelpTextIsShown)
     EXPECT_FALSE(panel().isOpen());
 }
 
-TEST_F(PanelAccess, AHeldReturnTurnsASwitchAndPressesAButtonOnce)
+TEST_F(PanelAccess, AHeldReturnChoosesAPackTurnsASwitchAndPressesAButtonOnce)
 {
     const QSignalSpy requests(&panel(), &Panel::quitRequested);
-    for (const auto* const name : {"mouseSounds", "quit"}) {
+    window();
+    lines().clear();
+    for (const auto* const name : {"packs", "mouseSounds", "quit"}) {
         item(name).forceActiveFocus(Qt::TabFocusReason);
         for (const auto isRepeated : {false, true, true}) {
             QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, {}, "\r", isRepeated);
@@ -166,6 +168,7 @@ TEST_F(PanelAccess, AHeldReturnTurnsASwitchAndPressesAButtonOnce)
         }
     }
 
+    EXPECT_THAT(lines(), ElementsAre("pack chargé : cherrymx-red-abs"));
     EXPECT_TRUE(state().mouseSounds());
     EXPECT_EQ(requests.count(), 1);
 }
