@@ -25,10 +25,17 @@ Item {
         font.pixelSize: Theme.sectionSize
     }
 
+    TextMetrics {
+        id: largest
+        text: chart.lines[chart.lines.length - 1]
+        font.pixelSize: Theme.sectionSize
+    }
+
     Item {
         id: plot
         // The outermost labels reach half their height beyond it.
-        anchors { fill: parent; topMargin: 6; rightMargin: 60; bottomMargin: metrics.height + 8 }
+        anchors { fill: parent; topMargin: 6; bottomMargin: metrics.height + 8 }
+        anchors.rightMargin: Math.min(Math.ceil(largest.advanceWidth) + 10, 60)
 
         Repeater {
             model: chart.lines
@@ -48,7 +55,7 @@ Item {
                 }
                 Text {
                     anchors.verticalCenter: parent.verticalCenter
-                    x: plot.width + 6
+                    x: plot.width + 8
                     width: root.width - x
                     horizontalAlignment: Text.AlignRight
                     text: line.modelData
@@ -86,10 +93,11 @@ Item {
                 }
                 ToolTip {
                     visible: pointer.hovered
-                    y: -implicitHeight
+                    y: bar.y - implicitHeight - 6
                     text: day.date + ", " + qsTr("Keys") + " " + day.keys
                 }
                 GradientBar {
+                    id: bar
                     objectName: "bar"
                     anchors { bottom: parent.bottom; horizontalCenter: parent.horizontalCenter }
                     width: 2 * Math.round(parent.width * 0.31)
