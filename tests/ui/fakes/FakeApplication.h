@@ -27,8 +27,8 @@ public:
     enum Kind {
         Ordinary,
         WithoutPermission,
-        WithCommands,  // That grant the permission.
-        BeforeLogin,   // The permission counts from the next one.
+        WithCommands, // That grant the permission.
+        BeforeLogin,  // The permission counts from the next one.
         WithoutKeyboard,
         BeforeRelaunch, // With a permission that this process cannot use.
         WithoutPacks,   // Nor a key typed.
