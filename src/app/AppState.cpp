@@ -30,7 +30,8 @@ AppState::AppState(Platform platform, Surroundings surroundings)
 
 AppState::AppState(Platform platform, Surroundings surroundings, std::unique_ptr<StatsStore> stats)
     : m_platform(std::move(platform)), m_surroundings(std::move(surroundings)),
-      m_hasPermission(m_platform.inputAccess->isGranted()),
+      m_inputAccess(m_platform.inputAccess->state()),
+      m_hasPermission(m_inputAccess == InputAccess::State::granted),
       m_stats(stats ? std::move(stats)
                     : std::make_unique<StatsStore>(m_platform.applicationSupport,
                                                    m_surroundings.stats)),
@@ -41,7 +42,11 @@ AppState::AppState(Platform platform, Surroundings surroundings, std::unique_ptr
           .runLater = m_surroundings.runLater,
           .uptime = m_surroundings.uptime,
           .isListening = [this] { return m_hasPermission; },
-          .ask = m_surroundings.askFreshProcess,
+          .ask =
+              [this](std::function<void(bool)> receiver) {
+                  lookAtInputAccess();
+                  m_surroundings.askFreshProcess(std::move(receiver));
+              },
           .onGranted = [this] { relaunchForPermission(); },
       })
 {
@@ -65,7 +70,7 @@ AppState::AppState(Platform platform, Surroundings surroundings, std::unique_ptr
                                      state->toggle();
                              });
                      });
-    m_platform.inputAccess->changed = [this] { emit inputAccessChanged(); };
+    m_platform.inputAccess->changed = [this] { lookAtInputAccess(); };
     if (!startListening())
         requestPermission();
 }
@@ -218,7 +223,8 @@ void AppState::loadSelectedPack()
 
 bool AppState::startListening()
 {
-    const auto granted = m_platform.inputAccess->isGranted();
+    lookAtInputAccess();
+    const auto granted = m_inputAccess == InputAccess::State::granted;
     const auto listening = granted && m_input.start();
     log::notice("autorisation : {}, écoute : {}", granted, listening);
     const auto previous = std::exchange(m_hasPermission, listening);
@@ -231,24 +237,25 @@ void AppState::requestPermission()
 {
     if (!m_platform.inputAccess->request())
         m_platform.inputAccess->showSettings();
-    emit inputAccessChanged();
+    lookAtInputAccess();
     m_permissionWait.start();
 }
 
-bool AppState::needsLogin() const
+void AppState::lookAtInputAccess()
 {
-    return !m_hasPermission &&
-           m_platform.inputAccess->state() == InputAccess::State::notInThisLogin;
+    const auto state = m_platform.inputAccess->state();
+    const auto isRefused = state == InputAccess::State::refused;
+    const auto commands = isRefused ? m_platform.inputAccess->commands() : std::string();
+    const auto previous = std::exchange(m_inputAccess, state);
+    const auto previousCommands =
+        std::exchange(m_permissionCommands, QString::fromStdString(commands));
+    if (state != previous || m_permissionCommands != previousCommands)
+        emit inputAccessChanged();
 }
 
-bool AppState::lacksKeyboard() const
+bool AppState::lacks(InputAccess::State what) const
 {
-    return !m_hasPermission && m_platform.inputAccess->state() == InputAccess::State::noKeyboard;
-}
-
-QString AppState::permissionCommands() const
-{
-    return m_hasPermission ? QString() : QString::fromStdString(m_platform.inputAccess->commands());
+    return !m_hasPermission && m_inputAccess == what;
 }
 
 void AppState::relaunchForPermission()

@@ -109,12 +109,12 @@ public:
     /// next time to the user.
     [[nodiscard]] bool needsRelaunch() const { return m_needsRelaunch; }
     /// The permission was granted and counts from the user's next login.
-    [[nodiscard]] bool needsLogin() const;
+    [[nodiscard]] bool needsLogin() const { return lacks(InputAccess::State::notInThisLogin); }
     /// There is no keyboard that the permission could be for.
-    [[nodiscard]] bool lacksKeyboard() const;
+    [[nodiscard]] bool lacksKeyboard() const { return lacks(InputAccess::State::noKeyboard); }
     /// What grants the permission when it is typed into a terminal, a line each; empty where the
     /// program can ask for it.
-    [[nodiscard]] QString permissionCommands() const;
+    [[nodiscard]] QString permissionCommands() const { return m_permissionCommands; }
 
     [[nodiscard]] const std::vector<SoundPack>& packs() const { return m_packs; }
     /// The pack with the selected id, the first one where none has it, null where there is no pack.
@@ -150,6 +150,8 @@ private:
     void loadPacks();
     void loadSelectedPack();
     bool startListening();
+    void lookAtInputAccess();
+    [[nodiscard]] bool lacks(InputAccess::State what) const;
     void relaunchForPermission();
 
     void handle(const InputMonitor::Event& event);
@@ -162,6 +164,9 @@ private:
     Settings m_settings;
     std::vector<SoundPack> m_packs;
     bool m_launchAtLogin = false;
+    // As it was when last looked at, which takes a look at every input device.
+    InputAccess::State m_inputAccess = InputAccess::State::refused;
+    QString m_permissionCommands;
     bool m_hasPermission = false;
     bool m_needsRelaunch = false;
     double m_lastScroll = 0; // Uptime of the last tick played, seconds.

@@ -34,7 +34,8 @@ public:
     /// Shows the user where the permission is granted. Does nothing where there is no such place.
     virtual void showSettings() = 0;
 
-    /// What the user can type into a terminal instead, a line each; empty where request() does it.
+    /// What the user can type into a terminal where it is refused, a line each; empty where
+    /// request() asks for it.
     [[nodiscard]] virtual std::string commands() const { return {}; }
 
     /// Called on the main thread when commands() changes.

@@ -10,7 +10,11 @@ namespace clavo
 class FakeInputAccess : public InputAccess
 {
 public:
-    [[nodiscard]] State state() const override { return granted ? State::granted : obstacle; }
+    [[nodiscard]] State state() const override
+    {
+        ++looks;
+        return granted ? State::granted : obstacle;
+    }
     bool request() override
     {
         ++requests;
@@ -22,6 +26,7 @@ public:
     bool granted = true;
     State obstacle = State::refused; // While it is not granted.
     std::string typed;               // The commands.
+    mutable int looks = 0;           // Calls of state().
     int requests = 0;
     int settingsShown = 0;
 };

@@ -2,6 +2,7 @@
 #include "clavo-grant-input/InputGrant.h"
 
 #include "files/WholeFile.h"
+#include "platform/linux/InputRule.h"
 
 #include <spawn.h>
 #include <sys/wait.h>
@@ -20,16 +21,18 @@ namespace
 
 namespace fs = std::filesystem;
 
-// Read before 73-seat-late.rules, which gives the devices so marked to whoever sits at them.
-constexpr std::string_view ruleFile = "etc/udev/rules.d/70-clavo-input.rules";
-constexpr std::string_view rule =
+constexpr auto purpose =
     "# Clavo: keyboards and mice can be read by the programs of whoever sits at the machine.\n"
-    "# clavo-grant-input --revoke takes this back.\n"
-    "SUBSYSTEM==\"input\", KERNEL==\"event*\", TAG+=\"uaccess\"\n";
+    "# clavo-grant-input --revoke takes this back.\n";
 
 constexpr std::array commandPlaces{"usr/bin/udevadm", "bin/udevadm", "sbin/udevadm"};
 
 constexpr auto noUdev = "there is no udevadm, so udev is not what gives out devices here";
+
+fs::path ruleFileBelow(const fs::path& root)
+{
+    return root / fs::path(inputRuleFile).relative_path();
+}
 
 std::optional<fs::path> findUdevadm(const fs::path& root)
 {
@@ -95,10 +98,10 @@ std::optional<std::string> grantInput(const fs::path& root)
     const auto udevadm = findUdevadm(root);
     if (!udevadm)
         return noUdev;
-    const auto file = root / ruleFile;
+    const auto file = ruleFileBelow(root);
     std::error_code error;
     fs::create_directories(file.parent_path(), error);
-    if (!replaceFile(file, rule))
+    if (!replaceFile(file, std::string(purpose) + inputRule + "\n"))
         return failure("cannot write", file);
     fs::permissions(file,
                     fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read |
@@ -112,7 +115,7 @@ std::optional<std::string> grantInput(const fs::path& root)
 
 std::optional<std::string> revokeInput(const fs::path& root)
 {
-    const auto file = root / ruleFile;
+    const auto file = ruleFileBelow(root);
     std::error_code error;
     fs::remove(file, error);
     if (error)

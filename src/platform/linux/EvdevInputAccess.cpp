@@ -2,6 +2,7 @@
 #include "platform/linux/EvdevInputAccess.h"
 
 #include "log/Log.h"
+#include "platform/linux/InputRule.h"
 
 #include <QProcess>
 
@@ -14,11 +15,13 @@ namespace
 
 constexpr int dismissed = 126; // How pkexec ends when the user closes its dialogue.
 
-// The rule is read before 73-seat-late, which gives the devices it has marked to whoever sits
-// at them.
-constexpr auto grantCommands =
-    R"(echo 'SUBSYSTEM=="input", KERNEL=="event*", TAG+="uaccess"' | sudo tee /etc/udev/rules.d/70-clavo-input.rules
-sudo udevadm control --reload && sudo udevadm trigger --subsystem-match=input --action=change)";
+/// What our grant program does, to be typed.
+std::string grantCommands()
+{
+    return std::string("echo '") + inputRule + "' | sudo tee " + inputRuleFile +
+           "\nsudo udevadm control --reload && "
+           "sudo udevadm trigger --subsystem-match=input --action=change";
+}
 
 } // namespace
 
@@ -56,8 +59,7 @@ void EvdevInputAccess::showSettings()
 
 std::string EvdevInputAccess::commands() const
 {
-    const auto isAsked = canAsk() && !m_hasFailed;
-    return isAsked || state() != State::refused ? "" : grantCommands;
+    return canAsk() && !m_hasFailed ? std::string() : grantCommands();
 }
 
 bool EvdevInputAccess::canAsk() const
@@ -118,7 +120,7 @@ std::string adviceOn(evdev::Access access)
     }
     return std::string("accès aux claviers refusé. Ces deux commandes l'accordent à la session "
                        "ouverte, et à tous ses programmes :\n") +
-           grantCommands;
+           grantCommands();
 }
 
 } // namespace clavo

@@ -204,8 +204,32 @@ TEST_F(AppStateTest, TellsWhatKeepsItFromListening)
     state().requestPermission();
     EXPECT_FALSE(state().lacksKeyboard());
     EXPECT_TRUE(state().needsLogin());
+    EXPECT_EQ(state().permissionCommands(), "") << "nothing is left to be granted";
+
+    access->obstacle = InputAccess::State::refused;
+    time.advance(2s); // A poll.
+    EXPECT_FALSE(state().needsLogin());
     EXPECT_EQ(state().permissionCommands(), "sudo one");
-    EXPECT_EQ(changes.count(), 2);
+    EXPECT_EQ(changes.count(), 3);
+}
+
+TEST_F(AppStateTest, LooksAtThePermissionWhenItMayHaveChangedAndNotWhenItIsAskedOfIt)
+{
+    permission = false;
+    state();
+    access->typed = "sudo one";
+    access->changed();
+    const QSignalSpy changes(&state(), &AppState::inputAccessChanged);
+    const auto looks = access->looks;
+
+    EXPECT_FALSE(state().lacksKeyboard());
+    EXPECT_FALSE(state().needsLogin());
+    EXPECT_EQ(state().permissionCommands(), "sudo one");
+    EXPECT_EQ(access->looks, looks);
+
+    time.advance(2s);
+    EXPECT_EQ(access->looks, looks + 1);
+    EXPECT_EQ(changes.count(), 0) << "it has not changed";
 }
 
 TEST_F(AppStateTest, APermissionGrantedAtTheRequestNeedsNoSettings)
