@@ -27,6 +27,7 @@ constexpr auto timeToEnd = 3s;
 
 const QString name = QStringLiteral("app.clavo.Clavo"); // Of the service, and of its own interface.
 const QString path = QStringLiteral("/app/clavo/Clavo");
+const QString applicationInterface = QStringLiteral("org.freedesktop.Application");
 const QString busName = QStringLiteral("org.freedesktop.DBus");
 const QString busPath = QStringLiteral("/org/freedesktop/DBus");
 
@@ -34,24 +35,30 @@ const QString busPath = QStringLiteral("/org/freedesktop/DBus");
 enum class NameFlag : quint32 { none = 0, doNotQueue = 4 };
 enum class NameReply : quint32 { primaryOwner = 1, inQueue = 2, exists = 3, alreadyOwner = 4 };
 
-QString methodOf(Instance::Request request)
+// A Wayland compositor gives a token to whom the user has just started something with; by it the
+// window that follows may come to the front, whichever process has it. Qt takes it from here.
+constexpr auto tokenVariable = "XDG_ACTIVATION_TOKEN";
+const QString tokenKey = QStringLiteral("activation-token");
+
+QDBusMessage callOf(const QString& method, const QString& interface = name)
+{
+    auto call = QDBusMessage::createMethodCall(name, path, interface, method);
+    call.setAutoStartService(false);
+    return call;
+}
+
+QDBusMessage callOf(Instance::Request request)
 {
     switch (request) {
     case Instance::Request::openPanel:
-        return QStringLiteral("OpenPanel");
+        return callOf(QStringLiteral("Activate"), applicationInterface)
+               << QVariantMap{{tokenKey, qEnvironmentVariable(tokenVariable)}};
     case Instance::Request::toggle:
-        return QStringLiteral("Toggle");
+        return callOf(QStringLiteral("Toggle"));
     case Instance::Request::quit:
         break;
     }
-    return QStringLiteral("Quit");
-}
-
-QDBusMessage callOf(const QString& method)
-{
-    auto call = QDBusMessage::createMethodCall(name, path, name, method);
-    call.setAutoStartService(false);
-    return call;
+    return callOf(QStringLiteral("Quit"));
 }
 
 Instance::Delivery deliveryOf(const QDBusMessage& reply)
@@ -89,7 +96,6 @@ public:
     }
 
 public slots:
-    void OpenPanel() { m_receiver(Instance::Request::openPanel); }
     void Toggle() { m_receiver(Instance::Request::toggle); }
     void Quit() { m_receiver(Instance::Request::quit); }
     QString Status() { return QString::fromStdString(m_reporter()); }
@@ -112,7 +118,12 @@ public:
     }
 
 public slots:
-    void Activate(const QVariantMap& /*platformData*/) { m_receiver(Instance::Request::openPanel); }
+    void Activate(const QVariantMap& platformData)
+    {
+        if (const auto token = platformData.value(tokenKey).toString(); !token.isEmpty())
+            qputenv(tokenVariable, token.toUtf8());
+        m_receiver(Instance::Request::openPanel);
+    }
     /// There are no files to open.
     void Open(const QStringList& /*locations*/, const QVariantMap& platformData)
     {
@@ -238,7 +249,7 @@ Instance::Standing DBusInstance::replace()
     const auto reply = requestName(NameFlag::none);
     if (reply != NameReply::inQueue)
         return standing(reply);
-    QDBusConnection::sessionBus().send(callOf(methodOf(Request::quit)));
+    QDBusConnection::sessionBus().send(callOf(Request::quit));
     QTimer::singleShot(timeToEnd, &loop, &QEventLoop::quit);
     loop.exec();
     return isOwner ? Standing::first : Standing::second;
@@ -248,7 +259,7 @@ Instance::Delivery DBusInstance::send(Request request)
 {
     if (!QDBusConnection::sessionBus().isConnected())
         return Delivery::nobodyRuns;
-    return deliveryOf(answer(callOf(methodOf(request))));
+    return deliveryOf(answer(callOf(request)));
 }
 
 Instance::Answer DBusInstance::askStatus()

@@ -108,6 +108,20 @@ TEST_F(DBusInstanceTest, RequestsReachTheInstance)
     EXPECT_EQ(first.next(), "toggle");
 }
 
+TEST_F(DBusInstanceTest, ASecondStartHandsItsRightToTheFrontOn)
+{
+    Probe first("claim");
+    EXPECT_EQ(first.next(), "first");
+
+    qputenv("XDG_ACTIVATION_TOKEN", "a token");
+    const auto delivery = outcome("openPanel");
+    qunsetenv("XDG_ACTIVATION_TOKEN");
+
+    EXPECT_EQ(delivery, "delivered");
+    EXPECT_EQ(first.next(), "a token");
+    EXPECT_EQ(first.next(), "openPanel");
+}
+
 TEST_F(DBusInstanceTest, StatusIsWhatTheInstanceSaysOfItself)
 {
     Probe first("claim");

@@ -2,8 +2,8 @@
 // instance_probe claim|replace|openPanel|toggle|quit|status
 //
 // A process that asks to be the instance, prints what it has become, then every request it gets,
-// and ends at the request to quit; or one that makes a request, or
-// asks for the status, and prints what came of it.
+// after the token of the desktop if there is one, and ends at the request to quit; or one that
+// makes a request, or asks for the status, and prints what came of it.
 #include "platform/dbus/DBusInstance.h"
 
 #include <QCoreApplication>
@@ -42,6 +42,8 @@ const std::map<Instance::Delivery, const char*> deliveries{
 int run(DBusInstance& instance)
 {
     const auto receiver = [](Instance::Request received) {
+        if (const auto token = qgetenv("XDG_ACTIVATION_TOKEN"); !token.isEmpty())
+            tell(token.constData());
         for (const auto& [word, request] : requests) {
             if (request == received)
                 tell(word.c_str());
