@@ -25,13 +25,6 @@ protected:
     static constexpr int panelWidth = 330;
     static constexpr int settingsWidth = 460;
 
-    /// Starts the program once more; true once that has ended well.
-    [[nodiscard]] bool startAgain() const
-    {
-        RunningProgram second(user.path());
-        return second.endsWith(0);
-    }
-
     /// True once a window of this width is the one that is open, and the keys go there.
     static bool opens(int width)
     {
