@@ -190,7 +190,7 @@ Status AppState::status() const
         .version = std::string(version()),
         .tap = m_platform.eventTap->name(),
         .isListening = m_hasPermission,
-        .hasAccess = m_platform.inputAccess->isGranted(),
+        .access = m_platform.inputAccess->state(),
         .needsRelaunch = m_needsRelaunch,
         .idle = lastEvent ? std::optional(secondsSince(*lastEvent)) : std::nullopt,
         .secureReason = m_platform.secureInput->reason(),

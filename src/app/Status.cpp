@@ -4,6 +4,10 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <string>
 #include <string_view>
 
 namespace clavo
@@ -13,13 +17,21 @@ namespace
 
 using nlohmann::json;
 
-struct ReasonText {
-    SecureReason reason;
+template <typename Value> struct Wording {
+    Value value;
     std::string_view name; // For programs.
     std::string_view text; // For people.
 };
 
-constexpr ReasonText reasonTexts[]{
+constexpr Wording<InputAccess::State> accessTexts[]{
+    {InputAccess::State::granted, "granted", "granted"},
+    {InputAccess::State::refused, "refused", "refused; the panel and Clavo's log say what to do"},
+    {InputAccess::State::noKeyboard, "noKeyboard", "no keyboard was found that it could be for"},
+    {InputAccess::State::notInThisLogin, "notInThisLogin",
+     "granted, but not in this login: log out and in again"},
+};
+
+constexpr Wording<SecureReason> reasonTexts[]{
     {SecureReason::none, "none", "no"},
     {SecureReason::lockedSession, "lockedSession",
      "yes, the session is locked or not at the screen"},
@@ -30,22 +42,19 @@ constexpr ReasonText reasonTexts[]{
      "yes, the terminal in front does not show what is typed"},
 };
 
-std::string_view nameOf(SecureReason reason)
+template <typename Value, std::size_t count>
+std::string_view nameOf(Value value, const Wording<Value> (&wordings)[count])
 {
-    for (const auto& each : reasonTexts) {
-        if (each.reason == reason)
-            return each.name;
-    }
-    return {};
+    const auto* const found = std::ranges::find(wordings, value, &Wording<Value>::value);
+    return found == std::end(wordings) ? std::string_view() : found->name;
 }
 
-std::string_view textOf(std::string_view reason)
+/// The name itself where it is not known: the program that tells may be newer.
+template <typename Value, std::size_t count>
+std::string_view textOf(std::string_view name, const Wording<Value> (&wordings)[count])
 {
-    for (const auto& each : reasonTexts) {
-        if (each.name == reason)
-            return each.text;
-    }
-    return reason;
+    const auto* const found = std::ranges::find(wordings, name, &Wording<Value>::name);
+    return found == std::end(wordings) ? name : found->text;
 }
 
 double milliseconds(const OutputStatus& output)
@@ -82,7 +91,7 @@ std::string_view describeAccess(const json& input)
 {
     if (input.at("needsRelaunch").get<bool>())
         return "granted, but Clavo has to be started anew for it";
-    return input.at("access").get<bool>() ? "granted" : "missing; Clavo's log says what to do";
+    return textOf(input.at("access").get_ref<const std::string&>(), accessTexts);
 }
 
 std::string describeOutput(const json& output)
@@ -120,10 +129,10 @@ std::string jsonOf(const Status& status)
         {"input",
          {{"tap", status.tap},
           {"listening", status.isListening},
-          {"access", status.hasAccess},
+          {"access", nameOf(status.access, accessTexts)},
           {"needsRelaunch", status.needsRelaunch},
           {"secondsSinceEvent", status.idle ? json(*status.idle) : json()},
-          {"secure", nameOf(status.secureReason)}}},
+          {"secure", nameOf(status.secureReason, reasonTexts)}}},
         {"output",
          {{"server", orNull(status.output.server)},
           {"running", status.isOutputRunning},
@@ -160,8 +169,9 @@ try {
         "Sounds:     {}, volume {:.0f} %\n"
         "            releases {}, mouse buttons {}, wheel {}, sides {}\n",
         status.at("version").get<std::string>(), describeListening(input), describeAccess(input),
-        textOf(input.at("secure").get<std::string>()), describeOutput(status.at("output")),
-        describePack(status.at("pack")), onOff(settings.at(SettingsKey::enabled)),
+        textOf(input.at("secure").get_ref<const std::string&>(), reasonTexts),
+        describeOutput(status.at("output")), describePack(status.at("pack")),
+        onOff(settings.at(SettingsKey::enabled)),
         settings.at(SettingsKey::volume).get<double>() * 100,
         onOff(settings.at(SettingsKey::keyUpSounds)), onOff(settings.at(SettingsKey::mouseSounds)),
         onOff(settings.at(SettingsKey::scrollSounds)), onOff(settings.at(SettingsKey::spatial)));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/InputAccess.h"
 #include "app/Settings.h"
 #include "audio/AudioOutput.h"
 #include "input/SecureInput.h"
@@ -19,8 +20,8 @@ struct Status {
 
     std::string tap = {}; // What input comes from.
     bool isListening = false;
-    bool hasAccess = false;     // The system lets the program listen.
-    bool needsRelaunch = false; // It does, but only after a new start.
+    InputAccess::State access = InputAccess::State::refused; // Whether the system lets it listen.
+    bool needsRelaunch = false;                              // It does, but only after a new start.
     // Seconds since the last event; nothing before the first. Fractions would tell whoever asks
     // often the rhythm of the keys.
     std::optional<std::int64_t> idle = {};

@@ -25,7 +25,7 @@ TEST_F(AppStateStatusTest, TellsWhatItListensToAndPlaysThrough)
 
     EXPECT_EQ(status.tap, "hands");
     EXPECT_TRUE(status.isListening);
-    EXPECT_TRUE(status.hasAccess);
+    EXPECT_EQ(status.access, InputAccess::State::granted);
     EXPECT_FALSE(status.needsRelaunch);
     EXPECT_EQ(status.output.server, "Fake");
     EXPECT_EQ(status.output.quantumFrames, 128U);
@@ -62,10 +62,14 @@ TEST_F(AppStateStatusTest, TellsThatThePermissionIsMissing)
     permission = false;
     state();
     EXPECT_FALSE(state().status().isListening);
-    EXPECT_FALSE(state().status().hasAccess);
+    EXPECT_EQ(state().status().access, InputAccess::State::refused);
+
+    access->obstacle = InputAccess::State::notInThisLogin;
+    EXPECT_EQ(state().status().access, InputAccess::State::notInThisLogin);
 
     access->granted = true;
-    EXPECT_TRUE(state().status().hasAccess) << "as it is now, although nothing listens yet";
+    EXPECT_EQ(state().status().access, InputAccess::State::granted)
+        << "as it is now, although nothing listens yet";
     EXPECT_FALSE(state().status().isListening);
 }
 

@@ -4,6 +4,9 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include <string>
+#include <utility>
+
 namespace clavo
 {
 namespace
@@ -12,6 +15,7 @@ namespace
 using nlohmann::json;
 using testing::HasSubstr;
 using testing::Optional;
+using testing::Pair;
 
 Status running()
 {
@@ -19,7 +23,7 @@ Status running()
         .version = "1.2.3",
         .tap = "X11",
         .isListening = true,
-        .hasAccess = true,
+        .access = InputAccess::State::granted,
         .idle = 2,
         .output = {.server = "PipeWire", .quantumFrames = 128, .sampleRate = 48000},
         .isOutputRunning = true,
@@ -35,7 +39,7 @@ TEST(StatusJson, HoldsAllOfIt)
 
     EXPECT_EQ(json::parse(jsonOf(status)), json::parse(R"({
         "version": "1.2.3",
-        "input": {"tap": "X11", "listening": true, "access": true, "needsRelaunch": false,
+        "input": {"tap": "X11", "listening": true, "access": "granted", "needsRelaunch": false,
                   "secondsSinceEvent": 2, "secure": "passwordField"},
         "output": {"server": "PipeWire", "running": true, "quantumFrames": 128,
                    "sampleRate": 48000, "quantumMilliseconds": 2.6666666666666665},
@@ -83,7 +87,7 @@ TEST(StatusText, SaysWhatIsMissing)
         describe(jsonOf({})),
         Optional(std::string("Clavo \n"
                              "Listening:  no\n"
-                             "Permission: missing; Clavo's log says what to do\n"
+                             "Permission: refused; the panel and Clavo's log say what to do\n"
                              "Secret:     no\n"
                              "Output:     none: neither PipeWire nor PulseAudio answers\n"
                              "Pack:       none\n"
@@ -103,6 +107,32 @@ TEST(StatusText, TellsTheReasonOfSilence)
     EXPECT_THAT(text(SecureReason::passwordField), HasSubstr("Secret:     yes, a password field"));
     EXPECT_THAT(text(SecureReason::passwordPrompt), HasSubstr("Secret:     yes, the program in f"));
     EXPECT_THAT(text(SecureReason::silentTerminal), HasSubstr("Secret:     yes, the terminal in"));
+}
+
+TEST(StatusText, TellsWhatKeepsItFromListening)
+{
+    using State = InputAccess::State;
+    const auto told = [](State access) {
+        auto status = running();
+        status.access = access;
+        const auto object = jsonOf(status);
+        return std::pair(json::parse(object)["input"]["access"].get<std::string>(),
+                         describe(object).value_or(""));
+    };
+
+    EXPECT_THAT(told(State::granted), Pair("granted", HasSubstr("Permission: granted\n")));
+    EXPECT_THAT(told(State::refused), Pair("refused", HasSubstr("Permission: refused; the panel")));
+    EXPECT_THAT(told(State::noKeyboard), Pair("noKeyboard", HasSubstr("Permission: no keyboard")));
+    EXPECT_THAT(told(State::notInThisLogin),
+                Pair("notInThisLogin", HasSubstr("Permission: granted, but not in this login")));
+}
+
+TEST(StatusText, AStateOfANewerClavoIsToldByItsName)
+{
+    auto object = json::parse(jsonOf(running()));
+    object["input"]["access"] = "borrowed";
+
+    EXPECT_THAT(describe(object.dump()), Optional(HasSubstr("Permission: borrowed\n")));
 }
 
 TEST(StatusText, TellsOtherStates)
