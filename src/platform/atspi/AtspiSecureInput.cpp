@@ -34,8 +34,10 @@ class AtspiSecureInput::Focus final : public QObject
     Q_OBJECT
 
 public:
-    Focus(std::unique_ptr<Timer> timer, FocusReceiver receiver)
-        : m_timer(std::move(timer)), m_receiver(std::move(receiver))
+    Focus(std::unique_ptr<Timer> timer, FocusReceiver receiver,
+          std::function<void(bool isSecret)> secretReceiver)
+        : m_timer(std::move(timer)), m_receiver(std::move(receiver)),
+          m_secretReceiver(std::move(secretReceiver))
     {
         if (!m_session.isConnected())
             return;
@@ -45,8 +47,6 @@ public:
     ~Focus() override { leaveBus(); }
     Focus(const Focus&) = delete;
     Focus& operator=(const Focus&) = delete;
-
-    [[nodiscard]] bool isSecret() const { return m_isUnknown || m_isPassword; }
 
 private slots:
     /// Of any element of any program: got the keys, or lost them.
@@ -62,7 +62,7 @@ private slots:
 
     void deactivateWindow(const QDBusMessage& signal)
     {
-        if (!isSecret() || signal.service() != m_element.program)
+        if (!(m_isUnknown || m_isPassword) || signal.service() != m_element.program)
             return;
         atspi::askFocused(*m_bus, m_element, this, [this, element = m_element](bool isFocused) {
             if (!isFocused && element == m_element)
@@ -138,20 +138,26 @@ private:
     void setElement(const atspi::Element& element)
     {
         const auto before = std::exchange(m_element, element);
-        m_isPassword = false;
-        m_isUnknown = element != atspi::Element{};
+        const bool isThere = element != atspi::Element{};
+        setSecret(/*isUnknown=*/isThere, /*isPassword=*/false);
         if (before.program != element.program)
             changeProgram(before.program);
-        if (!m_isUnknown)
+        if (!isThere)
             return m_timer->stop();
-        m_timer->start(patience, [this] { m_isUnknown = false; });
+        m_timer->start(patience, [this] { setSecret(/*isUnknown=*/false, m_isPassword); });
         atspi::askPasswordField(*m_bus, element, this, [this, element](bool isPassword) {
             if (element != m_element)
                 return;
-            m_isPassword = isPassword;
-            m_isUnknown = false;
             m_timer->stop();
+            setSecret(/*isUnknown=*/false, isPassword);
         });
+    }
+
+    void setSecret(bool isUnknown, bool isPassword)
+    {
+        m_isUnknown = isUnknown;
+        m_isPassword = isPassword;
+        m_secretReceiver(isUnknown || isPassword);
     }
 
     void changeProgram(const QString& before)
@@ -173,6 +179,7 @@ private:
 
     std::unique_ptr<Timer> m_timer;
     FocusReceiver m_receiver;
+    std::function<void(bool isSecret)> m_secretReceiver;
     QDBusConnection m_session = QDBusConnection::sessionBus();
     QDBusServiceWatcher m_launcher{launcher, m_session, QDBusServiceWatcher::WatchForRegistration};
     std::optional<QDBusConnection> m_bus; // The accessibility bus, once there is one.
@@ -184,16 +191,13 @@ private:
 };
 
 AtspiSecureInput::AtspiSecureInput(std::unique_ptr<Timer> timer, FocusReceiver receiver)
-    : m_focus(std::make_unique<Focus>(std::move(timer), std::move(receiver)))
+    : m_focus(std::make_unique<Focus>(std::move(timer), std::move(receiver), [this](bool isSecret) {
+          setReason(isSecret ? SecureReason::passwordField : SecureReason::none);
+      }))
 {
 }
 
 AtspiSecureInput::~AtspiSecureInput() = default;
-
-SecureReason AtspiSecureInput::reason() const
-{
-    return m_focus->isSecret() ? SecureReason::passwordField : SecureReason::none;
-}
 
 } // namespace clavo
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "input/SecureInput.h"
+#include "platform/linux/SecureWatcher.h"
 #include "platform/linux/Timer.h"
 
 #include <chrono>
@@ -20,7 +20,7 @@ namespace clavo
 /// accessibility settings alone. Programs are asked but never waited for: until one has told what
 /// its element is, or has had the time to, input is secret. The bus may be absent, come later and
 /// go.
-class AtspiSecureInput final : public SecureInput
+class AtspiSecureInput final : public SecureWatcher
 {
 public:
     /// Called with the process of every program that gets the keys, and with 0 when it loses them.
@@ -31,8 +31,6 @@ public:
 
     explicit AtspiSecureInput(std::unique_ptr<Timer> timer, FocusReceiver receiver = {});
     ~AtspiSecureInput() override;
-
-    [[nodiscard]] SecureReason reason() const override;
 
 private:
     class Focus;

@@ -10,6 +10,7 @@
 #include <QStringList>
 #include <QVariantMap>
 
+#include <functional>
 #include <utility>
 
 namespace clavo
@@ -45,15 +46,16 @@ class LogindSecureInput::Session final : public QObject
     Q_OBJECT
 
 public:
-    explicit Session(std::unique_ptr<Timer> timer) : m_timer(std::move(timer))
+    using Receiver = std::function<void(bool isSecret)>;
+
+    Session(std::unique_ptr<Timer> timer, Receiver receiver)
+        : m_timer(std::move(timer)), m_receiver(std::move(receiver))
     {
         connect(&m_logind, &QDBusServiceWatcher::serviceRegistered, this, &Session::find);
         connect(&m_logind, &QDBusServiceWatcher::serviceUnregistered, this, &Session::forget);
         if (m_bus.isConnected())
             find();
     }
-
-    [[nodiscard]] bool isSecret() const { return m_isLocked || m_isLocking || !m_isActive; }
 
 private slots:
     void change(const QString& /*interface*/, const QVariantMap& changed,
@@ -64,11 +66,11 @@ private slots:
 
     void expectLock()
     {
-        m_isLocking = true;
-        m_timer->start(timeToLock, [this] { m_isLocking = false; });
+        setLocking(true);
+        m_timer->start(timeToLock, [this] { setLocking(false); });
     }
 
-    void unlock() { stopExpecting(); }
+    void unlock() { setLocking(false); }
 
 private:
     void find()
@@ -96,26 +98,29 @@ private:
     void take(const QVariantMap& state)
     {
         m_isActive = state.value(QStringLiteral("Active"), m_isActive).toBool();
-        if (const auto hint = state.find(QStringLiteral("LockedHint")); hint != state.end()) {
-            m_isLocked = hint->toBool();
-            stopExpecting();
-        }
+        const auto hint = state.find(QStringLiteral("LockedHint"));
+        m_isLocked = hint == state.end() ? m_isLocked : hint->toBool();
+        setLocking(hint == state.end() && m_isLocking);
     }
 
     void forget()
     {
         m_isLocked = false;
         m_isActive = true;
-        stopExpecting();
+        setLocking(false);
     }
 
-    void stopExpecting()
+    /// Of the changes of the state always the last.
+    void setLocking(bool isLocking)
     {
-        m_isLocking = false;
-        m_timer->stop();
+        m_isLocking = isLocking;
+        if (!isLocking)
+            m_timer->stop();
+        m_receiver(m_isLocked || m_isLocking || !m_isActive);
     }
 
     std::unique_ptr<Timer> m_timer;
+    Receiver m_receiver;
     QDBusConnection m_bus = QDBusConnection::systemBus();
     QDBusServiceWatcher m_logind{service, m_bus};
     QString m_followed; // Path of the session.
@@ -125,16 +130,13 @@ private:
 };
 
 LogindSecureInput::LogindSecureInput(std::unique_ptr<Timer> timer)
-    : m_session(std::make_unique<Session>(std::move(timer)))
+    : m_session(std::make_unique<Session>(std::move(timer), [this](bool isSecret) {
+          setReason(isSecret ? SecureReason::lockedSession : SecureReason::none);
+      }))
 {
 }
 
 LogindSecureInput::~LogindSecureInput() = default;
-
-SecureReason LogindSecureInput::reason() const
-{
-    return m_session->isSecret() ? SecureReason::lockedSession : SecureReason::none;
-}
 
 } // namespace clavo
 

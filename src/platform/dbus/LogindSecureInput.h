@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "input/SecureInput.h"
+#include "platform/linux/SecureWatcher.h"
 #include "platform/linux/Timer.h"
 
 #include <chrono>
@@ -13,7 +13,7 @@ namespace clavo
 /// The session as logind sees it: secret while it is locked or another one is at the screen.
 ///
 /// Where logind is absent nothing is secret; it may come later.
-class LogindSecureInput final : public SecureInput
+class LogindSecureInput final : public SecureWatcher
 {
 public:
     /// How long an order to lock is believed that no lock follows. Not every locker tells logind
@@ -22,8 +22,6 @@ public:
 
     explicit LogindSecureInput(std::unique_ptr<Timer> timer);
     ~LogindSecureInput() override;
-
-    [[nodiscard]] SecureReason reason() const override;
 
 private:
     class Session;

@@ -11,6 +11,8 @@
 #include <QSet>
 
 #include <array>
+#include <functional>
+#include <utility>
 
 namespace clavo
 {
@@ -40,7 +42,7 @@ class ScreenSaverSecureInput::Watch final : public QObject
     Q_OBJECT
 
 public:
-    Watch()
+    explicit Watch(std::function<void(bool isActive)> receiver) : m_receiver(std::move(receiver))
     {
         if (!m_bus.isConnected())
             return;
@@ -49,8 +51,6 @@ public:
         for (const auto& screenSaver : screenSavers)
             follow(screenSaver);
     }
-
-    [[nodiscard]] bool isActive() const { return !m_active.isEmpty(); }
 
 private slots:
     void change(bool isActive, const QDBusMessage& signal) { set(signal.service(), isActive); }
@@ -79,9 +79,10 @@ private:
         if (!isActive) {
             m_active.remove(owner);
             m_owners.removeWatchedService(owner);
-            return;
+            return m_receiver(!m_active.isEmpty());
         }
         m_active.insert(owner);
+        m_receiver(true);
         m_owners.addWatchedService(owner);
         // It may have left before it was watched.
         auto question =
@@ -92,19 +93,20 @@ private:
         });
     }
 
+    std::function<void(bool isActive)> m_receiver;
     QDBusConnection m_bus = QDBusConnection::sessionBus();
     QDBusServiceWatcher m_owners{{}, m_bus, QDBusServiceWatcher::WatchForUnregistration};
     QSet<QString> m_active; // The connections whose screen saver is.
 };
 
-ScreenSaverSecureInput::ScreenSaverSecureInput() : m_watch(std::make_unique<Watch>()) {}
+ScreenSaverSecureInput::ScreenSaverSecureInput()
+    : m_watch(std::make_unique<Watch>([this](bool isActive) {
+          setReason(isActive ? SecureReason::lockedSession : SecureReason::none);
+      }))
+{
+}
 
 ScreenSaverSecureInput::~ScreenSaverSecureInput() = default;
-
-SecureReason ScreenSaverSecureInput::reason() const
-{
-    return m_watch->isActive() ? SecureReason::lockedSession : SecureReason::none;
-}
 
 } // namespace clavo
 

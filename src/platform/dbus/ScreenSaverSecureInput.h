@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "input/SecureInput.h"
+#include "platform/linux/SecureWatcher.h"
 
 #include <memory>
 
@@ -10,13 +10,11 @@ namespace clavo
 
 /// The desktop's screen saver, by the names that the desktops have given it: secret while one is
 /// active. One that leaves the bus is not.
-class ScreenSaverSecureInput final : public SecureInput
+class ScreenSaverSecureInput final : public SecureWatcher
 {
 public:
     ScreenSaverSecureInput();
     ~ScreenSaverSecureInput() override;
-
-    [[nodiscard]] SecureReason reason() const override;
 
 private:
     class Watch;

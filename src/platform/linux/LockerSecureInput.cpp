@@ -1,24 +1,27 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/LockerSecureInput.h"
 
+#include "files/Descriptor.h"
 #include "platform/linux/Environment.h"
+#include "platform/linux/ProcessEnd.h"
 #include "platform/linux/ProcessReader.h"
 
 #include <QSocketNotifier>
 #include <QTimer>
 
 #include <sys/inotify.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <chrono>
 #include <fstream>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace clavo
 {
@@ -37,24 +40,6 @@ constexpr auto firstLook = 50ms;
 constexpr auto secondLook = 1000ms;
 
 constexpr std::size_t longestName = 15; // Of a process.
-
-class File
-{
-public:
-    explicit File(int descriptor) : m_descriptor(descriptor) {}
-    ~File()
-    {
-        if (m_descriptor >= 0)
-            close(m_descriptor);
-    }
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-
-    [[nodiscard]] int descriptor() const { return m_descriptor; }
-
-private:
-    int m_descriptor;
-};
 
 /// The user who logged in to have the process run, in digits. Some lockers run as another user than
 /// the one they lock out.
@@ -86,10 +71,11 @@ std::vector<fs::path> LockerSecureInput::installed()
 class LockerSecureInput::Lockers final
 {
 public:
-    explicit Lockers(std::span<const fs::path> files)
+    Lockers(std::span<const fs::path> files, std::function<void(bool anyRuns)> receiver)
+        : m_receiver(std::move(receiver))
     {
         for (const auto& file : files) {
-            inotify_add_watch(m_opened.descriptor(), file.c_str(), IN_OPEN);
+            inotify_add_watch(m_opened.number(), file.c_str(), IN_OPEN);
             m_names.push_back(file.filename().string().substr(0, longestName));
         }
         if (files.empty())
@@ -100,7 +86,7 @@ public:
         m_secondLook.callOnTimeout([this] { m_reader.read(); });
         QObject::connect(&m_readable, &QSocketNotifier::activated, [this] {
             std::array<char, 4096> events{};
-            while (read(m_opened.descriptor(), events.data(), events.size()) > 0)
+            while (read(m_opened.number(), events.data(), events.size()) > 0)
                 ;
             m_firstLook.start(firstLook);
             m_secondLook.start(secondLook);
@@ -108,19 +94,7 @@ public:
         m_reader.read();
     }
 
-    [[nodiscard]] bool anyRuns() const { return !m_running.empty(); }
-
 private:
-    /// A process by a file that is readable when it has ended.
-    struct Locker {
-        explicit Locker(int descriptor) : file(descriptor), ended(descriptor, QSocketNotifier::Read)
-        {
-        }
-
-        File file;
-        QSocketNotifier ended;
-    };
-
     void take(const std::vector<Process>& processes)
     {
         for (const auto& process : processes) {
@@ -133,41 +107,39 @@ private:
     {
         if (m_running.contains(process) || loginUser(std::to_string(process)) != loginUser("self"))
             return;
-        const auto descriptor = static_cast<int>(syscall(SYS_pidfd_open, process, 0));
-        if (descriptor < 0) // It has ended.
-            return;
-        auto& ended = m_running.try_emplace(process, descriptor).first->second.ended;
-        // Not yet deleted: it is the one that calls.
-        QObject::connect(
-            &ended, &QSocketNotifier::activated, &m_firstLook,
-            [this, process] {
-                m_running.erase(process);
-                m_reader.read(); // It may have left the lock to a child.
-            },
-            Qt::QueuedConnection);
-        QObject::connect(&ended, &QSocketNotifier::activated, &ended,
-                         [&ended] { ended.setEnabled(false); });
+        const auto end = m_running.try_emplace(process, process, [this, process] {
+            forget(process);
+            m_reader.read(); // It may have left the lock to a child.
+        });
+        if (end.first->second.isWaiting())
+            m_receiver(true);
+        else
+            forget(process);
     }
 
+    void forget(pid_t process)
+    {
+        m_running.erase(process);
+        m_receiver(!m_running.empty());
+    }
+
+    std::function<void(bool anyRuns)> m_receiver;
     std::vector<std::string> m_names; // Of the processes.
-    File m_opened{inotify_init1(IN_NONBLOCK | IN_CLOEXEC)};
-    QSocketNotifier m_readable{m_opened.descriptor(), QSocketNotifier::Read};
+    Descriptor m_opened{inotify_init1(IN_NONBLOCK | IN_CLOEXEC)};
+    QSocketNotifier m_readable{m_opened.number(), QSocketNotifier::Read};
     QTimer m_firstLook;
     QTimer m_secondLook;
-    std::map<pid_t, Locker> m_running;
+    std::map<pid_t, ProcessEnd> m_running;
     ProcessReader m_reader{[this](const std::vector<Process>& processes) { take(processes); }};
 };
 
 LockerSecureInput::LockerSecureInput(std::span<const fs::path> files)
-    : m_lockers(std::make_unique<Lockers>(files))
+    : m_lockers(std::make_unique<Lockers>(files, [this](bool anyRuns) {
+          setReason(anyRuns ? SecureReason::lockedSession : SecureReason::none);
+      }))
 {
 }
 
 LockerSecureInput::~LockerSecureInput() = default;
-
-SecureReason LockerSecureInput::reason() const
-{
-    return m_lockers->anyRuns() ? SecureReason::lockedSession : SecureReason::none;
-}
 
 } // namespace clavo

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "input/SecureInput.h"
+#include "platform/linux/SecureWatcher.h"
 
 #include <filesystem>
 #include <memory>
@@ -15,7 +15,7 @@ namespace clavo
 ///
 /// The kernel tells when the file of one is opened, which is how a program starts, and when its
 /// process ends.
-class LockerSecureInput final : public SecureInput
+class LockerSecureInput final : public SecureWatcher
 {
 public:
     /// The files of those that are installed, in the folders that programs are looked for in.
@@ -23,8 +23,6 @@ public:
 
     explicit LockerSecureInput(std::span<const std::filesystem::path> files);
     ~LockerSecureInput() override;
-
-    [[nodiscard]] SecureReason reason() const override;
 
 private:
     class Lockers;

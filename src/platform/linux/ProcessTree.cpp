@@ -76,12 +76,12 @@ std::optional<Process> parseStat(std::string_view stat)
     const auto state = takeWord(rest);
     const auto parent = parseNumber<pid_t>(takeWord(rest));
     takeWord(rest); // Its process group.
-    takeWord(rest); // Its session.
+    const auto session = parseNumber<pid_t>(takeWord(rest));
     const auto device = parseNumber<int>(takeWord(rest));
-    if (!parent || !device || state == "Z")
+    if (!parent || !session || !device || state == "Z")
         return std::nullopt;
     return Process{*id, *parent, std::string(stat.substr(first + 1, last - first - 1)),
-                   pseudoTerminal(static_cast<unsigned>(*device))};
+                   pseudoTerminal(static_cast<unsigned>(*device)), *session};
 }
 
 std::vector<Process> runningProcesses(const fs::path& folder)
@@ -123,6 +123,14 @@ std::vector<int> terminalsBelow(pid_t process, std::span<const Process> all)
     if (own)
         terminals.erase(*own);
     return {terminals.begin(), terminals.end()};
+}
+
+pid_t leaderAt(int terminal, std::span<const Process> all)
+{
+    const auto leader = std::ranges::find_if(all, [&](const Process& each) {
+        return each.terminal == terminal && each.session == each.id;
+    });
+    return leader == all.end() ? 0 : leader->id;
 }
 
 } // namespace clavo

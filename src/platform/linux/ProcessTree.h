@@ -19,6 +19,7 @@ struct Process {
     pid_t parent = 0;
     std::string name;            // Of its program, cut off after 15 characters.
     std::optional<int> terminal; // The pseudo-terminal it belongs to: n of /dev/pts/n.
+    pid_t session = 0;           // The process that leads its session.
 
     bool operator==(const Process&) const = default;
 };
@@ -34,5 +35,8 @@ struct Process {
 /// the process itself was started from. Those that a multiplexer among them (tmux, screen) shows
 /// belong to its server, which is no descendant; all of the server's count.
 [[nodiscard]] std::vector<int> terminalsBelow(pid_t process, std::span<const Process> all);
+
+/// The process that leads the session whose pseudo-terminal it is; 0 where there is none.
+[[nodiscard]] pid_t leaderAt(int terminal, std::span<const Process> all);
 
 } // namespace clavo

@@ -31,7 +31,7 @@ void PromptSecureInput::setFocus(pid_t process)
     std::string name;
     if (process != 0)
         std::getline(std::ifstream("/proc/" + std::to_string(process) + "/comm"), name);
-    m_asks = asksForPasswords(name);
+    setReason(asksForPasswords(name) ? SecureReason::passwordPrompt : SecureReason::none);
 }
 
 } // namespace clavo

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "input/SecureInput.h"
+#include "platform/linux/SecureWatcher.h"
 
 #include <string_view>
 
@@ -16,19 +16,11 @@ namespace clavo
 
 /// The program that has the keys: secret while it is one that asks for passwords. Many of these
 /// draw their field themselves, so that nothing tells what it is.
-class PromptSecureInput final : public SecureInput
+class PromptSecureInput final : public SecureWatcher
 {
 public:
     /// The process that has the keys now; 0 if it is not known.
     void setFocus(pid_t process);
-
-    [[nodiscard]] SecureReason reason() const override
-    {
-        return m_asks ? SecureReason::passwordPrompt : SecureReason::none;
-    }
-
-private:
-    bool m_asks = false;
 };
 
 } // namespace clavo

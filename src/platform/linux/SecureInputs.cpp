@@ -11,6 +11,7 @@
 #include "platform/linux/TerminalSecureInput.h"
 #include "platform/x11/X11ActiveWindow.h"
 
+#include <optional>
 #include <utility>
 
 namespace clavo
@@ -18,71 +19,52 @@ namespace clavo
 namespace
 {
 
-/// What the program that has the keys tells by being what it is.
-class ProgramSecureInput final : public SecureInput
+/// The watchers of a session behind one flag, and the terminals of the program that has the keys,
+/// which tell nothing and are asked.
+class SessionSecureInput final : public SecureInput
 {
 public:
-    explicit ProgramSecureInput(TerminalSecureInput::Unknown unknown) : m_terminals(unknown) {}
-
-    void setFocus(pid_t process)
+    explicit SessionSecureInput(bool isX11)
+        : m_terminals(isX11 ? TerminalSecureInput::Unknown::noTerminal
+                            : TerminalSecureInput::Unknown::everyTerminal)
     {
-        m_prompt.setFocus(process);
-        m_terminals.setFocus(process);
+        AnySecureInput::Watchers watchers;
+        watchers.push_back(std::make_unique<LogindSecureInput>(std::make_unique<QtTimer>()));
+        watchers.push_back(std::make_unique<ScreenSaverSecureInput>());
+        watchers.push_back(std::make_unique<LockerSecureInput>(LockerSecureInput::installed()));
+        auto prompt = std::make_unique<PromptSecureInput>();
+        const auto setFocus = [this, prompt = prompt.get()](pid_t process) {
+            prompt->setFocus(process);
+            m_terminals.setFocus(process);
+        };
+        // Outside X11 nothing but the element that has the keys tells which program has them, and
+        // many a terminal does not tell it either.
+        watchers.push_back(std::make_unique<AtspiSecureInput>(
+            std::make_unique<QtTimer>(),
+            isX11 ? AtspiSecureInput::FocusReceiver() : AtspiSecureInput::FocusReceiver(setFocus)));
+        watchers.push_back(std::move(prompt));
+        m_watchers.emplace(std::move(watchers));
+        if (isX11)
+            m_activeWindow.emplace(setFocus);
     }
 
     [[nodiscard]] SecureReason reason() const override
     {
-        const auto reason = m_prompt.reason();
-        return reason != SecureReason::none ? reason : m_terminals.reason();
+        const auto told = m_watchers->reason();
+        return told != SecureReason::none ? told : m_terminals.reason();
     }
 
 private:
-    PromptSecureInput m_prompt;
     TerminalSecureInput m_terminals;
-};
-
-/// The program of the active window.
-class X11ProgramSecureInput final : public SecureInput
-{
-public:
-    [[nodiscard]] SecureReason reason() const override { return m_program.reason(); }
-
-private:
-    ProgramSecureInput m_program{TerminalSecureInput::Unknown::noTerminal};
-    X11ActiveWindow m_window{[this](pid_t process) { m_program.setFocus(process); }};
-};
-
-/// The element that has the keys, and its program. Outside X11 nothing else tells which one that
-/// is, and many a terminal does not tell it either.
-class AccessibleSecureInput final : public SecureInput
-{
-public:
-    [[nodiscard]] SecureReason reason() const override
-    {
-        const auto reason = m_element.reason();
-        return reason != SecureReason::none ? reason : m_program.reason();
-    }
-
-private:
-    ProgramSecureInput m_program{TerminalSecureInput::Unknown::everyTerminal};
-    AtspiSecureInput m_element{std::make_unique<QtTimer>(),
-                               [this](pid_t process) { m_program.setFocus(process); }};
+    std::optional<AnySecureInput> m_watchers;
+    std::optional<X11ActiveWindow> m_activeWindow;
 };
 
 } // namespace
 
 std::unique_ptr<SecureInput> makeSecureInput(const SessionEnvironment& session)
 {
-    AnySecureInput::Watchers watchers;
-    watchers.push_back(std::make_unique<LogindSecureInput>(std::make_unique<QtTimer>()));
-    watchers.push_back(std::make_unique<ScreenSaverSecureInput>());
-    watchers.push_back(std::make_unique<LockerSecureInput>(LockerSecureInput::installed()));
-    if (isX11Session(session)) {
-        watchers.push_back(std::make_unique<AtspiSecureInput>(std::make_unique<QtTimer>()));
-        watchers.push_back(std::make_unique<X11ProgramSecureInput>());
-    } else
-        watchers.push_back(std::make_unique<AccessibleSecureInput>());
-    return std::make_unique<AnySecureInput>(std::move(watchers));
+    return std::make_unique<SessionSecureInput>(isX11Session(session));
 }
 
 } // namespace clavo

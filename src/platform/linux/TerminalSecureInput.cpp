@@ -2,18 +2,18 @@
 #include "platform/linux/TerminalSecureInput.h"
 
 #include "platform/linux/ProcessReader.h"
+#include "platform/linux/Terminal.h"
 
 #include <QFileSystemWatcher>
 #include <QObject>
 #include <QTimer>
 
-#include <fcntl.h>
-#include <termios.h>
-#include <unistd.h>
-
 #include <algorithm>
+#include <charconv>
 #include <chrono>
 #include <map>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -32,26 +32,16 @@ using namespace std::chrono_literals;
 constexpr auto firstLook = 200ms;
 constexpr auto secondLook = 2000ms;
 
-/// The folder has a file, too, whose opening makes another terminal.
-bool isNumber(std::string_view name)
+/// The number that names the terminal. The folder has a file, too, whose opening makes another one.
+std::optional<int> numberOf(std::string_view name)
 {
-    return name.find_first_not_of("0123456789") == std::string_view::npos;
+    int number = 0;
+    const auto* const end = name.data() + name.size();
+    const auto parsed = std::from_chars(name.data(), end, number);
+    return parsed.ec == std::errc{} && parsed.ptr == end ? std::optional(number) : std::nullopt;
 }
 
 } // namespace
-
-// The file is not kept open: as long as somebody has it open, a terminal does not learn that the
-// programs in it have ended.
-bool readsWithoutEcho(const std::string& terminal)
-{
-    const int file = open(terminal.c_str(), O_RDONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-    if (file < 0)
-        return false;
-    termios modes{};
-    const bool isTerminal = tcgetattr(file, &modes) == 0;
-    close(file);
-    return isTerminal && (modes.c_lflag & ICANON) != 0 && (modes.c_lflag & ECHO) == 0;
-}
 
 class TerminalSecureInput::Terminals final
 {
@@ -82,7 +72,8 @@ public:
 
     [[nodiscard]] bool anyReadsWithoutEcho() const
     {
-        return std::ranges::any_of(m_chosen, readsWithoutEcho);
+        return std::ranges::any_of(
+            m_chosen, [](const auto& terminal) { return terminal->readsWithoutEcho(); });
     }
 
 private:
@@ -97,15 +88,17 @@ private:
     /// Notes what the terminals do that were not there before.
     void look()
     {
-        std::map<std::string, bool> showing;
+        std::map<int, bool> showing;
         std::error_code error;
         auto entry = fs::directory_iterator(m_folder, error);
         for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-            if (!isNumber(entry->path().filename().native()))
+            const auto number = numberOf(entry->path().filename().native());
+            if (!number)
                 continue;
-            const auto file = entry->path().string();
-            const auto known = m_showing.find(file);
-            showing[file] = known == m_showing.end() ? !readsWithoutEcho(file) : known->second;
+            const auto known = m_showing.find(*number);
+            showing[*number] = known == m_showing.end()
+                                   ? !Terminal(fileOf(*number), 0).readsWithoutEcho()
+                                   : known->second;
         }
         m_showing = std::move(showing);
     }
@@ -115,22 +108,30 @@ private:
         m_chosen.clear();
         if (m_process != 0) {
             for (const auto number : terminalsBelow(m_process, m_processes))
-                m_chosen.push_back(m_folder / std::to_string(number));
+                add(number);
             return;
         }
-        for (const auto& [file, isShowing] : m_showing) {
+        for (const auto& [number, isShowing] : m_showing) {
             if (isShowing)
-                m_chosen.push_back(file);
+                add(number);
         }
     }
+
+    void add(int number)
+    {
+        m_chosen.push_back(
+            std::make_unique<Terminal>(fileOf(number), leaderAt(number, m_processes)));
+    }
+
+    [[nodiscard]] std::string fileOf(int number) const { return m_folder / std::to_string(number); }
 
     Unknown m_unknown;
     fs::path m_folder;
     pid_t m_process = 0;
     pid_t m_lastProgram = 0; // The last process that was known.
     std::vector<Process> m_processes;
-    std::map<std::string, bool> m_showing; // Terminals by whether they echoed when first seen.
-    std::vector<std::string> m_chosen;     // Those that count now.
+    std::map<int, bool> m_showing; // Terminals by whether they echoed when first seen.
+    std::vector<std::unique_ptr<Terminal>> m_chosen; // Those that count now.
     QFileSystemWatcher m_watcher;
     QTimer m_firstLook;
     QTimer m_secondLook;

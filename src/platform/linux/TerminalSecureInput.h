@@ -5,16 +5,11 @@
 
 #include <filesystem>
 #include <memory>
-#include <string>
 
 #include <sys/types.h>
 
 namespace clavo
 {
-
-/// Whether a program reads whole lines from the terminal and has switched the echo off, which is
-/// how a password is asked for there. False for what is no terminal. Takes about a microsecond.
-[[nodiscard]] bool readsWithoutEcho(const std::string& terminal);
 
 /// The terminals of the program that has the keys: secret while any of them reads without echo. A
 /// window does not tell which of its terminals is in front.

@@ -3,55 +3,74 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace clavo
 {
 namespace
 {
 
-class Watcher final : public SecureInput
+class Watcher final : public SecureWatcher
 {
 public:
-    explicit Watcher(const SecureReason& reason) : m_reason(reason) {}
-
-    [[nodiscard]] SecureReason reason() const override { return m_reason; }
-
-private:
-    const SecureReason& m_reason;
+    using SecureWatcher::setReason;
 };
 
 class AnySecureInputTest : public testing::Test
 {
 protected:
-    [[nodiscard]] AnySecureInput::Watchers watchers() const
+    AnySecureInputTest()
     {
-        AnySecureInput::Watchers made;
-        made.push_back(std::make_unique<Watcher>(first));
-        made.push_back(std::make_unique<Watcher>(second));
-        return made;
+        second->setReason(SecureReason::passwordPrompt); // Since before anybody listened.
+        watchers.emplace_back(first);
+        watchers.emplace_back(second);
     }
 
-    SecureReason first = SecureReason::none;
-    SecureReason second = SecureReason::none;
-    AnySecureInput secureInput{watchers()};
+    Watcher* first = new Watcher;
+    Watcher* second = new Watcher;
+    AnySecureInput::Watchers watchers;
 };
 
 TEST_F(AnySecureInputTest, IsOffWhileNoWatcherHasAReason)
 {
+    second->setReason(SecureReason::none);
+    const AnySecureInput secureInput(std::move(watchers));
+
     EXPECT_EQ(secureInput.reason(), SecureReason::none);
     EXPECT_FALSE(secureInput.isEnabled());
 }
 
 TEST_F(AnySecureInputTest, IsOnWhileAnyWatcherHasOne)
 {
-    second = SecureReason::passwordField;
+    const AnySecureInput secureInput(std::move(watchers));
+    EXPECT_EQ(secureInput.reason(), SecureReason::passwordPrompt);
+
+    second->setReason(SecureReason::passwordField);
     EXPECT_EQ(secureInput.reason(), SecureReason::passwordField);
     EXPECT_TRUE(secureInput.isEnabled());
 
-    first = SecureReason::lockedSession;
+    first->setReason(SecureReason::lockedSession);
     EXPECT_EQ(secureInput.reason(), SecureReason::lockedSession);
 
-    first = second = SecureReason::none;
+    first->setReason(SecureReason::none);
+    EXPECT_EQ(secureInput.reason(), SecureReason::passwordField);
+    second->setReason(SecureReason::none);
     EXPECT_FALSE(secureInput.isEnabled());
+}
+
+TEST(SecureWatcher, TellsChangesAndNothingElse)
+{
+    Watcher watcher;
+    int changes = 0;
+    watcher.changed = [&] { ++changes; };
+
+    watcher.setReason(SecureReason::none);
+    EXPECT_EQ(changes, 0);
+    watcher.setReason(SecureReason::passwordField);
+    watcher.setReason(SecureReason::passwordField);
+    EXPECT_EQ(changes, 1);
+    watcher.setReason(SecureReason::lockedSession);
+    EXPECT_EQ(changes, 2);
 }
 
 TEST(AnySecureInput, WithoutWatchersIsOff)

@@ -27,7 +27,7 @@ constexpr auto shell = "4711 (bash) S 4700 4711 4711 34819 4800 4194304 0 0 0 0"
 
 TEST(ProcessStat, HoldsTheParentAndTheTerminal)
 {
-    EXPECT_EQ(parseStat(shell), (Process{4711, 4700, "bash", 3}));
+    EXPECT_EQ(parseStat(shell), (Process{4711, 4700, "bash", 3, 4711}));
 }
 
 TEST(ProcessStat, OfAProcessWithoutATerminalHasNone)
@@ -38,19 +38,19 @@ TEST(ProcessStat, OfAProcessWithoutATerminalHasNone)
 TEST(ProcessStat, OfAProcessOnAConsoleHasNone)
 {
     EXPECT_EQ(parseStat("900 (agetty) S 1 900 900 1025 900 4194560 0"),
-              (Process{900, 1, "agetty", {}}));
+              (Process{900, 1, "agetty", {}, 900}));
 }
 
 TEST(ProcessStat, KnowsTerminalsOfEveryMajorNumber)
 {
-    EXPECT_EQ(parseStat("9 (a) S 1 9 9 35072 9 0"), (Process{9, 1, "a", 256}));   // 137:0
-    EXPECT_EQ(parseStat("9 (a) S 1 9 9 1083647 9 0"), (Process{9, 1, "a", 511})); // 136:511
+    EXPECT_EQ(parseStat("9 (a) S 1 9 9 35072 9 0"), (Process{9, 1, "a", 256, 9}));   // 137:0
+    EXPECT_EQ(parseStat("9 (a) S 1 9 9 1083647 9 0"), (Process{9, 1, "a", 511, 9})); // 136:511
 }
 
 TEST(ProcessStat, IsReadBehindAnyName)
 {
     EXPECT_EQ(parseStat("5 (a) S 1 1 1 34816 (b) c) R 4 5 5 34817 5 0"),
-              (Process{5, 4, "a) S 1 1 1 34816 (b) c", 1}));
+              (Process{5, 4, "a) S 1 1 1 34816 (b) c", 1, 5}));
 }
 
 TEST(ProcessStat, OfAProcessThatHasEndedIsNone)
@@ -78,9 +78,9 @@ TEST(RunningProcesses, AreTheNumberedFoldersWithAReadableState)
     write("self", shell);
     fs::create_directory(folder.path() / "14");
 
-    EXPECT_THAT(
-        runningProcesses(folder.path()),
-        UnorderedElementsAre(Process{4711, 4700, "bash", 3}, Process{12, 1, "two\nlines", {}}));
+    EXPECT_THAT(runningProcesses(folder.path()),
+                UnorderedElementsAre(Process{4711, 4700, "bash", 3, 4711},
+                                     Process{12, 1, "two\nlines", {}, 12}));
     EXPECT_THAT(runningProcesses(folder.path() / "missing"), IsEmpty());
 }
 
@@ -137,6 +137,18 @@ TEST(Terminals, ACircleOfParentsEnds)
 
     EXPECT_THAT(terminalsBelow(2, all), ElementsAre(2));
     EXPECT_THAT(terminalsBelow(4, all), IsEmpty());
+}
+
+TEST(LeaderAt, IsTheFirstProcessOfTheTerminalsSession)
+{
+    const std::vector<Process> processes{{10, 1, "xterm", {}, 10},
+                                         {20, 10, "bash", 3, 20},
+                                         {21, 20, "vim", 3, 20},
+                                         {30, 10, "bash", 4, 29}}; // Its leader has ended.
+
+    EXPECT_EQ(leaderAt(3, processes), 20);
+    EXPECT_EQ(leaderAt(4, processes), 0);
+    EXPECT_EQ(leaderAt(5, processes), 0);
 }
 
 } // namespace

@@ -3,18 +3,13 @@
 
 #include "desktop/x11/EventLoop.h"
 #include "fakes/TemporaryFolder.h"
+#include "unit/platform/Shell.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cerrno>
-#include <csignal>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 
-#include <pty.h>
-#include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -22,103 +17,6 @@ namespace clavo
 {
 namespace
 {
-
-/// A pseudo-terminal with a process in it that does nothing.
-class Shell
-{
-public:
-    Shell()
-    {
-        std::array<char, 64> name{};
-        m_process = forkpty(&m_master, name.data(), nullptr, nullptr);
-        if (m_process == 0) {
-            while (write(STDOUT_FILENO, "x", 1) == 1)
-                pause();
-        }
-        char sign = 0; // That the terminal is the process's.
-        EXPECT_EQ(read(m_master, &sign, 1), 1);
-        m_file = name.data();
-    }
-    ~Shell()
-    {
-        end();
-        close(m_master);
-    }
-    Shell(const Shell&) = delete;
-    Shell& operator=(const Shell&) = delete;
-
-    void set(tcflag_t mode, bool isOn) const
-    {
-        termios modes{};
-        ASSERT_EQ(tcgetattr(m_master, &modes), 0);
-        modes.c_lflag = isOn ? modes.c_lflag | mode : modes.c_lflag & ~mode;
-        ASSERT_EQ(tcsetattr(m_master, TCSANOW, &modes), 0);
-    }
-
-    /// Whether whoever shows the terminal learns of the end of its last process.
-    [[nodiscard]] bool hasHungUpOnceItHasEnded()
-    {
-        end();
-        char byte = 0;
-        return read(m_master, &byte, 1) == -1 && errno == EIO;
-    }
-
-    [[nodiscard]] const std::string& file() const { return m_file; }
-
-private:
-    void end()
-    {
-        if (m_process <= 0)
-            return;
-        kill(m_process, SIGKILL);
-        waitpid(m_process, nullptr, 0);
-        m_process = 0;
-    }
-
-    int m_master = -1;
-    pid_t m_process = -1;
-    std::string m_file;
-};
-
-TEST(ReadsWithoutEcho, IsTrueOfLinesThatAreNotShown)
-{
-    const Shell shell;
-    EXPECT_FALSE(readsWithoutEcho(shell.file()));
-
-    shell.set(ECHO, false);
-    EXPECT_TRUE(readsWithoutEcho(shell.file()));
-
-    shell.set(ECHO, true);
-    EXPECT_FALSE(readsWithoutEcho(shell.file()));
-}
-
-TEST(ReadsWithoutEcho, IsFalseOfAProgramThatReadsKeyByKey)
-{
-    const Shell shell;
-
-    shell.set(ECHO | ICANON, false);
-
-    EXPECT_FALSE(readsWithoutEcho(shell.file()));
-}
-
-TEST(ReadsWithoutEcho, IsFalseOfWhatIsNoTerminal)
-{
-    const TemporaryFolder folder;
-    std::ofstream(folder.path() / "file") << "text";
-
-    EXPECT_FALSE(readsWithoutEcho(folder.path() / "file"));
-    EXPECT_FALSE(readsWithoutEcho(folder.path() / "missing"));
-    EXPECT_FALSE(readsWithoutEcho("/dev/null"));
-    EXPECT_FALSE(readsWithoutEcho(""));
-}
-
-TEST(ReadsWithoutEcho, LeavesTheTerminalToItsPrograms)
-{
-    Shell shell;
-    ASSERT_FALSE(readsWithoutEcho(shell.file()));
-
-    EXPECT_TRUE(shell.hasHungUpOnceItHasEnded());
-}
 
 class TerminalSecureInputTest : public testing::Test
 {
