@@ -58,6 +58,7 @@ public:
     {
         m_tap->notifyNextMotion(std::move(moved));
     }
+    void setPositionUsed(bool isUsed) override { m_tap->setPositionUsed(isUsed); }
 
     std::vector<Microseconds> handling; // Event decoded → play() returned.
     std::vector<Microseconds> whole;    // Main loop awake → play() returned.

@@ -54,6 +54,7 @@ AppState::AppState(Platform platform, Surroundings surroundings, std::unique_ptr
     m_launchAtLogin = m_platform.loginItem->status() == LoginItem::Status::enabled;
     m_sound.setVolume(static_cast<float>(m_settings.volume));
     loadPacks();
+    choosePosition();
     m_input.onEvent = [this](const InputMonitor::Event& event) { handle(event); };
     m_sound.onPaused = [this] {
         m_platform.eventTap->notifyNextMotion([this] {
@@ -80,8 +81,15 @@ void AppState::change(bool Settings::*setting, std::string_view key, bool value,
 {
     const auto previous = std::exchange(m_settings.*setting, value);
     m_platform.defaults->setValue(key, value);
+    choosePosition();
     if (value != previous)
         emit(this->*changed)();
+}
+
+void AppState::choosePosition()
+{
+    const auto hasPlaced = m_settings.mouseSounds || m_settings.scrollSounds;
+    m_platform.eventTap->setPositionUsed(m_settings.spatial && hasPlaced);
 }
 
 void AppState::setEnabled(bool enabled)

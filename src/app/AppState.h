@@ -151,6 +151,7 @@ private:
     void loadSelectedPack();
     bool startListening();
     void lookAtInputAccess();
+    void choosePosition();
     [[nodiscard]] bool lacks(InputAccess::State what) const;
     void relaunchForPermission();
 

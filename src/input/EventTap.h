@@ -58,6 +58,10 @@ public:
     /// Calls `moved` once, at the pointer's next motion, in place of what waited for it. Motion is
     /// not watched otherwise: it would wake the program hundreds of times a second.
     virtual void notifyNextMotion(std::function<void()> moved) = 0;
+
+    /// Whether anybody has a use for the pointer's position, as in the beginning. A tap that has to
+    /// watch motion for it need not do so otherwise; the position may then be an old one.
+    virtual void setPositionUsed(bool isUsed) = 0;
 };
 
 } // namespace clavo

@@ -16,6 +16,7 @@ public:
     bool refuses = false; // What create() answers is the opposite.
     int created = 0;
     int enabled = 0;
+    bool positionUsed = true;
     EventMask mask = 0;
     Receiver receiver; // Of the last create(), also of a refused one.
 
@@ -37,6 +38,8 @@ public:
     [[nodiscard]] std::string name() const override { return "hands"; }
 
     void notifyNextMotion(std::function<void()> moved) override { m_moved = std::move(moved); }
+
+    void setPositionUsed(bool isUsed) override { positionUsed = isUsed; }
 
     void deliver(const RawEvent& event)
     {

@@ -55,28 +55,29 @@ std::vector<RawEvent> EvdevDecoder::remove(Device device)
     return released;
 }
 
-std::vector<RawEvent> EvdevDecoder::decode(Device device, const DeviceEvent& event,
-                                           std::span<const ScreenExtent> screens)
+std::span<const RawEvent> EvdevDecoder::decode(Device device, const DeviceEvent& event,
+                                               Screens& screens)
 {
-    std::vector<RawEvent> out;
+    m_decoded.clear(); // Keeps its memory.
     const auto found = m_devices.find(device);
     if (found == m_devices.end())
-        return out;
+        return m_decoded;
     auto& state = found->second;
     const auto turn = [&](int detents) {
-        out.insert(out.end(), static_cast<std::size_t>(detents),
-                   RawEvent{.type = RawEventType::scrollWheel, .x = m_pointer.x(screens)});
+        m_decoded.insert(
+            m_decoded.end(), static_cast<std::size_t>(detents),
+            RawEvent{.type = RawEventType::scrollWheel, .x = m_pointer.x(screens.extents())});
     };
 
     if (event.type == EV_KEY && !isButton(event.code)) {
-        key(device, event, out);
+        key(device, event);
     } else if (event.type == EV_KEY && event.value != repeated) {
         if (const auto type = typeOfButton(event.code, event.value == pressed))
-            out.push_back({.type = *type, .x = m_pointer.x(screens)});
+            m_decoded.push_back({.type = *type, .x = m_pointer.x(screens.extents())});
     } else if (event.type == EV_REL) {
         switch (event.code) {
         case REL_X:
-            m_pointer.move(event.value, screens);
+            m_pointer.move(event.value, screens.extents());
             break;
         case REL_WHEEL:
             turn(state.vertical.turnedDetents(event.value));
@@ -97,9 +98,9 @@ std::vector<RawEvent> EvdevDecoder::decode(Device device, const DeviceEvent& eve
         const double least = state.traits.places->least;
         const double width = state.traits.places->greatest - least;
         if (width > 0)
-            m_pointer.place((event.value - least) / width, screens);
+            m_pointer.place((event.value - least) / width, screens.extents());
     }
-    return out;
+    return m_decoded;
 }
 
 std::vector<RawEvent> EvdevDecoder::resynchronize(Device device,
@@ -134,13 +135,13 @@ bool EvdevDecoder::isHeldElsewhere(Device device, std::uint32_t code) const
     });
 }
 
-void EvdevDecoder::key(Device device, const DeviceEvent& event, std::vector<RawEvent>& out)
+void EvdevDecoder::key(Device device, const DeviceEvent& event)
 {
     auto& keys = m_devices.at(device).keys;
     const auto raw = event.value == released ? keys.release(event.code) : keys.press(event.code);
     if (!raw || (isModifier(event.code) && isHeldElsewhere(device, event.code)))
         return;
-    out.push_back(*raw);
+    m_decoded.push_back(*raw);
 }
 
 } // namespace clavo::evdev

@@ -61,9 +61,10 @@ public:
     /// A device is gone: what it held is released. The events are those of the modifiers.
     [[nodiscard]] std::vector<RawEvent> remove(Device device);
 
-    /// What followed from one event; `screens` are where the pointer may be.
-    [[nodiscard]] std::vector<RawEvent> decode(Device device, const DeviceEvent& event,
-                                               std::span<const ScreenExtent> screens);
+    /// What followed from one event, valid until the next call; `screens` are where the pointer may
+    /// be, and are asked only where it matters.
+    [[nodiscard]] std::span<const RawEvent> decode(Device device, const DeviceEvent& event,
+                                                   Screens& screens);
 
     /// Events of a device were lost, and these keys are down on it now. The events are those of the
     /// modifiers: a key that was struck meanwhile would be heard late.
@@ -84,10 +85,11 @@ private:
     };
 
     [[nodiscard]] bool isHeldElsewhere(Device device, std::uint32_t code) const;
-    void key(Device device, const DeviceEvent& event, std::vector<RawEvent>& out);
+    void key(Device device, const DeviceEvent& event);
 
     std::map<Device, State> m_devices;
     Pointer m_pointer;
+    std::vector<RawEvent> m_decoded; // Of the last event.
 };
 
 } // namespace clavo::evdev

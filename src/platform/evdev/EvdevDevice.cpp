@@ -5,12 +5,30 @@
 
 #include <fcntl.h>
 #include <libevdev/libevdev.h>
+#include <linux/input.h>
+#include <sys/ioctl.h>
 
+#include <bitset>
 #include <cerrno>
 #include <utility>
 
 namespace clavo::evdev
 {
+namespace
+{
+
+/// Has the kernel tell of these codes of a type of event and of no others; the file is not woken
+/// for what is left of a packet that has nothing else.
+void hearOnly(int file, std::uint32_t type, std::uint64_t codes)
+{
+    input_mask mask{};
+    mask.type = type;
+    mask.codes_size = sizeof codes;
+    mask.codes_ptr = reinterpret_cast<std::uintptr_t>(&codes);
+    ::ioctl(file, EVIOCSMASK, &mask);
+}
+
+} // namespace
 
 struct EvdevDevice::Library {
     explicit Library(int number) : file(number) {}
@@ -88,6 +106,20 @@ void EvdevDevice::synchronize()
     while (libevdev_next_event(m_library->device, LIBEVDEV_READ_FLAG_SYNC, &difference) ==
            LIBEVDEV_READ_STATUS_SYNC) {
     }
+}
+
+void EvdevDevice::setMotionHeard(bool isHeard)
+{
+    std::bitset<REL_CNT> relative;
+    std::bitset<ABS_CNT> absolute;
+    for (const auto code : {REL_WHEEL, REL_HWHEEL, REL_WHEEL_HI_RES, REL_HWHEEL_HI_RES})
+        relative.set(code);
+    for (const auto code : {REL_X, REL_Y})
+        relative.set(code, isHeard);
+    for (const auto code : {ABS_X, ABS_Y})
+        absolute.set(code, isHeard);
+    hearOnly(descriptor(), EV_REL, relative.to_ullong());
+    hearOnly(descriptor(), EV_ABS, absolute.to_ullong());
 }
 
 int EvdevDevice::descriptor() const

@@ -39,6 +39,10 @@ public:
     /// Asks the device what is down on it now.
     void synchronize();
 
+    /// Whether read() tells of a pointer that moves, as it does in the beginning. Where the kernel
+    /// does not know how to leave motion out, it does so ever after.
+    void setMotionHeard(bool isHeard);
+
     [[nodiscard]] int descriptor() const;
 
 private:

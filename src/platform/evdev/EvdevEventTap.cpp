@@ -17,6 +17,7 @@
 #include <chrono>
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -65,7 +66,17 @@ public:
     /// Not here: the loss may still be on its way through the reader.
     void enable() { m_soon.start(0ms); }
 
-    void notifyNextMotion(std::function<void()> moved) { m_moved = std::move(moved); }
+    void notifyNextMotion(std::function<void()> moved)
+    {
+        m_moved = std::move(moved);
+        chooseMotion();
+    }
+
+    void setPositionUsed(bool isUsed)
+    {
+        m_isPositionUsed = isUsed;
+        chooseMotion();
+    }
 
 private:
     struct Source {
@@ -82,13 +93,16 @@ private:
     void open(const std::filesystem::path& node);
     void read(int number, Source& source);
     void settle();
-    void deliver(const std::vector<RawEvent>& events);
+    void deliver(std::span<const RawEvent> events);
+    void chooseMotion();
 
     Screens& m_screens;
     std::filesystem::path m_folder;
     EventMask m_mask = 0;
     Receiver m_receiver;
     std::function<void()> m_moved; // Waits for the next motion.
+    bool m_isPositionUsed = true;
+    bool m_hearsMotion = true; // What the devices have been told.
 
     std::optional<Descriptor> m_watch; // Of the folder.
     std::optional<QSocketNotifier> m_changes;
@@ -162,6 +176,7 @@ void EvdevEventTap::Listener::open(const std::filesystem::path& node)
     source->node = node;
     source->isKeyboard = traits.hasTypingKeys;
     source->readable.emplace(device->descriptor(), QSocketNotifier::Read);
+    device->setMotionHeard(m_hearsMotion);
     source->device = std::move(device);
     QObject::connect(&*source->readable, &QSocketNotifier::activated,
                      [this, number, opened = source.get()] { read(number, *opened); });
@@ -174,9 +189,11 @@ void EvdevEventTap::Listener::read(int number, Source& source)
     while (true) {
         switch (source.device->read(event)) {
         case evdev::EvdevDevice::Outcome::event:
-            deliver(m_decoder.decode(number, event, m_screens.extents()));
-            if (m_moved && evdev::EvdevDecoder::isMotion(event))
+            deliver(m_decoder.decode(number, event, m_screens));
+            if (m_moved && evdev::EvdevDecoder::isMotion(event)) {
                 std::exchange(m_moved, nullptr)();
+                chooseMotion();
+            }
             continue;
         case evdev::EvdevDevice::Outcome::nothingMore:
             return;
@@ -228,7 +245,16 @@ void EvdevEventTap::Listener::settle()
     }
 }
 
-void EvdevEventTap::Listener::deliver(const std::vector<RawEvent>& events)
+void EvdevEventTap::Listener::chooseMotion()
+{
+    const bool hears = m_isPositionUsed || m_moved;
+    if (std::exchange(m_hearsMotion, hears) == hears)
+        return;
+    for (const auto& [number, source] : m_sources)
+        source->device->setMotionHeard(hears);
+}
+
+void EvdevEventTap::Listener::deliver(std::span<const RawEvent> events)
 {
     for (const auto& event : events) {
         if ((m_mask >> event.type & 1) != 0)
@@ -256,6 +282,11 @@ void EvdevEventTap::enable()
 void EvdevEventTap::notifyNextMotion(std::function<void()> moved)
 {
     m_listener->notifyNextMotion(std::move(moved));
+}
+
+void EvdevEventTap::setPositionUsed(bool isUsed)
+{
+    m_listener->setPositionUsed(isUsed);
 }
 
 } // namespace clavo

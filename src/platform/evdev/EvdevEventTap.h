@@ -16,8 +16,9 @@ namespace clavo
 ///
 /// Devices may come and go, and the right to read one may come later than the device. Where the
 /// kernel has lost events of a device, and where the last device is gone, the tap counts as lost.
-/// Keys that were held on a device that is gone count as released. Thread: main, which runs a Qt
-/// event loop.
+/// Keys that were held on a device that is gone count as released. The kernel keeps a pointer's
+/// motion to itself while nobody has a use for it, so that a mouse that moves wakes nobody. Thread:
+/// main, which runs a Qt event loop.
 class EvdevEventTap final : public EventTap
 {
 public:
@@ -30,6 +31,7 @@ public:
     void enable() override;
     [[nodiscard]] std::string name() const override { return "/dev/input"; }
     void notifyNextMotion(std::function<void()> moved) override;
+    void setPositionUsed(bool isUsed) override;
 
 private:
     class Listener;

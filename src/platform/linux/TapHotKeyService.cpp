@@ -49,6 +49,7 @@ public:
     {
         m_tap->notifyNextMotion(std::move(moved));
     }
+    void setPositionUsed(bool isUsed) override { m_tap->setPositionUsed(isUsed); }
 
 private:
     std::unique_ptr<EventTap> m_tap;

@@ -14,6 +14,7 @@ public:
     void enable() override;
     [[nodiscard]] std::string name() const override { return "nothing"; }
     void notifyNextMotion(std::function<void()> moved) override;
+    void setPositionUsed(bool /*isUsed*/) override {}
 };
 
 } // namespace clavo

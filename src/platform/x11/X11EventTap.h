@@ -27,6 +27,7 @@ public:
     void enable() override;
     [[nodiscard]] std::string name() const override { return "X11"; }
     void notifyNextMotion(std::function<void()> moved) override;
+    void setPositionUsed(bool /*isUsed*/) override {} // It is asked for.
 
 private:
     class Listener;

@@ -7,9 +7,12 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <cstring>
+#include <iterator>
 #include <span>
 #include <stdexcept>
+#include <tuple>
 #include <utility>
 
 namespace clavo
@@ -100,6 +103,9 @@ KernelDevice::~KernelDevice()
 void KernelDevice::setReadable(bool readable) const
 {
     ::chmod(m_node.c_str(), readable ? 0600 : 0);
+    // The node is a link here. Whoever watches the folder is told of a change of its own alone.
+    g_autofree gchar* root = umockdev_testbed_get_root_dir(m_testbed);
+    std::ignore = ::lchown((root + m_node).c_str(), ::geteuid(), ::getegid());
 }
 
 void KernelDevice::unplug()
@@ -112,7 +118,11 @@ void KernelDevice::unplug()
 void KernelDevice::tell(std::initializer_list<evdev::DeviceEvent> events)
 {
     std::ranges::for_each(events, [this](const auto& event) { note(event); });
-    std::vector<evdev::DeviceEvent> packet(events);
+    std::vector<evdev::DeviceEvent> packet;
+    std::ranges::copy_if(events, std::back_inserter(packet),
+                         [this](const auto& event) { return isHeard(event); });
+    if (packet.empty())
+        return;
     packet.push_back({.type = EV_SYN, .code = SYN_REPORT});
     write(packet);
 }
@@ -165,6 +175,11 @@ gboolean KernelDevice::answer(UMockdevIoctlBase* /*base*/, UMockdevIoctlClient* 
                               gpointer device)
 {
     const auto request = umockdev_ioctl_client_get_request(client);
+    if (request == EVIOCSMASK) {
+        static_cast<KernelDevice*>(device)->leaveOut(umockdev_ioctl_client_get_arg(client));
+        umockdev_ioctl_client_complete(client, 0, 0);
+        return TRUE;
+    }
     const auto reply = static_cast<KernelDevice*>(device)->answerTo(request);
     if (!reply) {
         umockdev_ioctl_client_complete(client, -1, EINVAL);
@@ -178,6 +193,29 @@ gboolean KernelDevice::answer(UMockdevIoctlBase* /*base*/, UMockdevIoctlClient* 
     umockdev_ioctl_client_complete(client, static_cast<glong>(size), 0);
     umockdev_ioctl_data_unref(target);
     return TRUE;
+}
+
+void KernelDevice::leaveOut(UMockdevIoctlData* argument)
+{
+    auto* const question = umockdev_ioctl_data_resolve(argument, 0, sizeof(input_mask), nullptr);
+    input_mask mask{};
+    std::memcpy(&mask, question->data, sizeof mask);
+    auto* const codes = umockdev_ioctl_data_resolve(question, offsetof(input_mask, codes_ptr),
+                                                    mask.codes_size, nullptr);
+    const std::scoped_lock lock(m_mutex);
+    m_masks[mask.type].assign(codes->data, codes->data + mask.codes_size);
+    umockdev_ioctl_data_unref(codes);
+    umockdev_ioctl_data_unref(question);
+}
+
+bool KernelDevice::isHeard(const evdev::DeviceEvent& event)
+{
+    const std::scoped_lock lock(m_mutex);
+    const auto found = m_masks.find(event.type);
+    if (found == m_masks.end())
+        return true;
+    const auto& codes = found->second;
+    return event.code / 8U < codes.size() && (codes[event.code / 8U] >> event.code % 8U & 1U) != 0;
 }
 
 /// Whoever reads a device that is gone is told so; else the line is read.

@@ -8,6 +8,7 @@
 #include <atomic>
 #include <cstdint>
 #include <initializer_list>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -40,7 +41,7 @@ public:
     KernelDevice(const KernelDevice&) = delete;
     KernelDevice& operator=(const KernelDevice&) = delete;
 
-    /// One packet of events.
+    /// One packet of events, without those that its reader has asked to be left out.
     void tell(std::initializer_list<evdev::DeviceEvent> events);
     void key(std::uint16_t code, bool down);
     void strike(std::uint16_t code);
@@ -55,6 +56,8 @@ private:
     static gboolean answer(UMockdevIoctlBase* base, UMockdevIoctlClient* client, gpointer device);
     static gboolean refuse(UMockdevIoctlBase* base, UMockdevIoctlClient* client, gpointer device);
     [[nodiscard]] std::optional<std::vector<std::uint8_t>> answerTo(unsigned long request);
+    void leaveOut(UMockdevIoctlData* argument);
+    [[nodiscard]] bool isHeard(const evdev::DeviceEvent& event);
     void note(const evdev::DeviceEvent& event);
     void write(const std::vector<evdev::DeviceEvent>& events) const;
 
@@ -64,6 +67,7 @@ private:
     DeviceKind m_kind;
     std::mutex m_mutex; // The questions come on another thread.
     std::set<std::uint16_t> m_down;
+    std::map<std::uint32_t, std::vector<std::uint8_t>> m_masks; // Of the codes of a type of event.
     std::atomic<bool> m_isGone = false;
     UMockdevIoctlBase* m_answers;
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/evdev/EvdevDecoder.h"
 
+#include "fakes/FakeScreens.h"
+
 #include <gmock/gmock.h>
 #include <linux/input-event-codes.h>
 
@@ -50,10 +52,13 @@ protected:
     std::vector<RawEvent> decode(EvdevDecoder::Device device, std::uint16_t type,
                                  std::uint16_t code, int value)
     {
-        return decoder.decode(device, {.type = type, .code = code, .value = value}, screens);
+        const auto decoded =
+            decoder.decode(device, {.type = type, .code = code, .value = value}, desktop);
+        return {decoded.begin(), decoded.end()};
     }
 
-    std::vector<ScreenExtent> screens = {{.x = 0, .width = 1000}};
+    FakeScreens desktop;
+    std::vector<ScreenExtent>& screens = desktop.screens = {{.x = 0, .width = 1000}};
     EvdevDecoder decoder;
 };
 
