@@ -25,8 +25,8 @@ public:
     /// `leader` is 0 where it is not known.
     Terminal(std::string file, pid_t leader);
 
-    /// False for what is no terminal. Takes a fraction of a microsecond, and some where the
-    /// terminal has to be opened for it.
+    /// False for what is no terminal. Takes less than a microsecond, and several where the terminal
+    /// has to be opened for it.
     [[nodiscard]] bool readsWithoutEcho() const;
 
 private:
