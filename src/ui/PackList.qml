@@ -122,9 +122,7 @@ ColumnLayout {
     }
 
     Label {
-        objectName: "hint"
         Layout.fillWidth: true
-        visible: list.count > 0
         text: qsTr("Hover a switch to hear it, click to choose it.")
         color: Theme.secondaryText
         font.pixelSize: Theme.captionSize
