@@ -18,7 +18,6 @@ using testing::Each;
 using testing::ElementsAre;
 using testing::SizeIs;
 
-constexpr std::int64_t letterS = 1;
 constexpr std::int64_t capsLock = 57;
 
 RawEvent keyDown(std::int64_t code)

@@ -111,7 +111,7 @@ void KernelDevice::setReadable(bool readable) const
 void KernelDevice::unplug()
 {
     m_isGone = true;
-    write({{.type = EV_SYN, .code = SYN_REPORT}}); // Makes its readers look.
+    std::ignore = write({{.type = EV_SYN, .code = SYN_REPORT}}); // Makes its readers look.
     umockdev_testbed_remove_device(m_testbed, ("/sys" + m_path).c_str());
 }
 
@@ -124,7 +124,7 @@ void KernelDevice::tell(std::initializer_list<evdev::DeviceEvent> events)
     if (packet.empty())
         return;
     packet.push_back({.type = EV_SYN, .code = SYN_REPORT});
-    write(packet);
+    tellAll(packet);
 }
 
 void KernelDevice::key(std::uint16_t code, bool down)
@@ -141,7 +141,7 @@ void KernelDevice::strike(std::uint16_t code)
 void KernelDevice::lose(std::initializer_list<evdev::DeviceEvent> events)
 {
     std::ranges::for_each(events, [this](const auto& event) { note(event); });
-    write({{.type = EV_SYN, .code = SYN_DROPPED}, {.type = EV_SYN, .code = SYN_REPORT}});
+    tellAll({{.type = EV_SYN, .code = SYN_DROPPED}, {.type = EV_SYN, .code = SYN_REPORT}});
 }
 
 void KernelDevice::note(const evdev::DeviceEvent& event)
@@ -155,7 +155,13 @@ void KernelDevice::note(const evdev::DeviceEvent& event)
         m_down.insert(event.code);
 }
 
-void KernelDevice::write(const std::vector<evdev::DeviceEvent>& events) const
+void KernelDevice::tellAll(const std::vector<evdev::DeviceEvent>& events) const
+{
+    if (!write(events))
+        throw std::runtime_error("nobody can be told by " + m_node);
+}
+
+bool KernelDevice::write(const std::vector<evdev::DeviceEvent>& events) const
 {
     std::vector<input_event> told;
     for (const auto& event : events) {
@@ -167,8 +173,7 @@ void KernelDevice::write(const std::vector<evdev::DeviceEvent>& events) const
     }
     const auto bytes = std::as_bytes(std::span(told));
     const int line = umockdev_testbed_get_dev_fd(m_testbed, m_node.c_str());
-    if (::write(line, bytes.data(), bytes.size()) != std::ssize(bytes))
-        throw std::runtime_error("nobody can be told by " + m_node);
+    return ::write(line, bytes.data(), bytes.size()) == std::ssize(bytes);
 }
 
 gboolean KernelDevice::answer(UMockdevIoctlBase* /*base*/, UMockdevIoctlClient* client,

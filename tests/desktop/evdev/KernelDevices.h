@@ -59,7 +59,9 @@ private:
     void leaveOut(UMockdevIoctlData* argument);
     [[nodiscard]] bool isHeard(const evdev::DeviceEvent& event);
     void note(const evdev::DeviceEvent& event);
-    void write(const std::vector<evdev::DeviceEvent>& events) const;
+    void tellAll(const std::vector<evdev::DeviceEvent>& events) const;
+    /// False where there is nobody to read it.
+    [[nodiscard]] bool write(const std::vector<evdev::DeviceEvent>& events) const;
 
     UMockdevTestbed* m_testbed;
     std::string m_node;

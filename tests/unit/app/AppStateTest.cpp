@@ -242,6 +242,23 @@ TEST_F(AppStateTest, APermissionGrantedAtTheRequestNeedsNoSettings)
     EXPECT_EQ(access->settingsShown, 0);
 }
 
+TEST_F(AppStateTest, UsesThePointersPositionForSoundsThatComeFromThere)
+{
+    state();
+    EXPECT_FALSE(tap->positionUsed) << "there are none in the beginning";
+
+    state().setMouseSounds(true);
+    EXPECT_TRUE(tap->positionUsed);
+    state().setSpatial(false);
+    EXPECT_FALSE(tap->positionUsed);
+
+    state().setSpatial(true);
+    state().setMouseSounds(false);
+    EXPECT_FALSE(tap->positionUsed);
+    state().setScrollSounds(true);
+    EXPECT_TRUE(tap->positionUsed);
+}
+
 TEST_F(AppStateTest, TheHotKeyIsShiftCommandK)
 {
     state();
