@@ -21,7 +21,6 @@ using testing::Pair;
 
 constexpr std::int64_t keyA = 0; // Virtual key code; scancode 30.
 constexpr float centre = 0.70710677F;
-constexpr double secondsAtStart = 1'750'075'200; // Of the wall clock, since 1970.
 
 class AppStateTest : public AppStateFixture
 {
@@ -68,15 +67,6 @@ TEST_F(AppStateTest, SaysOnceWhatIsLoadedAndWhetherItListens)
     EXPECT_THAT(lines(), ElementsAre("pack chargé : cherrymx-red-abs",
                                      "autorisation : true, écoute : true"));
     EXPECT_TRUE(state().hasPermission());
-}
-
-TEST_F(AppStateTest, DoesNotListenWithoutPermission)
-{
-    permission = false;
-
-    EXPECT_FALSE(state().hasPermission());
-    EXPECT_EQ(tap->created, 0);
-    EXPECT_THAT(lines(), Contains("autorisation : false, écoute : false"));
 }
 
 TEST_F(AppStateTest, SwitchesAreStoredUnderTheirNamesAndAnnounced)
@@ -169,79 +159,6 @@ TEST_F(AppStateTest, ReloadFindsNewPacks)
     EXPECT_EQ(lines().back(), "pack chargé : cherrymx-red-abs");
 }
 
-TEST_F(AppStateTest, AsksNobodyForAPermissionItHas)
-{
-    state();
-    time.advance(60s);
-
-    EXPECT_EQ(access->requests, 0);
-    EXPECT_FALSE(freshProcess);
-}
-
-TEST_F(AppStateTest, WithoutPermissionItAsksAndShowsWhereItIsGranted)
-{
-    permission = false;
-
-    EXPECT_FALSE(state().needsRelaunch());
-    EXPECT_EQ(access->requests, 1);
-    EXPECT_EQ(access->settingsShown, 1);
-    time.advance(2s);
-    EXPECT_TRUE(freshProcess);
-}
-
-TEST_F(AppStateTest, TellsWhatKeepsItFromListening)
-{
-    permission = false;
-    QSignalSpy changes(&state(), &AppState::inputAccessChanged);
-
-    access->obstacle = InputAccess::State::noKeyboard;
-    access->changed();
-    EXPECT_TRUE(state().lacksKeyboard());
-    EXPECT_FALSE(state().needsLogin());
-
-    access->obstacle = InputAccess::State::notInThisLogin;
-    access->typed = "sudo one";
-    state().requestPermission();
-    EXPECT_FALSE(state().lacksKeyboard());
-    EXPECT_TRUE(state().needsLogin());
-    EXPECT_EQ(state().permissionCommands(), "") << "nothing is left to be granted";
-
-    access->obstacle = InputAccess::State::refused;
-    time.advance(2s); // A poll.
-    EXPECT_FALSE(state().needsLogin());
-    EXPECT_EQ(state().permissionCommands(), "sudo one");
-    EXPECT_EQ(changes.count(), 3);
-}
-
-TEST_F(AppStateTest, LooksAtThePermissionWhenItMayHaveChangedAndNotWhenItIsAskedOfIt)
-{
-    permission = false;
-    state();
-    access->typed = "sudo one";
-    access->changed();
-    const QSignalSpy changes(&state(), &AppState::inputAccessChanged);
-    const auto looks = access->looks;
-
-    EXPECT_FALSE(state().lacksKeyboard());
-    EXPECT_FALSE(state().needsLogin());
-    EXPECT_EQ(state().permissionCommands(), "sudo one");
-    EXPECT_EQ(access->looks, looks);
-
-    time.advance(2s);
-    EXPECT_EQ(access->looks, looks + 1);
-    EXPECT_EQ(changes.count(), 0) << "it has not changed";
-}
-
-TEST_F(AppStateTest, APermissionGrantedAtTheRequestNeedsNoSettings)
-{
-    state();
-
-    state().requestPermission();
-
-    EXPECT_EQ(access->requests, 1);
-    EXPECT_EQ(access->settingsShown, 0);
-}
-
 TEST_F(AppStateTest, UsesThePointersPositionForSoundsThatComeFromThere)
 {
     state();
@@ -320,38 +237,6 @@ TEST_F(AppStateTest, ShowsTheWishToStartAtLoginAlsoWhereItFails)
     EXPECT_EQ(changed.count(), 1);
     EXPECT_EQ(lines().back(), "Clavo: lancement au démarrage impossible: no space left");
     EXPECT_THAT(defaults->written, IsEmpty());
-}
-
-TEST_F(AppStateTest, RelaunchesOnceThePermissionIsGranted)
-{
-    permission = false;
-    state();
-    time.advance(30s);
-
-    freshProcess(true);
-
-    EXPECT_EQ(relauncher->opened, 1);
-    EXPECT_FALSE(state().needsRelaunch());
-    EXPECT_EQ(lines().back(), "autorisation accordée : relance de Clavo");
-    EXPECT_THAT(defaults->written,
-                ElementsAre(Pair("permissionRelaunch", DefaultsValue(secondsAtStart + 30))));
-}
-
-TEST_F(AppStateTest, LeavesASecondRelaunchWithinAMinuteToTheUser)
-{
-    permission = false;
-    stored = {{"permissionRelaunch", secondsAtStart - 58}};
-    state();
-    QSignalSpy changed(&state(), &AppState::needsRelaunchChanged);
-    time.advance(2s);
-
-    freshProcess(true);
-
-    EXPECT_TRUE(state().needsRelaunch());
-    EXPECT_EQ(changed.count(), 1);
-    EXPECT_EQ(relauncher->opened, 0);
-    EXPECT_THAT(defaults->written,
-                ElementsAre(Pair("permissionRelaunch", DefaultsValue(secondsAtStart - 58))));
 }
 
 TEST_F(AppStateTest, PreviewsAPackThatIsNotSelected)
