@@ -46,9 +46,10 @@ public:
     std::string_view takeName()
     {
         m_name = takeText();
-        m_value.reset();
+        m_value = {};
         const auto equals = m_name.find('=');
-        if (m_name.starts_with("--") && equals != std::string_view::npos) {
+        m_hasValue = m_name.starts_with("--") && equals != std::string_view::npos;
+        if (m_hasValue) {
             m_value = m_name.substr(equals + 1);
             m_name = m_name.substr(0, equals);
         }
@@ -58,10 +59,9 @@ public:
     /// Of the option just taken.
     std::string_view takeValue()
     {
-        if (!m_value && isEmpty())
-            throw Misused(fmt::format("{} needs a value", m_name));
-        const auto value = m_value ? *m_value : takeText();
-        m_value.reset();
+        if (!m_hasValue && !isEmpty())
+            m_value = takeText();
+        const auto value = m_value;
         if (value.empty())
             throw Misused(fmt::format("{} needs a value", m_name));
         return value;
@@ -69,14 +69,15 @@ public:
 
     void expectNoValue() const
     {
-        if (m_value)
+        if (m_hasValue)
             throw Misused(fmt::format("{} takes no value", m_name));
     }
 
 private:
     std::span<const char* const> m_left;
     std::string_view m_name;
-    std::optional<std::string_view> m_value;
+    bool m_hasValue = false;  // In the same argument.
+    std::string_view m_value; // Of the option, as far as it has been read.
 };
 
 void addText(TypingOptions& options, std::string_view text)
