@@ -20,12 +20,8 @@ public:
 
     [[nodiscard]] std::optional<QRect> onTheDesktop() const
     {
-        const auto fromTheBottom = children(m_desktop.root);
-        for (const auto window : std::views::reverse(fromTheBottom)) {
-            if (isTheProgram(window) && isSeen(window))
-                return place(window);
-        }
-        return {};
+        const auto window = uppermost();
+        return window == XCB_WINDOW_NONE ? std::nullopt : place(window);
     }
 
     [[nodiscard]] std::optional<QRect> insideAnother() const
@@ -45,12 +41,23 @@ public:
 
     [[nodiscard]] bool isFocused() const
     {
+        const auto window = uppermost();
         const Owned<xcb_get_input_focus_reply_t> focus{
             xcb_get_input_focus_reply(server(), xcb_get_input_focus(server()), nullptr)};
-        return focus && isTheProgram(focus->focus);
+        return window != XCB_WINDOW_NONE && focus && focus->focus == window;
     }
 
 private:
+    [[nodiscard]] xcb_window_t uppermost() const
+    {
+        const auto fromTheBottom = children(m_desktop.root);
+        for (const auto window : std::views::reverse(fromTheBottom)) {
+            if (isTheProgram(window) && isSeen(window))
+                return window;
+        }
+        return XCB_WINDOW_NONE;
+    }
+
     [[nodiscard]] xcb_connection_t* server() const { return m_desktop.connection.get(); }
 
     [[nodiscard]] std::vector<xcb_window_t> children(xcb_window_t parent) const

@@ -16,7 +16,7 @@ namespace clavo
 /// Where the window is that this program has opened on the desktop itself; the uppermost one.
 [[nodiscard]] std::optional<QRect> openWindow(std::string_view program);
 
-/// Whether the keys go to a window of this program.
+/// Whether the keys go to that window, and not to one that it has come in the place of.
 [[nodiscard]] bool hasFocus(std::string_view program);
 
 } // namespace clavo
