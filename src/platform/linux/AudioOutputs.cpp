@@ -4,12 +4,13 @@
 #include "log/Log.h"
 #include "platform/linux/Environment.h"
 #include "platform/linux/FallbackOutput.h"
+#include "platform/linux/ParseNumber.h"
 #include "platform/linux/QtTimer.h"
 #include "platform/none/SilentOutput.h"
 #include "platform/pipewire/PipeWireOutput.h"
 #include "platform/pulse/PulseOutput.h"
 
-#include <charconv>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -31,12 +32,9 @@ std::uint32_t quantumWish()
     const auto text = environment("CLAVO_QUANTUM");
     if (text.empty())
         return defaultQuantum;
-    std::uint32_t frames = 0;
-    const auto* const end = text.data() + text.size();
-    const auto [parsed, error] = std::from_chars(text.data(), end, frames);
-    if (error == std::errc{} && parsed == end && frames >= leastQuantum &&
-        frames <= greatestQuantum)
-        return frames;
+    const auto frames = parseNumber<std::uint32_t>(text);
+    if (frames && *frames >= leastQuantum && *frames <= greatestQuantum)
+        return *frames;
     log::notice("CLAVO_QUANTUM « {} » ignoré : il faut un nombre de {} à {}", text, leastQuantum,
                 greatestQuantum);
     return defaultQuantum;

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/ProcessTree.h"
 
+#include "platform/linux/ParseNumber.h"
+
 #include <sys/sysmacros.h>
 
 #include <algorithm>
-#include <charconv>
 #include <fstream>
 #include <iterator>
 #include <set>
@@ -29,14 +30,6 @@ struct Multiplexer {
     std::string_view server;
 };
 constexpr Multiplexer multiplexers[]{{"tmux: client", "tmux: server"}, {"screen", "screen"}};
-
-template <typename Number> std::optional<Number> parseNumber(std::string_view text)
-{
-    Number number{};
-    const auto* const end = text.data() + text.size();
-    const auto parsed = std::from_chars(text.data(), end, number);
-    return parsed.ec == std::errc{} && parsed.ptr == end ? std::optional(number) : std::nullopt;
-}
 
 std::string_view takeWord(std::string_view& text)
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/TerminalSecureInput.h"
 
+#include "platform/linux/ParseNumber.h"
 #include "platform/linux/ProcessReader.h"
 #include "platform/linux/Terminal.h"
 
@@ -9,7 +10,6 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <charconv>
 #include <chrono>
 #include <map>
 #include <optional>
@@ -31,15 +31,6 @@ using namespace std::chrono_literals;
 // machine that is busy.
 constexpr auto firstLook = 200ms;
 constexpr auto secondLook = 2000ms;
-
-/// The number that names the terminal. The folder has a file, too, whose opening makes another one.
-std::optional<int> numberOf(std::string_view name)
-{
-    int number = 0;
-    const auto* const end = name.data() + name.size();
-    const auto parsed = std::from_chars(name.data(), end, number);
-    return parsed.ec == std::errc{} && parsed.ptr == end ? std::optional(number) : std::nullopt;
-}
 
 } // namespace
 
@@ -92,7 +83,8 @@ private:
         std::error_code error;
         auto entry = fs::directory_iterator(m_folder, error);
         for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-            const auto number = numberOf(entry->path().filename().native());
+            // The folder has a file, too, whose opening makes another terminal.
+            const auto number = parseNumber<int>(entry->path().filename().native());
             if (!number)
                 continue;
             const auto known = m_showing.find(*number);
