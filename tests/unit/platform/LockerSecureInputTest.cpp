@@ -9,6 +9,9 @@
 #include <gmock/gmock.h>
 
 #include <optional>
+#include <string>
+
+#include <unistd.h>
 
 namespace clavo
 {
@@ -58,8 +61,10 @@ protected:
 
     EventLoop loop;
     TemporaryFolder folder;
-    fs::path locker = folder.path() / "clavo-test-lock";
-    fs::path other = folder.path() / "clavo-no-lock";
+    // A locker is known by its name, also one that a test which died has left behind.
+    std::string process = std::to_string(getpid());
+    fs::path locker = folder.path() / (process + "-lock");
+    fs::path other = folder.path() / (process + "-other");
     std::optional<LockerSecureInput> secureInput;
 };
 
