@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "latency/Keyboard.h"
+#include "latency/XTestKeyboard.h"
 
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
@@ -20,14 +20,14 @@ constexpr xcb_keysym_t returnSymbol = 0xFF0D;
 
 } // namespace
 
-void Keyboard::Close::operator()(xcb_connection_t* connection) const
+void XTestKeyboard::Close::operator()(xcb_connection_t* connection) const
 {
     xcb_disconnect(connection);
 }
 
-std::optional<Keyboard> Keyboard::open()
+std::optional<XTestKeyboard> XTestKeyboard::open()
 {
-    Keyboard keyboard(xcb_connect(nullptr, nullptr));
+    XTestKeyboard keyboard(xcb_connect(nullptr, nullptr));
     auto* const connection = keyboard.m_connection.get();
     if (xcb_connection_has_error(connection) != 0)
         return {};
@@ -38,7 +38,7 @@ std::optional<Keyboard> Keyboard::open()
     return keyboard;
 }
 
-bool Keyboard::readLayout()
+bool XTestKeyboard::readLayout()
 {
     const auto* const setup = xcb_get_setup(m_connection.get());
     const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
@@ -59,7 +59,13 @@ bool Keyboard::readLayout()
     return true;
 }
 
-Moment Keyboard::send(std::uint8_t type, std::uint8_t key)
+std::optional<std::uint8_t> XTestKeyboard::key(char character) const
+{
+    const auto key = m_keys[static_cast<unsigned char>(character)];
+    return key != 0 ? std::optional(key) : std::nullopt;
+}
+
+Moment XTestKeyboard::send(std::uint8_t type, std::uint8_t key)
 {
     auto* const connection = m_connection.get();
     xcb_test_fake_input(connection, type, key, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
@@ -68,17 +74,17 @@ Moment Keyboard::send(std::uint8_t type, std::uint8_t key)
     return moment;
 }
 
-Moment Keyboard::press(std::uint8_t key)
+Moment XTestKeyboard::press(std::uint8_t key)
 {
     return send(XCB_KEY_PRESS, key);
 }
 
-Moment Keyboard::release(std::uint8_t key)
+Moment XTestKeyboard::release(std::uint8_t key)
 {
     return send(XCB_KEY_RELEASE, key);
 }
 
-nanoseconds Keyboard::roundTrip()
+nanoseconds XTestKeyboard::roundTrip()
 {
     const auto before = std::chrono::steady_clock::now();
     const ReplyPtr<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(

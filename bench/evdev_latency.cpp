@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+//
+// clavo-latency for a key of one of the kernel's devices, as on Wayland. The device is made up in
+// user space, which adds a question to another process to every reading of it: the kernel's own is
+// faster. Runs as scripts/virtual-desktop umockdev-wrapper bench_evdev_latency OPTIONS.
+#include "desktop/evdev/KernelDevices.h"
+#include "latency/Measurement.h"
+
+#include <linux/input-event-codes.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+
+namespace clavo::latency
+{
+namespace
+{
+
+/// The first of the keys that are side by side, and what they type.
+struct Row {
+    std::uint8_t firstKey;
+    std::string_view characters;
+};
+constexpr Row rows[]{
+    {KEY_Q, "qwertyuiop"}, {KEY_A, "asdfghjkl"}, {KEY_Z, "zxcvbnm"}, {KEY_SPACE, " "}};
+
+class DeviceKeyboard final : public Keyboard
+{
+public:
+    [[nodiscard]] std::optional<std::uint8_t> key(char character) const override
+    {
+        for (const auto& [firstKey, characters] : rows) {
+            const auto place = characters.find(character);
+            if (place != std::string_view::npos)
+                return static_cast<std::uint8_t>(firstKey + place);
+        }
+        return {};
+    }
+    Moment press(std::uint8_t key) override { return send(key, true); }
+    Moment release(std::uint8_t key) override { return send(key, false); }
+
+private:
+    Moment send(std::uint8_t key, bool down)
+    {
+        const auto moment = std::chrono::steady_clock::now();
+        m_device.key(key, down);
+        return moment;
+    }
+
+    KernelDevices m_devices;
+    KernelDevice& m_device = m_devices.plugIn(keyboardKind());
+};
+
+} // namespace
+} // namespace clavo::latency
+
+int main(int argc, char* argv[])
+try {
+    using namespace clavo::latency;
+    const std::span arguments(argv, static_cast<std::size_t>(argc));
+    const auto options = readOptions(arguments.subspan(1));
+    if (!options) {
+        std::fputs(usage, stderr);
+        return 2;
+    }
+    setenv("CLAVO_INPUT", "evdev", 1);
+    DeviceKeyboard keyboard;
+    return measure(*options, keyboard);
+} catch (const std::exception& exception) {
+    std::fprintf(stderr, "bench_evdev_latency: %s\n", exception.what());
+    return EXIT_FAILURE;
+}
