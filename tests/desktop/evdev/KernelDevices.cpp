@@ -6,10 +6,13 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
 #include <iterator>
+#include <map>
+#include <mutex>
 #include <span>
 #include <stdexcept>
 #include <tuple>
@@ -76,75 +79,51 @@ DeviceKind tabletKind()
             .places = evdev::DeviceTraits::Range{.least = 0, .greatest = 1000}};
 }
 
-KernelDevice::KernelDevice(UMockdevTestbed* testbed, int number, DeviceKind kind)
-    : m_testbed(testbed), m_node(nodeOf(number)),
-      m_path("/devices/test/input" + std::to_string(number) + "/event" + std::to_string(number)),
-      m_kind(std::move(kind)), m_answers(umockdev_ioctl_base_new())
+/// What the kernel knows of a device. The questions come on another thread, also while the device
+/// is taken away.
+class KernelDevice::Knowledge
 {
-    const auto description =
-        "P: " + m_path + "\nN: " + m_node.substr(5) + "\nE: DEVNAME=" + m_node +
-        "\nE: SUBSYSTEM=input\nA: dev=13:" + std::to_string(64 + number) + "\n\n";
-    g_signal_connect(m_answers, "handle-ioctl", G_CALLBACK(&KernelDevice::answer), this);
-    g_signal_connect(m_answers, "handle-read", G_CALLBACK(&KernelDevice::refuse), this);
-    // The answers are there before the node is: whoever watches the folder asks at once.
-    if (!umockdev_testbed_attach_ioctl(m_testbed, m_node.c_str(), m_answers, nullptr) ||
-        !umockdev_testbed_add_from_string(m_testbed, description.c_str(), nullptr))
-        throw std::runtime_error("there is no " + m_node);
+public:
+    explicit Knowledge(DeviceKind kind) : m_kind(std::move(kind)) {}
+
+    void note(const evdev::DeviceEvent& event);
+    [[nodiscard]] bool isHeard(const evdev::DeviceEvent& event);
+    void setGone() { m_isGone = true; }
+    [[nodiscard]] bool isGone() const { return m_isGone; }
+
+    /// Has these questions answered from the shared knowledge for as long as somebody asks.
+    static void connect(UMockdevIoctlBase* answers, const std::shared_ptr<Knowledge>& shared);
+
+private:
+    static gboolean answer(UMockdevIoctlBase* base, UMockdevIoctlClient* client, gpointer self);
+    static gboolean refuse(UMockdevIoctlBase* base, UMockdevIoctlClient* client, gpointer self);
+    [[nodiscard]] std::optional<std::vector<std::uint8_t>> answerTo(unsigned long request);
+    void leaveOut(UMockdevIoctlData* argument);
+
+    DeviceKind m_kind;
+    std::mutex m_mutex;
+    std::set<std::uint16_t> m_down;
+    std::map<std::uint32_t, std::vector<std::uint8_t>> m_masks; // Of the codes of a type of event.
+    std::atomic<bool> m_isGone = false;
+};
+
+void KernelDevice::Knowledge::connect(UMockdevIoctlBase* answers,
+                                      const std::shared_ptr<Knowledge>& shared)
+{
+    using Handler = gboolean (*)(UMockdevIoctlBase*, UMockdevIoctlClient*, gpointer);
+    const auto handle = [&](const char* question, Handler handler) {
+        g_signal_connect_data(
+            answers, question, G_CALLBACK(handler), new std::shared_ptr<Knowledge>(shared),
+            [](gpointer own, GClosure* /*closure*/) {
+                delete static_cast<std::shared_ptr<Knowledge>*>(own);
+            },
+            GConnectFlags{});
+    };
+    handle("handle-ioctl", &Knowledge::answer);
+    handle("handle-read", &Knowledge::refuse);
 }
 
-KernelDevice::~KernelDevice()
-{
-    if (!m_isGone)
-        unplug();
-    umockdev_testbed_detach_ioctl(m_testbed, m_node.c_str(), nullptr);
-    g_object_unref(m_answers);
-}
-
-void KernelDevice::setReadable(bool readable) const
-{
-    ::chmod(m_node.c_str(), readable ? 0600 : 0);
-    // The node is a link here. Whoever watches the folder is told of a change of its own alone.
-    g_autofree gchar* root = umockdev_testbed_get_root_dir(m_testbed);
-    std::ignore = ::lchown((root + m_node).c_str(), ::geteuid(), ::getegid());
-}
-
-void KernelDevice::unplug()
-{
-    m_isGone = true;
-    std::ignore = write({{.type = EV_SYN, .code = SYN_REPORT}}); // Makes its readers look.
-    umockdev_testbed_remove_device(m_testbed, ("/sys" + m_path).c_str());
-}
-
-void KernelDevice::tell(std::initializer_list<evdev::DeviceEvent> events)
-{
-    std::ranges::for_each(events, [this](const auto& event) { note(event); });
-    std::vector<evdev::DeviceEvent> packet;
-    std::ranges::copy_if(events, std::back_inserter(packet),
-                         [this](const auto& event) { return isHeard(event); });
-    if (packet.empty())
-        return;
-    packet.push_back({.type = EV_SYN, .code = SYN_REPORT});
-    tellAll(packet);
-}
-
-void KernelDevice::key(std::uint16_t code, bool down)
-{
-    tell({{.type = EV_KEY, .code = code, .value = down ? 1 : 0}});
-}
-
-void KernelDevice::strike(std::uint16_t code)
-{
-    key(code, true);
-    key(code, false);
-}
-
-void KernelDevice::lose(std::initializer_list<evdev::DeviceEvent> events)
-{
-    std::ranges::for_each(events, [this](const auto& event) { note(event); });
-    tellAll({{.type = EV_SYN, .code = SYN_DROPPED}, {.type = EV_SYN, .code = SYN_REPORT}});
-}
-
-void KernelDevice::note(const evdev::DeviceEvent& event)
+void KernelDevice::Knowledge::note(const evdev::DeviceEvent& event)
 {
     if (event.type != EV_KEY)
         return;
@@ -155,37 +134,27 @@ void KernelDevice::note(const evdev::DeviceEvent& event)
         m_down.insert(event.code);
 }
 
-void KernelDevice::tellAll(const std::vector<evdev::DeviceEvent>& events) const
+bool KernelDevice::Knowledge::isHeard(const evdev::DeviceEvent& event)
 {
-    if (!write(events))
-        throw std::runtime_error("nobody can be told by " + m_node);
+    const std::scoped_lock lock(m_mutex);
+    const auto found = m_masks.find(event.type);
+    if (found == m_masks.end())
+        return true;
+    const auto& codes = found->second;
+    return event.code / 8U < codes.size() && (codes[event.code / 8U] >> event.code % 8U & 1U) != 0;
 }
 
-bool KernelDevice::write(const std::vector<evdev::DeviceEvent>& events) const
+gboolean KernelDevice::Knowledge::answer(UMockdevIoctlBase* /*base*/, UMockdevIoctlClient* client,
+                                         gpointer self)
 {
-    std::vector<input_event> told;
-    for (const auto& event : events) {
-        input_event each{};
-        each.type = event.type;
-        each.code = event.code;
-        each.value = event.value;
-        told.push_back(each);
-    }
-    const auto bytes = std::as_bytes(std::span(told));
-    const int line = umockdev_testbed_get_dev_fd(m_testbed, m_node.c_str());
-    return ::write(line, bytes.data(), bytes.size()) == std::ssize(bytes);
-}
-
-gboolean KernelDevice::answer(UMockdevIoctlBase* /*base*/, UMockdevIoctlClient* client,
-                              gpointer device)
-{
+    auto& knowledge = **static_cast<std::shared_ptr<Knowledge>*>(self);
     const auto request = umockdev_ioctl_client_get_request(client);
     if (request == EVIOCSMASK) {
-        static_cast<KernelDevice*>(device)->leaveOut(umockdev_ioctl_client_get_arg(client));
+        knowledge.leaveOut(umockdev_ioctl_client_get_arg(client));
         umockdev_ioctl_client_complete(client, 0, 0);
         return TRUE;
     }
-    const auto reply = static_cast<KernelDevice*>(device)->answerTo(request);
+    const auto reply = knowledge.answerTo(request);
     if (!reply) {
         umockdev_ioctl_client_complete(client, -1, EINVAL);
         return TRUE;
@@ -200,7 +169,7 @@ gboolean KernelDevice::answer(UMockdevIoctlBase* /*base*/, UMockdevIoctlClient* 
     return TRUE;
 }
 
-void KernelDevice::leaveOut(UMockdevIoctlData* argument)
+void KernelDevice::Knowledge::leaveOut(UMockdevIoctlData* argument)
 {
     auto* const question = umockdev_ioctl_data_resolve(argument, 0, sizeof(input_mask), nullptr);
     input_mask mask{};
@@ -213,21 +182,11 @@ void KernelDevice::leaveOut(UMockdevIoctlData* argument)
     umockdev_ioctl_data_unref(question);
 }
 
-bool KernelDevice::isHeard(const evdev::DeviceEvent& event)
-{
-    const std::scoped_lock lock(m_mutex);
-    const auto found = m_masks.find(event.type);
-    if (found == m_masks.end())
-        return true;
-    const auto& codes = found->second;
-    return event.code / 8U < codes.size() && (codes[event.code / 8U] >> event.code % 8U & 1U) != 0;
-}
-
 /// Whoever reads a device that is gone is told so; else the line is read.
-gboolean KernelDevice::refuse(UMockdevIoctlBase* /*base*/, UMockdevIoctlClient* client,
-                              gpointer device)
+gboolean KernelDevice::Knowledge::refuse(UMockdevIoctlBase* /*base*/, UMockdevIoctlClient* client,
+                                         gpointer self)
 {
-    if (!static_cast<KernelDevice*>(device)->m_isGone)
+    if (!(*static_cast<std::shared_ptr<Knowledge>*>(self))->m_isGone)
         return FALSE;
     umockdev_ioctl_client_complete(client, -1, ENODEV);
     return TRUE;
@@ -235,7 +194,7 @@ gboolean KernelDevice::refuse(UMockdevIoctlBase* /*base*/, UMockdevIoctlClient* 
 
 /// What the kernel answers (drivers/input/evdev.c in its sources); nothing for what it would
 /// refuse.
-std::optional<std::vector<std::uint8_t>> KernelDevice::answerTo(unsigned long request)
+std::optional<std::vector<std::uint8_t>> KernelDevice::Knowledge::answerTo(unsigned long request)
 {
     constexpr unsigned int abilities = _IOC_NR(EVIOCGBIT(0, 0));
     constexpr unsigned int ranges = _IOC_NR(EVIOCGABS(0));
@@ -289,6 +248,95 @@ std::optional<std::vector<std::uint8_t>> KernelDevice::answerTo(unsigned long re
         return number > abilities && number < abilities + EV_CNT ? std::optional(bits({}))
                                                                  : std::nullopt;
     }
+}
+
+KernelDevice::KernelDevice(UMockdevTestbed* testbed, int number, DeviceKind kind)
+    : m_testbed(testbed), m_node(nodeOf(number)),
+      m_path("/devices/test/input" + std::to_string(number) + "/event" + std::to_string(number)),
+      m_knowledge(std::make_shared<Knowledge>(std::move(kind))),
+      m_answers(umockdev_ioctl_base_new())
+{
+    const auto description =
+        "P: " + m_path + "\nN: " + m_node.substr(5) + "\nE: DEVNAME=" + m_node +
+        "\nE: SUBSYSTEM=input\nA: dev=13:" + std::to_string(64 + number) + "\n\n";
+    Knowledge::connect(m_answers, m_knowledge);
+    // The answers are there before the node is: whoever watches the folder asks at once.
+    if (!umockdev_testbed_attach_ioctl(m_testbed, m_node.c_str(), m_answers, nullptr) ||
+        !umockdev_testbed_add_from_string(m_testbed, description.c_str(), nullptr))
+        throw std::runtime_error("there is no " + m_node);
+}
+
+KernelDevice::~KernelDevice()
+{
+    if (!m_knowledge->isGone())
+        unplug();
+    umockdev_testbed_detach_ioctl(m_testbed, m_node.c_str(), nullptr);
+    g_object_unref(m_answers);
+}
+
+void KernelDevice::setReadable(bool readable) const
+{
+    ::chmod(m_node.c_str(), readable ? 0600 : 0);
+    // The node is a link here. Whoever watches the folder is told of a change of its own alone.
+    g_autofree gchar* root = umockdev_testbed_get_root_dir(m_testbed);
+    std::ignore = ::lchown((root + m_node).c_str(), ::geteuid(), ::getegid());
+}
+
+void KernelDevice::unplug()
+{
+    m_knowledge->setGone();
+    std::ignore = write({{.type = EV_SYN, .code = SYN_REPORT}}); // Makes its readers look.
+    umockdev_testbed_remove_device(m_testbed, ("/sys" + m_path).c_str());
+}
+
+void KernelDevice::tell(std::initializer_list<evdev::DeviceEvent> events)
+{
+    std::ranges::for_each(events, [this](const auto& event) { m_knowledge->note(event); });
+    std::vector<evdev::DeviceEvent> packet;
+    std::ranges::copy_if(events, std::back_inserter(packet),
+                         [this](const auto& event) { return m_knowledge->isHeard(event); });
+    if (packet.empty())
+        return;
+    packet.push_back({.type = EV_SYN, .code = SYN_REPORT});
+    tellAll(packet);
+}
+
+void KernelDevice::key(std::uint16_t code, bool down)
+{
+    tell({{.type = EV_KEY, .code = code, .value = down ? 1 : 0}});
+}
+
+void KernelDevice::strike(std::uint16_t code)
+{
+    key(code, true);
+    key(code, false);
+}
+
+void KernelDevice::lose(std::initializer_list<evdev::DeviceEvent> events)
+{
+    std::ranges::for_each(events, [this](const auto& event) { m_knowledge->note(event); });
+    tellAll({{.type = EV_SYN, .code = SYN_DROPPED}, {.type = EV_SYN, .code = SYN_REPORT}});
+}
+
+void KernelDevice::tellAll(const std::vector<evdev::DeviceEvent>& events) const
+{
+    if (!write(events))
+        throw std::runtime_error("nobody can be told by " + m_node);
+}
+
+bool KernelDevice::write(const std::vector<evdev::DeviceEvent>& events) const
+{
+    std::vector<input_event> told;
+    for (const auto& event : events) {
+        input_event each{};
+        each.type = event.type;
+        each.code = event.code;
+        each.value = event.value;
+        told.push_back(each);
+    }
+    const auto bytes = std::as_bytes(std::span(told));
+    const int line = umockdev_testbed_get_dev_fd(m_testbed, m_node.c_str());
+    return ::write(line, bytes.data(), bytes.size()) == std::ssize(bytes);
 }
 
 KernelDevices::KernelDevices() : m_testbed(umockdev_testbed_new())

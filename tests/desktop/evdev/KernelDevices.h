@@ -5,12 +5,9 @@
 
 #include <umockdev.h>
 
-#include <atomic>
 #include <cstdint>
 #include <initializer_list>
-#include <map>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <set>
 #include <string>
@@ -53,24 +50,16 @@ public:
     void unplug();
 
 private:
-    static gboolean answer(UMockdevIoctlBase* base, UMockdevIoctlClient* client, gpointer device);
-    static gboolean refuse(UMockdevIoctlBase* base, UMockdevIoctlClient* client, gpointer device);
-    [[nodiscard]] std::optional<std::vector<std::uint8_t>> answerTo(unsigned long request);
-    void leaveOut(UMockdevIoctlData* argument);
-    [[nodiscard]] bool isHeard(const evdev::DeviceEvent& event);
-    void note(const evdev::DeviceEvent& event);
+    class Knowledge;
+
     void tellAll(const std::vector<evdev::DeviceEvent>& events) const;
     /// False where there is nobody to read it.
     [[nodiscard]] bool write(const std::vector<evdev::DeviceEvent>& events) const;
 
     UMockdevTestbed* m_testbed;
     std::string m_node;
-    std::string m_path; // In /sys.
-    DeviceKind m_kind;
-    std::mutex m_mutex; // The questions come on another thread.
-    std::set<std::uint16_t> m_down;
-    std::map<std::uint32_t, std::vector<std::uint8_t>> m_masks; // Of the codes of a type of event.
-    std::atomic<bool> m_isGone = false;
+    std::string m_path;                     // In /sys.
+    std::shared_ptr<Knowledge> m_knowledge; // Whoever asks at the device's end shares it.
     UMockdevIoctlBase* m_answers;
 };
 
