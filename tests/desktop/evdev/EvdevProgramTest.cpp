@@ -24,6 +24,7 @@ TEST_F(ProgramOnDevices, TypingIsHeardAndCounted)
     auto& keyboard = devices.plugIn(keyboardKind());
     RunningProgram program(user.path());
     ASSERT_TRUE(program.listens());
+    ASSERT_TRUE(program.plays());
     SinkRecorder recorder(desktopSink);
     ASSERT_TRUE(EventLoop::until([&] { return recorder.frames() > 0; }));
 

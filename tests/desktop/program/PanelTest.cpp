@@ -36,6 +36,7 @@ TEST_F(ProgramPanel, KeysAreHeardAndCountedWhileItIsOpen)
 {
     RunningProgram program(user.path());
     ASSERT_TRUE(program.listens());
+    ASSERT_TRUE(program.plays());
     ASSERT_TRUE(startAgain());
     ASSERT_TRUE(opens(panelWidth));
     SinkRecorder recorder(desktopSink);

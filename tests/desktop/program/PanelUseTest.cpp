@@ -4,10 +4,15 @@
 
 #include <QElapsedTimer>
 
+#include <chrono>
+#include <functional>
+
 namespace clavo
 {
 namespace
 {
+
+using namespace std::chrono_literals;
 
 /// The panel of the real program, opened by a click on its icon.
 class PanelOfTheIcon : public WindowFixture
@@ -45,6 +50,23 @@ protected:
 
     /// A point of the panel on the desktop.
     static QPoint inThePanel(int x, int y) { return openWindow("clavo")->topLeft() + QPoint(x, y); }
+
+    /// Clicks at one point after the other, with this pause between, until the condition holds.
+    [[nodiscard]] bool clickUntil(const std::function<bool()>& condition,
+                                  const std::function<QPoint()>& nextPoint,
+                                  std::chrono::milliseconds pause)
+    {
+        QElapsedTimer sinceClick;
+        return EventLoop::until([&] {
+            if (condition())
+                return true;
+            if (!sinceClick.isValid() || sinceClick.hasExpired(pause.count())) {
+                click(nextPoint());
+                sinceClick.start();
+            }
+            return false;
+        });
+    }
 
     HostPrograms hosts;
     std::optional<RunningProgram> program;
@@ -87,14 +109,8 @@ TEST_F(PanelOfTheIcon, OpensWhereAStatusNotifierHostWasClicked)
     ASSERT_TRUE(EventLoop::until([] { return HostPrograms::registeredItems().size() == 1; }));
 
     // The host shows an icon some time after it has got it, and a click too many closes the panel.
-    QElapsedTimer sinceClick;
-    ASSERT_TRUE(EventLoop::until([&] {
-        if (!sinceClick.isValid() || sinceClick.hasExpired(2000)) {
-            click({14, 14});
-            sinceClick.start();
-        }
-        return openWindow("clavo") && hasFocus("clavo");
-    }));
+    ASSERT_TRUE(clickUntil([] { return openWindow("clavo") && hasFocus("clavo"); },
+                           [] { return QPoint(14, 14); }, 2s));
 
     EXPECT_EQ(openWindow("clavo")->left(), gap);
     EXPECT_LT(openWindow("clavo")->top(), 50);
@@ -119,16 +135,12 @@ TEST_F(PanelOfTheIcon, AClickOnAPackSelectsItAndItIsHeard)
 {
     ASSERT_TRUE(opensByAClick());
 
-    int y = 190; // Down the list, by less than a row is high.
-    std::string chosen;
-    ASSERT_TRUE(EventLoop::until([&] {
-        click(inThePanel(100, y));
-        y = y < 360 ? y + 20 : 190;
-        chosen = selectedPack();
-        return chosen != "cherrymx-red-abs";
-    }));
-    EXPECT_TRUE(program->says("clavo: pack chargé : " + chosen));
+    int y = 170; // Down the list, by less than a row is high.
+    ASSERT_TRUE(clickUntil([&] { return selectedPack() != "cherrymx-red-abs"; },
+                           [&] { return inThePanel(100, y += 20); }, 500ms));
+    EXPECT_TRUE(program->says("clavo: pack chargé : " + selectedPack()));
 
+    ASSERT_TRUE(program->plays());
     hands.movePointer(20, 800); // Away from the rows, which play when one rests on them.
     SinkRecorder recorder(desktopSink);
     ASSERT_TRUE(EventLoop::until([&] { return recorder.frames() > 0; }));
@@ -139,6 +151,7 @@ TEST_F(PanelOfTheIcon, AClickOnAPackSelectsItAndItIsHeard)
 TEST_F(PanelOfTheIcon, APackThatThePointerRestsOnIsHeardAndNotSelected)
 {
     ASSERT_TRUE(opensByAClick());
+    ASSERT_TRUE(program->plays());
     SinkRecorder recorder(desktopSink);
     ASSERT_TRUE(EventLoop::until([&] { return recorder.frames() > 0; }));
 

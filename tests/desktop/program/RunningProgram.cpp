@@ -57,6 +57,11 @@ bool RunningProgram::listens()
     return says("clavo: autorisation : true, écoute : true");
 }
 
+bool RunningProgram::plays()
+{
+    return says("clavo: sortie audio : ");
+}
+
 bool RunningProgram::says(std::string_view line)
 {
     return EventLoop::until([&] {

@@ -28,6 +28,8 @@ public:
 
     /// True once it hears keys; false if it does not come to that.
     [[nodiscard]] bool listens();
+    /// True once its sounds are heard; what is typed before is silent.
+    [[nodiscard]] bool plays();
     /// True once it has written this line or one that starts with it.
     [[nodiscard]] bool says(std::string_view line);
     /// True once it has ended by itself with this status.

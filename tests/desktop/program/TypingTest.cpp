@@ -44,6 +44,7 @@ TEST_F(Typing, IsHeardAndCounted)
 {
     RunningProgram program(user.path());
     ASSERT_TRUE(program.listens());
+    ASSERT_TRUE(program.plays());
     SinkRecorder recorder(desktopSink);
     ASSERT_TRUE(EventLoop::until([&] { return recorder.frames() > 0; }));
 

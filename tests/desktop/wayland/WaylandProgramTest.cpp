@@ -108,6 +108,7 @@ TEST_F(WaylandProgram, TypingIsHeardInEveryWindow)
 {
     RunningProgram program(user.path());
     ASSERT_TRUE(program.listens());
+    ASSERT_TRUE(program.plays());
     SinkRecorder recorder(desktopSink);
     ASSERT_TRUE(EventLoop::until([&] { return recorder.frames() > 0; }));
 

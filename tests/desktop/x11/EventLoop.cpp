@@ -6,12 +6,22 @@
 
 namespace clavo
 {
+namespace
+{
+
+using namespace std::chrono_literals;
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr auto patience = 60s; // What is waited for is several times slower.
+#else
+constexpr auto patience = 10s;
+#endif
+
+} // namespace
 
 bool EventLoop::until(const std::function<bool()>& condition)
 {
-    using namespace std::chrono_literals;
-
-    const QDeadlineTimer deadline(10s);
+    const QDeadlineTimer deadline(patience);
     QTimer look; // Some conditions change without an event of this process.
     look.start(5ms);
     while (!condition()) {

@@ -12,7 +12,8 @@ namespace clavo
 class EventLoop
 {
 public:
-    /// Turns until the condition holds; false if it does not come to hold within ten seconds.
+    /// Turns until the condition holds; false if it does not come to hold within ten seconds, or
+    /// a minute in a sanitized build.
     [[nodiscard]] static bool until(const std::function<bool()>& condition);
 
 private:
