@@ -47,6 +47,7 @@ std::optional<fs::path> findUdevadm(const fs::path& root)
 bool run(std::vector<std::string> command)
 {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (auto& argument : command)
         arguments.push_back(argument.data());
     arguments.push_back(nullptr);

@@ -203,7 +203,7 @@ private:
     /// token.
     QString listen(const char* slot)
     {
-        const auto token = newToken();
+        auto token = newToken();
         auto sender = m_bus.baseService().mid(1);
         sender.replace(QLatin1Char('.'), QLatin1Char('_'));
         m_request =
