@@ -82,6 +82,15 @@ protected:
         });
     }
 
+    /// True once the window shows that a key has reached it. The compositor knows of the focus
+    /// before the program does, which is not told of one that is gone again by then.
+    static bool takesKeys()
+    {
+        const auto before = Compositor::picture();
+        Compositor::strike("Tab");
+        return EventLoop::until([&] { return Compositor::picture() != before; });
+    }
+
     KernelDevices devices;
     KernelDevice& keyboard = devices.plugIn(keyboardKind());
     Compositor compositor;
@@ -133,6 +142,8 @@ TEST_F(WaylandProgram, EscapeAndTheLossOfTheFocusCloseThePanel)
 
     ASSERT_TRUE(startAgain());
     ASSERT_TRUE(opens(panelWidth));
+    ASSERT_TRUE(isDrawn("panel"));
+    ASSERT_TRUE(takesKeys());
     Compositor::leaveWindows();
     EXPECT_TRUE(closes());
 }
