@@ -139,11 +139,11 @@ void record(std::span<const KeyEvent> events, const SoundBank& bank, std::uint64
 {
     const auto lastEvent = events.empty() ? 0 : frameOf(events.back().time);
     const auto end = lastEvent + longestSound(bank);
-    if (end > greatestFile / bytesPerFrame) {
-        fail(file,
-             fmt::format("it would last {:.1f} hours, and a WAV file holds {:.1f}",
-                         static_cast<double>(end) / frameRate / 3600,
-                         static_cast<double>(greatestFile / bytesPerFrame) / frameRate / 3600));
+    constexpr auto mostFrames = greatestFile / bytesPerFrame;
+    if (end > mostFrames) {
+        fail(file, fmt::format("it would last {:.1f} hours, and a WAV file holds {:.1f}",
+                               static_cast<double>(end) / frameRate / 3600,
+                               static_cast<double>(mostFrames) / frameRate / 3600));
     }
     WaveFile wave(target(file));
     RenderedOutput output;
