@@ -8,9 +8,7 @@
 
 #include <linux/input-event-codes.h>
 
-#include <cstdio>
 #include <cstdlib>
-#include <exception>
 
 namespace clavo::latency
 {
@@ -56,18 +54,9 @@ private:
 } // namespace clavo::latency
 
 int main(int argc, char* argv[])
-try {
+{
     using namespace clavo::latency;
-    const std::span arguments(argv, static_cast<std::size_t>(argc));
-    const auto options = readOptions(arguments.subspan(1));
-    if (!options) {
-        std::fputs(usage, stderr);
-        return 2;
-    }
     setenv("CLAVO_INPUT", "evdev", 1);
-    DeviceKeyboard keyboard;
-    return measure(*options, keyboard);
-} catch (const std::exception& exception) {
-    std::fprintf(stderr, "bench_evdev_latency: %s\n", exception.what());
-    return EXIT_FAILURE;
+    return measure({argv, static_cast<std::size_t>(argc)},
+                   [] { return std::make_unique<DeviceKeyboard>(); });
 }

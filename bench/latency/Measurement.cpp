@@ -4,6 +4,7 @@
 #include "latency/Clavo.h"
 #include "latency/Graph.h"
 #include "latency/Hearing.h"
+#include "latency/Options.h"
 #include "latency/Typing.h"
 #include "latency/XTestKeyboard.h"
 
@@ -14,6 +15,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <string_view>
 #include <thread>
 
@@ -220,9 +222,7 @@ int measureSoak(const Options& options, Bench& bench)
     return after.resident <= settled.resident + mebibyte ? EXIT_SUCCESS : fail("the memory grew");
 }
 
-} // namespace
-
-int measure(const Options& options, Keyboard& keyboard)
+int run(const Options& options, Keyboard& keyboard)
 {
     for (const char character : options.text + std::string(letters)) {
         if (!keyboard.key(character))
@@ -255,6 +255,21 @@ int measure(const Options& options, Keyboard& keyboard)
         break;
     }
     return measureSoak(options, bench);
+}
+
+} // namespace
+
+int measure(std::span<char* const> commandLine,
+            const std::function<std::unique_ptr<Keyboard>()>& openKeyboard)
+try {
+    const auto options = readOptions(commandLine.subspan(1));
+    if (!options) {
+        std::fputs(usage, stderr);
+        return 2;
+    }
+    return run(*options, *openKeyboard());
+} catch (const std::exception& exception) {
+    return fail(exception.what());
 }
 
 } // namespace clavo::latency

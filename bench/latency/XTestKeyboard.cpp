@@ -25,15 +25,15 @@ void XTestKeyboard::Close::operator()(xcb_connection_t* connection) const
     xcb_disconnect(connection);
 }
 
-std::optional<XTestKeyboard> XTestKeyboard::open()
+std::unique_ptr<XTestKeyboard> XTestKeyboard::open()
 {
-    XTestKeyboard keyboard(xcb_connect(nullptr, nullptr));
-    auto* const connection = keyboard.m_connection.get();
+    std::unique_ptr<XTestKeyboard> keyboard(new XTestKeyboard(xcb_connect(nullptr, nullptr)));
+    auto* const connection = keyboard->m_connection.get();
     if (xcb_connection_has_error(connection) != 0)
         return {};
     const ReplyPtr<xcb_test_get_version_reply_t> version(
         xcb_test_get_version_reply(connection, xcb_test_get_version(connection, 2, 2), nullptr));
-    if (!version || !keyboard.readLayout())
+    if (!version || !keyboard->readLayout())
         return {};
     return keyboard;
 }

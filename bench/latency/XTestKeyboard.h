@@ -16,7 +16,7 @@ class XTestKeyboard final : public Keyboard
 {
 public:
     /// Nothing when there is no X server or it lacks the extension.
-    static std::optional<XTestKeyboard> open();
+    static std::unique_ptr<XTestKeyboard> open();
 
     [[nodiscard]] std::optional<std::uint8_t> key(char character) const override;
     Moment press(std::uint8_t key) override;
