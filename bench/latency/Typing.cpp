@@ -2,7 +2,6 @@
 #include "latency/Typing.h"
 
 #include <chrono>
-#include <optional>
 #include <random>
 #include <thread>
 
@@ -79,16 +78,13 @@ Sent typeText(Keyboard& keyboard, std::string_view text)
 void sendEvents(Keyboard& keyboard, std::size_t count, nanoseconds spacing)
 {
     auto next = steady_clock::now();
-    std::optional<std::uint8_t> held;
     for (std::size_t i = 0; i < count; ++i, next += spacing) {
+        const auto key = keyboard.key(letters[i / 2 % letters.size()]).value();
         std::this_thread::sleep_until(next);
-        if (held) {
-            keyboard.release(*held);
-            held.reset();
-        } else {
-            held = keyboard.key(letters[i / 2 % letters.size()]);
-            keyboard.press(*held);
-        }
+        if (i % 2 == 0)
+            keyboard.press(key);
+        else
+            keyboard.release(key);
     }
 }
 

@@ -3,7 +3,7 @@
 
 #include "platform/x11/Xcb.h"
 
-#include <ranges>
+#include <algorithm>
 #include <vector>
 
 namespace clavo
@@ -51,11 +51,10 @@ private:
     [[nodiscard]] xcb_window_t uppermost() const
     {
         const auto fromTheBottom = children(m_desktop.root);
-        for (const auto window : std::views::reverse(fromTheBottom)) {
-            if (isTheProgram(window) && isSeen(window))
-                return window;
-        }
-        return XCB_WINDOW_NONE;
+        const auto found =
+            std::find_if(fromTheBottom.rbegin(), fromTheBottom.rend(),
+                         [this](auto window) { return isTheProgram(window) && isSeen(window); });
+        return found == fromTheBottom.rend() ? xcb_window_t{XCB_WINDOW_NONE} : *found;
     }
 
     [[nodiscard]] xcb_connection_t* server() const { return m_desktop.connection.get(); }

@@ -38,6 +38,7 @@ protected:
     std::vector<std::string> column(PackListModel::Role role)
     {
         std::vector<std::string> texts;
+        texts.reserve(static_cast<std::size_t>(model().count()));
         for (int row = 0; row < model().count(); ++row)
             texts.push_back(model().data(model().index(row), role).toString().toStdString());
         return texts;

@@ -6,7 +6,7 @@
 #include <ostream>
 
 /// Found by gtest, which would print the bytes otherwise.
-void PrintTo(const QPoint& point, std::ostream* out)
+void PrintTo(const QPoint& point, std::ostream* out) // NOLINT(readability-identifier-naming)
 {
     *out << point.x() << ", " << point.y();
 }
