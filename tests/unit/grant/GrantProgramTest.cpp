@@ -42,6 +42,7 @@ protected:
     {
         const auto pointers = [](std::vector<std::string>& texts) {
             std::vector<char*> all;
+            all.reserve(texts.size() + 1);
             for (auto& text : texts)
                 all.push_back(text.data());
             all.push_back(nullptr);

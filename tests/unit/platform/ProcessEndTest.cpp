@@ -30,8 +30,10 @@ protected:
     static pid_t waitingProcess()
     {
         const auto child = fork();
-        while (child == 0)
-            pause();
+        if (child == 0) {
+            while (true)
+                pause();
+        }
         return child;
     }
 

@@ -149,8 +149,10 @@ TEST_F(RecordTest, DrawsTheVariantsByItsSeed)
     SoundBank bank;
     for (const float height : {0.1F, 0.2F, 0.3F, 0.4F, 0.5F})
         bank.press[30].push_back(pulse(height).front());
+    constexpr int strokes = 50;
     std::vector<KeyEvent> events;
-    for (int i = 0; i < 50; ++i)
+    events.reserve(strokes);
+    for (int i = 0; i < strokes; ++i)
         events.push_back(event(i * 10ms, keyA, true));
     const auto bytes = [&](std::uint64_t number) {
         record(events, bank, number, file, [](std::size_t) {});

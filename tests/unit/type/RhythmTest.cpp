@@ -158,6 +158,7 @@ TEST(HumanRhythm, HoldsShiftForTheCharactersThatTakeItAndNoOther)
 {
     const auto strokes = keystrokesOf(sentence).strokes;
     std::vector<bool> expected;
+    expected.reserve(strokes.size());
     for (const auto& stroke : strokes)
         expected.push_back(stroke.isShifted);
     for (const double wpm : {40.0, 120.0, 1000.0}) {
@@ -176,7 +177,8 @@ TEST(HumanRhythm, LetsKeysOverlapOnceInAWhile)
         held += key.down ? 1 : -1UL;
     }
 
-    const auto share = static_cast<double>(overlaps) / static_cast<double>(events.size() / 2);
+    const auto presses = events.size() / 2;
+    const auto share = static_cast<double>(overlaps) / static_cast<double>(presses);
     EXPECT_GT(share, 0.05);
     EXPECT_LT(share, 0.5);
 }
