@@ -18,6 +18,7 @@
 #include <QSessionManager>
 
 #include <cstdlib>
+#include <exception>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -168,7 +169,10 @@ private:
 } // namespace clavo
 
 int main(int argc, char* argv[])
-{
+try {
     const std::span arguments(argv, static_cast<std::size_t>(argc));
     return std::visit(clavo::Run(argc, argv), clavo::parseCommandLine(arguments.subspan(1)));
+} catch (const std::exception& exception) {
+    std::cerr << "clavo: " << exception.what() << '\n';
+    return EXIT_FAILURE;
 }
