@@ -55,7 +55,7 @@ Element elementOf(const QVariant& reference)
 } // namespace
 
 void askPasswordField(const QDBusConnection& connection, const Element& element, QObject* context,
-                      std::function<void(bool)> receiver)
+                      const std::function<void(bool)>& receiver)
 {
     const auto takeRoleOfParent = [receiver](uint role) { receiver(role == passwordText); };
     const auto takeParent = [connection, context, receiver,

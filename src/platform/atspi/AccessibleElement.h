@@ -26,7 +26,7 @@ struct Element {
 /// Whether the element, or the one it is part of, is a password field. Some toolkits give the keys
 /// to a plain text inside of it.
 void askPasswordField(const QDBusConnection& bus, const Element& element, QObject* context,
-                      std::function<void(bool)> receiver);
+                      const std::function<void(bool)>& receiver);
 
 /// Whether the element has the keys.
 void askFocused(const QDBusConnection& bus, const Element& element, QObject* context,
