@@ -137,7 +137,7 @@ TEST_F(PanelOfTheIcon, AClickOnAPackSelectsItAndItIsHeard)
 
     int y = 170; // Down the list, by less than a row is high.
     ASSERT_TRUE(clickUntil([&] { return selectedPack() != "cherrymx-red-abs"; },
-                           [&] { return inThePanel(100, y += 20); }, 500ms));
+                           [&] { return inThePanel(100, y = y < 360 ? y + 20 : 190); }, 500ms));
     EXPECT_TRUE(program->says("clavo: pack chargé : " + selectedPack()));
 
     ASSERT_TRUE(program->plays());
