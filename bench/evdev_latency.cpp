@@ -8,6 +8,7 @@
 
 #include <linux/input-event-codes.h>
 
+#include <cstdint>
 #include <cstdlib>
 
 namespace clavo::latency

@@ -18,6 +18,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <random>
@@ -109,7 +110,7 @@ int main(int argc, char* argv[])
     auto* const tap = timed.get();
     platform.eventTap = std::move(timed);
     auto surroundings = clavo::AppState::Surroundings::real(platform.executable);
-    const clavo::AppState state(std::move(platform), std::move(surroundings));
+    const clavo::AppState state(platform, std::move(surroundings));
     auto* const display = xcb_connect(nullptr, nullptr);
     if (!state.hasPermission() || xcb_connection_has_error(display) != 0) {
         fmt::print(stderr, "main_thread: no X11 desktop; run it inside scripts/virtual-desktop\n");

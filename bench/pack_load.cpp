@@ -65,7 +65,7 @@ template <typename Work> Cost costOf(Work work)
             milliseconds(processorEnd - processor)};
 }
 
-double median(std::vector<Cost> costs, double Cost::*kind)
+double median(std::vector<Cost> costs, auto kind)
 {
     std::ranges::sort(costs, {}, kind);
     return costs[costs.size() / 2].*kind;

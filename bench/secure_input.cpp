@@ -3,7 +3,7 @@
 // What the question whether input is secret costs at every event: of all watchers where no terminal
 // is in front, and of windows with terminals.
 #include "platform/Platform.h"
-#include "platform/linux/TerminalSecureInput.h"
+#include "platform/procfs/TerminalSecureInput.h"
 
 #include <QCoreApplication>
 
@@ -79,14 +79,15 @@ BENCHMARK(withoutTerminal);
 void withTerminals(benchmark::State& state)
 {
     const Terminals terminals(static_cast<std::size_t>(state.range(0)));
-    clavo::TerminalSecureInput secureInput(clavo::TerminalSecureInput::Unknown::noTerminal);
-    secureInput.setFocus(getpid());
+    const auto secureInput =
+        clavo::makeTerminalSecureInput(clavo::TerminalSecureInput::Unknown::noTerminal);
+    secureInput->setFocus(getpid());
     terminals.setEcho(false);
-    while (!secureInput.isEnabled())
+    while (!secureInput->isEnabled())
         QCoreApplication::processEvents();
     terminals.setEcho(true);
     while (state.KeepRunning())
-        benchmark::DoNotOptimize(secureInput.reason());
+        benchmark::DoNotOptimize(secureInput->reason());
 }
 BENCHMARK(withTerminals)->Arg(1)->Arg(8);
 

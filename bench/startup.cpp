@@ -77,7 +77,7 @@ std::optional<Milliseconds> timeToListen(const QString& program, bool withMemory
     process.setProcessEnvironment(firstStart(home));
     process.setProcessChannelMode(QProcess::MergedChannels);
     const auto start = Clock::now();
-    process.start(program, {});
+    process.start(program, {"--background"}); // An open panel would count as memory.
     QByteArray log;
     while (!log.contains("écoute : true")) {
         if (!process.waitForReadyRead())

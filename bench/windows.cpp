@@ -12,7 +12,7 @@
 // Runs inside scripts/virtual-desktop.
 #include "desktop/tray/ProgramWindows.h"
 #include "desktop/x11/Hands.h"
-#include "platform/x11/Xcb.h"
+#include "platform/x11/XServer.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "latency/Clavo.h"
 
+#include "synth/AudioBuffer.h"
+
 #include <sndfile.hh>
 
 #include <spawn.h>
@@ -23,16 +25,16 @@ namespace
 
 namespace fs = std::filesystem;
 
-constexpr int rate = 44100;
+constexpr int rate = samplesPerSecond;
 constexpr int lastScancode = 88;
 
 std::vector<float> sound(Pack pack)
 {
-    std::vector<float> samples(pack == Pack::Click ? 882 : 40);
+    std::vector<float> samples(pack == Pack::click ? 882 : 40);
     const auto length = static_cast<float>(samples.size());
     for (std::size_t i = 0; i < samples.size(); ++i) {
         const auto place = static_cast<float>(i) / length;
-        if (pack == Pack::Click)
+        if (pack == Pack::click)
             samples[i] = 0.9F * std::exp(-4 * place);
         else
             samples[i] = 0.02F * (1 - std::cos(2 * std::numbers::pi_v<float> * place));
@@ -82,7 +84,7 @@ std::unique_ptr<Clavo> Clavo::start(const ClavoSetup& setup)
     clavo->m_folder = folder;
     const auto config = clavo->m_folder / "config";
     const auto data = clavo->m_folder / "data";
-    if (setup.pack != Pack::Default) {
+    if (setup.pack != Pack::shipped) {
         writePack(data / "Clavo" / "Packs" / "latency", setup.pack);
         fs::create_directories(config / "Clavo");
         std::ofstream(config / "Clavo" / "settings.json")
@@ -103,7 +105,8 @@ std::unique_ptr<Clavo> Clavo::start(const ClavoSetup& setup)
         variables.push_back(line.data());
     variables.push_back(nullptr);
     auto program = setup.program.string();
-    char* const arguments[] = {program.data(), nullptr};
+    std::string inBackground = "--background"; // An open panel would take the keys and draw.
+    char* const arguments[] = {program.data(), inBackground.data(), nullptr};
     if (posix_spawn(&clavo->m_process, program.c_str(), nullptr, nullptr, arguments,
                     variables.data()) != 0)
         return nullptr;

@@ -14,14 +14,14 @@ namespace clavo::latency
 
 /// What the program under test plays.
 enum class Pack {
-    Default, // Its default pack with the default settings.
-    Click,   // Presses only, loud from the first sample, gone within 20 ms.
-    Pulse,   // Presses only, smooth pulses of one height so quiet that all voices may add up.
+    shipped, // Its default pack with the default settings.
+    click,   // Presses only, loud from the first sample, gone within 20 ms.
+    pulse,   // Presses only, smooth pulses of one height so quiet that all voices may add up.
 };
 
 struct ClavoSetup {
     std::filesystem::path program;
-    Pack pack = Pack::Default;
+    Pack pack = Pack::shipped;
     std::string audio;               // Output to use; the program's choice when empty.
     std::optional<unsigned> quantum; // Wish in frames; the program's default without one.
 };

@@ -5,6 +5,7 @@
 
 #include <pipewire/pipewire.h>
 
+#include <cstdint>
 #include <utility>
 #include <vector>
 

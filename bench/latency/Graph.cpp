@@ -2,6 +2,7 @@
 #include "latency/Graph.h"
 
 #include "latency/Deadlines.h"
+#include "platform/pipewire/RealtimeContext.h"
 
 #include <pipewire/pipewire.h>
 #include <spa/param/audio/format-utils.h>
@@ -170,9 +171,7 @@ std::unique_ptr<Graph> Graph::open(std::chrono::seconds longest)
     state.cycles.resize(frames / shortestCycle);
 
     state.loop = pw_thread_loop_new("clavo-latency", nullptr);
-    state.context =
-        pw_context_new(pw_thread_loop_get_loop(state.loop),
-                       pw_properties_new(PW_KEY_CONFIG_NAME, "client-rt.conf", nullptr), 0);
+    state.context = newRealtimeContext(pw_thread_loop_get_loop(state.loop));
     if (state.context == nullptr || pw_thread_loop_start(state.loop) < 0)
         return nullptr;
     pw_thread_loop_lock(state.loop);

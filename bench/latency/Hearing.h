@@ -11,7 +11,7 @@
 namespace clavo::latency
 {
 
-/// How a sound is told from what else there is.
+/// What counts as a sound.
 struct Listening {
     float floor = 0; // Nothing up to this level is a sound.
 
@@ -34,8 +34,8 @@ struct Distribution {
 /// Of at least one value.
 [[nodiscard]] Distribution distribution(std::vector<nanoseconds> values);
 
-/// How many pulses of one height sound from this frame on, where those that begin together add up
-/// and those that do not are apart.
+/// How many pulses of one height sound from this frame on. Pulses that begin together add up; the
+/// others must not overlap.
 [[nodiscard]] std::size_t pulses(const Recording& recording, std::size_t first, float height);
 
 } // namespace clavo::latency

@@ -31,7 +31,7 @@ constexpr float soundFloor = 0.01F; // -40 dB: nothing else sounds in the virtua
 constexpr float clickOnset =
     0.1F; // Well inside a click, above the ripple of a resampler before it.
 constexpr std::size_t mebibyte = 1024; // In the unit of Memory.
-constexpr int exitUncertain = 3;       // A sound is missing where the recording has gaps.
+constexpr int exitUncertain = 3;       // A sound is missing and the recording has gaps.
 
 /// What a measurement runs on.
 struct Bench {
@@ -100,7 +100,7 @@ bool writeRecording(const Options& options, const Recording& recording)
 
 int measureSounds(const Options& options, Bench& bench)
 {
-    const bool isClick = options.clavo && options.clavo->pack == Pack::Click;
+    const bool isClick = options.clavo && options.clavo->pack == Pack::click;
     // Real sounds may ring on until the next one.
     const auto listening = isClick ? Listening{clickOnset, 10ms} : Listening{soundFloor, 1ms};
     static_cast<void>(bench.graph->takeMissedDeadlines());
@@ -246,12 +246,12 @@ int run(const Options& options, Keyboard& keyboard)
     if (!waitUntilHeard(bench))
         return fail("Clavo makes no sound");
     switch (options.mode) {
-    case Mode::Keys:
-    case Mode::Text:
+    case Mode::keys:
+    case Mode::text:
         return measureSounds(options, bench);
-    case Mode::Flood:
+    case Mode::flood:
         return measureFlood(options, bench);
-    case Mode::Soak:
+    case Mode::soak:
         break;
     }
     return measureSoak(options, bench);
@@ -263,11 +263,9 @@ int measure(std::span<char* const> commandLine,
             const std::function<std::unique_ptr<Keyboard>()>& openKeyboard)
 try {
     const auto options = readOptions(commandLine.subspan(1));
-    if (!options) {
-        std::fputs(usage, stderr);
-        return 2;
-    }
-    return run(*options, *openKeyboard());
+    if (const auto* const answer = std::get_if<ToolOptions::Answer>(&options))
+        return answer->give();
+    return run(std::get<Options>(options), *openKeyboard());
 } catch (const std::exception& exception) {
     return fail(exception.what());
 }

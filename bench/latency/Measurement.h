@@ -10,9 +10,9 @@
 namespace clavo::latency
 {
 
-/// Does what a command line, the program's name first, asks for: types on the keyboard, listens,
-/// and prints what was found. The exit status: 0 if every key was heard, 2 where the command line
-/// is wrong, 3 where a sound is missing and the recording has gaps, else 1.
+/// Carries out a command line that begins with the program's name: types on the keyboard, records,
+/// and prints the figures. The exit status is 0 if every key was heard, 2 if the command line is
+/// wrong, 3 if a sound is missing and the recording has gaps, and 1 otherwise.
 [[nodiscard]] int measure(std::span<char* const> commandLine,
                           const std::function<std::unique_ptr<Keyboard>()>& openKeyboard);
 

@@ -4,6 +4,7 @@
 #include "latency/Keyboard.h"
 
 #include <array>
+#include <cstdint>
 #include <memory>
 
 struct xcb_connection_t;
@@ -35,7 +36,7 @@ private:
     Moment send(std::uint8_t type, std::uint8_t key);
 
     std::unique_ptr<xcb_connection_t, Close> m_connection;
-    std::array<std::uint8_t, 256> m_keys = {}; // By character; 0 where no key types it.
+    std::array<std::uint8_t, 256> m_keys = {}; // By character; 0 if no key types it.
 };
 
 } // namespace clavo::latency

@@ -5,56 +5,35 @@
 #include "log/Log.h"
 #include "packs/PackLibrary.h"
 
-#include <QPointer>
+#include <QMetaObject>
 
 #include <algorithm>
 #include <chrono>
+#include <exception>
 #include <utility>
 
 namespace clavo
 {
-namespace
-{
 
-using namespace std::chrono_literals;
-
-constexpr std::string_view permissionRelaunchKey = "permissionRelaunch"; // Seconds since 1970.
-constexpr double relaunchGuard = 60; // Seconds; an automatic relaunch needs a longer gap.
-
-} // namespace
-
-AppState::AppState(Platform platform, Surroundings surroundings)
-    : AppState(std::move(platform), std::move(surroundings), nullptr)
-{
-}
-
-AppState::AppState(Platform platform, Surroundings surroundings, std::unique_ptr<StatsStore> stats)
-    : m_platform(std::move(platform)), m_surroundings(std::move(surroundings)),
-      m_inputAccess(m_platform.inputAccess->state()),
-      m_hasPermission(m_inputAccess == InputAccess::State::granted),
+AppState::AppState(Platform& platform, Surroundings surroundings, std::unique_ptr<StatsStore> stats)
+    : m_platform(platform), m_surroundings(std::move(surroundings)),
       m_stats(stats ? std::move(stats)
                     : std::make_unique<StatsStore>(m_platform.applicationSupport,
                                                    m_surroundings.stats)),
-      m_sound(*m_platform.audioOutput, m_surroundings.runLater),
+      m_sound(*m_platform.audioOutput, m_surroundings.makeTimer),
       m_input(*m_platform.eventTap, *m_platform.secureInput, *m_platform.screens,
               m_surroundings.uptime),
-      m_permissionWait({
-          .runLater = m_surroundings.runLater,
-          .uptime = m_surroundings.uptime,
-          .isListening = [this] { return m_hasPermission; },
-          .ask =
-              [this](std::function<void(bool)> receiver) {
-                  lookAtInputAccess();
-                  m_surroundings.askFreshProcess(std::move(receiver));
-              },
-          .onGranted = [this] { relaunchForPermission(); },
-      })
+      m_permission(m_platform, m_input,
+                   {.timer = m_surroundings.makeTimer(),
+                    .uptime = m_surroundings.uptime,
+                    .wallClock = m_surroundings.stats.wallClock,
+                    .askFreshProcess = m_surroundings.askFreshProcess})
 {
     m_settings = readSettings(*m_platform.defaults);
     m_launchAtLogin = m_platform.loginItem->status() == LoginItem::Status::enabled;
     m_sound.setVolume(static_cast<float>(m_settings.volume));
     loadPacks();
-    choosePosition();
+    updatePositionTracking();
     m_input.onEvent = [this](const InputMonitor::Event& event) { handle(event); };
     m_sound.onPaused = [this] {
         m_platform.eventTap->notifyNextMotion([this] {
@@ -62,31 +41,24 @@ AppState::AppState(Platform platform, Surroundings surroundings, std::unique_ptr
                 m_sound.wake();
         });
     };
-    // Put off, so that the event that told of the press is over first.
-    m_hotKey.emplace(*m_platform.hotKeys, GlobalHotKey::kKey,
-                     GlobalHotKey::cmdKey + GlobalHotKey::shiftKey, [state = QPointer(this)] {
-                         if (state)
-                             state->m_surroundings.runLater(0ms, [state] {
-                                 if (state)
-                                     state->toggle();
-                             });
-                     });
-    m_platform.inputAccess->changed = [this] { lookAtInputAccess(); };
-    if (!startListening())
-        requestPermission();
+    // Queued, so that the event that reported the press is over first.
+    m_hotKey.emplace(
+        *m_platform.hotKeys, GlobalHotKey::kKey, GlobalHotKey::cmdKey + GlobalHotKey::shiftKey,
+        [this] { QMetaObject::invokeMethod(this, &AppState::toggle, Qt::QueuedConnection); });
+    connect(&m_permission, &Permission::changed, this, &AppState::permissionChanged);
+    m_permission.start();
 }
 
-void AppState::change(bool Settings::*setting, std::string_view key, bool value,
-                      void (AppState::*changed)())
+void AppState::change(Setting::Switch setting, bool value, void (AppState::*changed)())
 {
     const auto previous = std::exchange(m_settings.*setting, value);
-    m_platform.defaults->setValue(key, value);
-    choosePosition();
+    writeSetting(*m_platform.defaults, m_settings, setting);
+    updatePositionTracking();
     if (value != previous)
         emit(this->*changed)();
 }
 
-void AppState::choosePosition()
+void AppState::updatePositionTracking()
 {
     const auto hasPlaced = m_settings.mouseSounds || m_settings.scrollSounds;
     m_platform.eventTap->setPositionUsed(m_settings.spatial && hasPlaced);
@@ -94,7 +66,7 @@ void AppState::choosePosition()
 
 void AppState::setEnabled(bool enabled)
 {
-    change(&Settings::enabled, SettingsKey::enabled, enabled, &AppState::enabledChanged);
+    change(&Settings::enabled, enabled, &AppState::enabledChanged);
     if (enabled)
         m_sound.wake();
 }
@@ -104,30 +76,10 @@ void AppState::toggle()
     setEnabled(!m_settings.enabled);
 }
 
-void AppState::setKeyUpSounds(bool on)
-{
-    change(&Settings::keyUpSounds, SettingsKey::keyUpSounds, on, &AppState::keyUpSoundsChanged);
-}
-
-void AppState::setMouseSounds(bool on)
-{
-    change(&Settings::mouseSounds, SettingsKey::mouseSounds, on, &AppState::mouseSoundsChanged);
-}
-
-void AppState::setScrollSounds(bool on)
-{
-    change(&Settings::scrollSounds, SettingsKey::scrollSounds, on, &AppState::scrollSoundsChanged);
-}
-
-void AppState::setSpatial(bool on)
-{
-    change(&Settings::spatial, SettingsKey::spatial, on, &AppState::spatialChanged);
-}
-
 void AppState::setVolume(double volume)
 {
     const auto previous = std::exchange(m_settings.volume, volume);
-    m_platform.defaults->setValue(SettingsKey::volume, volume);
+    writeSetting(*m_platform.defaults, m_settings, &Settings::volume);
     m_sound.setVolume(static_cast<float>(volume));
     if (volume != previous)
         emit volumeChanged();
@@ -136,8 +88,13 @@ void AppState::setVolume(double volume)
 void AppState::setPackID(const QString& packID)
 {
     const auto previous = std::exchange(m_settings.packID, packID.toStdString());
-    m_platform.defaults->setValue(SettingsKey::packID, m_settings.packID);
-    loadSelectedPack();
+    if (!loadSelectedPack()) {
+        m_settings.packID = previous;
+        emit selectedPackChanged();
+        return;
+    }
+    // Stored last: should the pack end the process, then the next start takes the one before it.
+    writeSetting(*m_platform.defaults, m_settings, &Settings::packID);
     if (m_settings.packID != previous)
         emit packIDChanged();
 }
@@ -155,11 +112,6 @@ void AppState::preview(const QString& packID)
     const auto pack = std::ranges::find(m_packs, packID.toStdString(), &SoundPack::id);
     if (pack != m_packs.end())
         m_sound.preview(*pack);
-}
-
-void AppState::relaunch()
-{
-    clavo::relaunch(*m_platform.relauncher);
 }
 
 void AppState::reloadPacks()
@@ -190,23 +142,24 @@ std::filesystem::path AppState::packsFolder() const
 Status AppState::status() const
 {
     const auto* const pack = selectedPack();
-    const auto secondsSince = [this](double time) {
-        return static_cast<std::int64_t>(m_surroundings.uptime() - time);
+    const auto timeSince = [this](std::chrono::nanoseconds time) {
+        return std::chrono::floor<std::chrono::seconds>(m_surroundings.uptime() - time);
     };
     const auto lastEvent = m_input.lastEvent();
     return {
         .version = std::string(version()),
         .tap = m_platform.eventTap->name(),
-        .isListening = m_hasPermission,
+        .isListening = m_permission.isListening(),
         .access = m_platform.inputAccess->state(),
-        .needsRelaunch = m_needsRelaunch,
-        .idle = lastEvent ? std::optional(secondsSince(*lastEvent)) : std::nullopt,
+        .needsRelaunch = m_permission.needsRelaunch(),
+        .idle = lastEvent ? std::optional(timeSince(*lastEvent)) : std::nullopt,
         .secureReason = m_platform.secureInput->reason(),
         .output = m_platform.audioOutput->status(),
         .isOutputRunning = m_platform.audioOutput->isRunning(),
         .packName = pack ? pack->name : std::string(),
         .packID = pack ? pack->id : std::string(),
         .settings = m_settings,
+        .missing = m_platform.missing,
     };
 }
 
@@ -217,69 +170,26 @@ void AppState::loadPacks()
     loadSelectedPack();
 }
 
-void AppState::loadSelectedPack()
+bool AppState::loadSelectedPack()
 {
     const auto* pack = selectedPack();
     emit selectedPackChanged();
     if (!pack) {
         log::error("aucun pack trouvé ({})", log::Private{m_settings.packID});
-        return;
+        return true;
     }
-    m_sound.setKeyBank(PackLibrary::makeBank(*pack, m_sound.format()));
+    try {
+        auto bank = PackLibrary::makeBank(*pack, m_sound.format());
+        if (bank.leftOut > 0)
+            log::notice("pack {} : {} sons laissés de côté, il n'y a de place que pour {} Mio",
+                        pack->id, bank.leftOut, PackLibrary::bankBudget >> 20U);
+        m_sound.setKeyBank(std::move(bank));
+    } catch (const std::exception& exception) {
+        log::error("pack {} impossible à charger : {}", pack->id, exception.what());
+        return false;
+    }
     log::notice("pack chargé : {}", pack->id);
-}
-
-bool AppState::startListening()
-{
-    lookAtInputAccess();
-    const auto granted = m_inputAccess == InputAccess::State::granted;
-    const auto listening = granted && m_input.start();
-    log::notice("autorisation : {}, écoute : {}", granted, listening);
-    const auto previous = std::exchange(m_hasPermission, listening);
-    if (listening != previous)
-        emit hasPermissionChanged();
-    return listening;
-}
-
-void AppState::requestPermission()
-{
-    if (!m_platform.inputAccess->request())
-        m_platform.inputAccess->showSettings();
-    lookAtInputAccess();
-    m_permissionWait.start();
-}
-
-void AppState::lookAtInputAccess()
-{
-    const auto state = m_platform.inputAccess->state();
-    const auto isRefused = state == InputAccess::State::refused;
-    const auto commands = isRefused ? m_platform.inputAccess->commands() : std::string();
-    const auto previous = std::exchange(m_inputAccess, state);
-    const auto previousCommands =
-        std::exchange(m_permissionCommands, QString::fromStdString(commands));
-    if (state != previous || m_permissionCommands != previousCommands)
-        emit inputAccessChanged();
-}
-
-bool AppState::lacks(InputAccess::State what) const
-{
-    return !m_hasPermission && m_inputAccess == what;
-}
-
-void AppState::relaunchForPermission()
-{
-    const auto sinceEpoch = m_surroundings.stats.wallClock().time_since_epoch();
-    const auto now = std::chrono::duration<double>(sinceEpoch).count();
-    const auto last = m_platform.defaults->value(permissionRelaunchKey).value_or(0.0);
-    const auto* const lastTime = std::get_if<double>(&last);
-    if (now - (lastTime ? *lastTime : 0) > relaunchGuard) {
-        m_platform.defaults->setValue(permissionRelaunchKey, now);
-        log::notice("autorisation accordée : relance de Clavo");
-        relaunch();
-        return;
-    }
-    if (!std::exchange(m_needsRelaunch, true))
-        emit needsRelaunchChanged();
+    return true;
 }
 
 } // namespace clavo

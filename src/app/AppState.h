@@ -1,19 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/PermissionWait.h"
+#include "app/Permission.h"
+#include "app/Platform.h"
 #include "app/Settings.h"
 #include "app/Status.h"
 #include "audio/SoundEngine.h"
 #include "input/GlobalHotKey.h"
 #include "input/InputMonitor.h"
 #include "packs/SoundPack.h"
-#include "platform/Platform.h"
 #include "stats/StatsStore.h"
+#include "time/Timer.h"
 
 #include <QObject>
 #include <QString>
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -38,49 +40,56 @@ class AppState : public QObject
     Q_PROPERTY(bool spatial READ spatial WRITE setSpatial NOTIFY spatialChanged)
     Q_PROPERTY(
         bool launchAtLogin READ launchAtLogin WRITE setLaunchAtLogin NOTIFY launchAtLoginChanged)
-    Q_PROPERTY(bool hasPermission READ hasPermission NOTIFY hasPermissionChanged)
-    Q_PROPERTY(bool needsRelaunch READ needsRelaunch NOTIFY needsRelaunchChanged)
-    Q_PROPERTY(bool needsLogin READ needsLogin NOTIFY inputAccessChanged)
-    Q_PROPERTY(bool lacksKeyboard READ lacksKeyboard NOTIFY inputAccessChanged)
-    Q_PROPERTY(QString permissionCommands READ permissionCommands NOTIFY inputAccessChanged)
+    Q_PROPERTY(bool hasPermission READ hasPermission NOTIFY permissionChanged)
+    Q_PROPERTY(bool needsRelaunch READ needsRelaunch NOTIFY permissionChanged)
     Q_PROPERTY(QString selectedPackName READ selectedPackName NOTIFY selectedPackChanged)
+    Q_PROPERTY(clavo::Permission* permission READ permission CONSTANT)
     Q_PROPERTY(clavo::StatsStore* stats READ stats CONSTANT)
 
 public:
     /// Time and other processes, as the state sees them.
     struct Surroundings {
-        std::function<double()> uptime; // Seconds since the system's start.
-        SoundEngine::RunLater runLater;
-        PermissionWait::Ask askFreshProcess;
+        std::function<std::chrono::nanoseconds()> uptime; // Since the system's start.
+        MakeTimer makeTimer;
+        Permission::Ask askFreshProcess;
         StatsSurroundings stats; // Its wall clock is the state's too.
 
         /// The real ones, for the program of this file.
         [[nodiscard]] static Surroundings real(const std::filesystem::path& executable);
     };
 
-    /// The one instance of the program, made on first use for the platform it runs on and kept
-    /// until the process ends.
+    /// The one instance of the program, made on first use over the shared platform and kept until
+    /// the process ends.
     static AppState& shared();
 
-    /// Reads the settings, loads the packs and starts listening.
-    AppState(Platform platform, Surroundings surroundings);
-    /// The same with these statistics; null are the user's own.
-    AppState(Platform platform, Surroundings surroundings, std::unique_ptr<StatsStore> stats);
+    /// Reads the settings, loads the packs and starts listening. The platform outlives the state,
+    /// after whose end no main loop runs it. Null statistics are the user's own.
+    AppState(Platform& platform, Surroundings surroundings,
+             std::unique_ptr<StatsStore> stats = nullptr);
 
     void setEnabled(bool enabled);
-    /// Turns the sounds on or off, whichever they are not.
+    /// Turns the sounds off when they are on, else on.
     void toggle();
     /// Master volume, 0 to 1.
     void setVolume(double volume);
     /// Selects a pack and loads it, also when it is the selected one already. An unknown id loads
-    /// the first pack.
+    /// the first pack. A pack that cannot be loaded leaves the selection as it is.
     void setPackID(const QString& packID);
-    void setKeyUpSounds(bool on);
-    void setMouseSounds(bool on);
-    void setScrollSounds(bool on);
-    void setSpatial(bool on);
+    void setKeyUpSounds(bool on)
+    {
+        change(&Settings::keyUpSounds, on, &AppState::keyUpSoundsChanged);
+    }
+    void setMouseSounds(bool on)
+    {
+        change(&Settings::mouseSounds, on, &AppState::mouseSoundsChanged);
+    }
+    void setScrollSounds(bool on)
+    {
+        change(&Settings::scrollSounds, on, &AppState::scrollSoundsChanged);
+    }
+    void setSpatial(bool on) { change(&Settings::spatial, on, &AppState::spatialChanged); }
 
-    /// Registers the program to start at login, or no longer, where that is not so already. What is
+    /// Registers the program to start at login, or no longer, unless that is so already. What is
     /// shown is the wish until the next start.
     void setLaunchAtLogin(bool launchAtLogin);
 
@@ -89,11 +98,10 @@ public:
     /// Plays a phrase in the sounds of the pack with this id, if there is one.
     Q_INVOKABLE void preview(const QString& packID);
     /// Starts the program anew in the place of this process.
-    Q_INVOKABLE void relaunch();
+    Q_INVOKABLE void relaunch() { m_permission.relaunch(); }
 
-    /// Asks for the permission to listen and waits for it; shows the user where it is granted if it
-    /// is not yet.
-    Q_INVOKABLE void requestPermission();
+    /// Asks for the permission to listen, see Permission.
+    Q_INVOKABLE void requestPermission() { m_permission.request(); }
 
     [[nodiscard]] bool enabled() const { return m_settings.enabled; }
     [[nodiscard]] double volume() const { return m_settings.volume; }
@@ -104,29 +112,19 @@ public:
     [[nodiscard]] bool spatial() const { return m_settings.spatial; }
     [[nodiscard]] bool launchAtLogin() const { return m_launchAtLogin; }
     /// The input monitor is listening.
-    [[nodiscard]] bool hasPermission() const { return m_hasPermission; }
-    /// The permission was granted, but the program has just relaunched itself for it and leaves the
-    /// next time to the user.
-    [[nodiscard]] bool needsRelaunch() const { return m_needsRelaunch; }
-    /// The permission was granted and counts from the user's next login.
-    [[nodiscard]] bool needsLogin() const { return lacks(InputAccess::State::notInThisLogin); }
-    /// There is no keyboard that the permission could be for.
-    [[nodiscard]] bool lacksKeyboard() const { return lacks(InputAccess::State::noKeyboard); }
-    /// What grants the permission when it is typed into a terminal, a line each; empty where the
-    /// program can ask for it.
-    [[nodiscard]] QString permissionCommands() const { return m_permissionCommands; }
-
+    [[nodiscard]] bool hasPermission() const { return m_permission.isListening(); }
+    /// The permission was granted, and the user has to relaunch the program for it.
+    [[nodiscard]] bool needsRelaunch() const { return m_permission.needsRelaunch(); }
+    [[nodiscard]] Permission* permission() { return &m_permission; }
     [[nodiscard]] const std::vector<SoundPack>& packs() const { return m_packs; }
-    /// The pack with the selected id, the first one where none has it, null where there is no pack.
+    /// The pack with the selected id, the first one when none has it, null when there is no pack.
     [[nodiscard]] const SoundPack* selectedPack() const;
-    /// Empty where there is no pack.
+    /// Empty when there is no pack.
     [[nodiscard]] QString selectedPackName() const;
     /// The folder for the user's own packs; it need not exist.
     [[nodiscard]] std::filesystem::path packsFolder() const;
     [[nodiscard]] Status status() const;
     [[nodiscard]] StatsStore* stats() { return m_stats.get(); }
-    [[nodiscard]] DefaultsStore& defaults() { return *m_platform.defaults; }
-    [[nodiscard]] SoundEngine& sound() { return m_sound; }
     [[nodiscard]] const SoundEngine& sound() const { return m_sound; }
 
 signals:
@@ -138,44 +136,33 @@ signals:
     void scrollSoundsChanged();
     void spatialChanged();
     void launchAtLoginChanged();
-    void hasPermissionChanged();
-    void needsRelaunchChanged();
-    void inputAccessChanged();
+    void permissionChanged();
     void packsChanged();
     void selectedPackChanged();
 
 private:
-    void change(bool Settings::*setting, std::string_view key, bool value,
-                void (AppState::*changed)());
+    void change(Setting::Switch setting, bool value, void (AppState::*changed)());
     void loadPacks();
-    void loadSelectedPack();
-    bool startListening();
-    void lookAtInputAccess();
-    void choosePosition();
-    [[nodiscard]] bool lacks(InputAccess::State what) const;
-    void relaunchForPermission();
+    /// False when the pack could not be loaded; the former sounds stay then.
+    bool loadSelectedPack();
+    void updatePositionTracking();
 
     void handle(const InputMonitor::Event& event);
     void handle(const InputMonitor::Key& key);
     void handle(const InputMonitor::Mouse& mouse);
     void handle(const InputMonitor::Scroll& scroll);
 
-    Platform m_platform;
+    Platform& m_platform;
     Surroundings m_surroundings;
     Settings m_settings;
     std::vector<SoundPack> m_packs;
     bool m_launchAtLogin = false;
-    // As it was when last looked at, which takes a look at every input device.
-    InputAccess::State m_inputAccess = InputAccess::State::refused;
-    QString m_permissionCommands;
-    bool m_hasPermission = false;
-    bool m_needsRelaunch = false;
-    double m_lastScroll = 0; // Uptime of the last tick played, seconds.
+    std::chrono::nanoseconds m_lastScroll{0}; // Uptime of the last tick played.
     std::unique_ptr<StatsStore> m_stats;
     SoundEngine m_sound;
     InputMonitor m_input;
     std::optional<GlobalHotKey> m_hotKey;
-    PermissionWait m_permissionWait;
+    Permission m_permission;
 };
 
 } // namespace clavo

@@ -27,6 +27,8 @@ Command parseCommandLine(std::span<const char* const> arguments)
 
     Command wanted = command::Start{};
     bool asJson = false;
+    bool inBackground = false;
+    bool areOptions = true;
     const auto want = [&](Command command) {
         if (command.index() < wanted.index())
             wanted = std::move(command);
@@ -34,7 +36,9 @@ Command parseCommandLine(std::span<const char* const> arguments)
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string_view argument = arguments[i];
         const bool hasNext = i + 1 < arguments.size();
-        if (argument == "--help")
+        if (!areOptions)
+            want(misuse("unexpected argument", argument));
+        else if (argument == "--help" || argument == "-h")
             want(command::ShowHelp{});
         else if (argument == "--version")
             want(command::ShowVersion{});
@@ -46,12 +50,16 @@ Command parseCommandLine(std::span<const char* const> arguments)
             want(command::Toggle{});
         else if (argument == replaceOption)
             want(command::Replace{});
+        else if (argument == backgroundOption)
+            inBackground = true;
         else if (argument == "--screenshots" && hasNext)
             want(command::TakeScreenshots{arguments[++i]});
         else if (argument == "--scene" && hasNext)
             want(command::ShowScene{arguments[++i]});
         else if (argument == "--screenshots" || argument == "--scene")
             continue;
+        else if (argument == "--") // Ends the options; the program takes no arguments.
+            areOptions = false;
         else if (argument.starts_with("-"))
             want(misuse("unknown option", argument));
         else
@@ -61,6 +69,12 @@ Command parseCommandLine(std::span<const char* const> arguments)
         status->asJson = asJson;
     else if (asJson)
         want(misuse("only '--status' goes with", "--json"));
+    if (auto* const start = std::get_if<command::Start>(&wanted))
+        start->inBackground = inBackground;
+    else if (auto* const replacement = std::get_if<command::Replace>(&wanted))
+        replacement->inBackground = inBackground;
+    else if (inBackground)
+        want(misuse("only a start goes with", backgroundOption));
     return wanted;
 }
 
@@ -69,18 +83,20 @@ std::string helpText()
     return R"(Usage: clavo [OPTION]
 
 Makes the keyboard, the mouse and the scroll wheel sound like a mechanical keyboard.
-Without an option Clavo starts; where it runs already, the panel of the running one opens.
+Without an option Clavo starts, and shows its panel where the desktop has no tray or the permission
+to listen is missing; where it runs already, the panel of the running one opens.
 
 Options:
   --toggle               turn the sounds of the running Clavo on or off
   --status [--json]      print what the running Clavo listens to and plays through; for programs
                          with --json
+  --background           start without opening anything, as at login; goes with --replace
   --replace              start in the place of the running Clavo
   --check-input-access   exit with 0 if input may be heard and with 1 if not; start nothing
   --screenshots DIR      draw the presentation's pictures into DIR and exit
   --scene NAME           show a scene with demonstration data: menu, stats or general
   --version              print the version and exit
-  --help                 print this text and exit
+  --help                 print this text and exit; so does -h
 
 Environment:
   CLAVO_INPUT=SOURCE     listen to x11 or to evdev, whatever the session

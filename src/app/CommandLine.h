@@ -50,9 +50,11 @@ struct ShowScene {
 };
 /// Start, and have the running instance end.
 struct Replace {
+    bool inBackground = false; // Without a window that nobody has asked for.
     friend bool operator==(const Replace&, const Replace&) = default;
 };
 struct Start {
+    bool inBackground = false; // As above.
     friend bool operator==(const Start&, const Start&) = default;
 };
 
@@ -67,6 +69,7 @@ using Command =
 inline constexpr int misuseStatus = 2; // How a process with a Misuse exits.
 
 inline constexpr std::string_view replaceOption = "--replace";
+inline constexpr std::string_view backgroundOption = "--background";
 
 /// Reads the arguments that follow the program's name. An option whose own argument is missing
 /// counts as not given.

@@ -7,7 +7,7 @@ namespace clavo
 namespace
 {
 
-constexpr double scrollInterval = 0.045; // Seconds; a tick needs a longer gap.
+constexpr std::chrono::milliseconds scrollInterval{45}; // A tick needs a longer gap.
 
 } // namespace
 
@@ -34,7 +34,7 @@ void AppState::handle(const InputMonitor::Scroll& scroll)
     if (!m_settings.enabled || !m_settings.scrollSounds)
         return;
     const auto now = m_surroundings.uptime();
-    if (!(now - m_lastScroll > scrollInterval))
+    if (now - m_lastScroll <= scrollInterval)
         return;
     m_lastScroll = now;
     m_sound.playScroll(m_settings.spatial ? scroll.pan : 0.0F);

@@ -15,31 +15,38 @@ public:
     enum class State {
         granted,
         refused,        // The devices are there and none of the keyboards may be read.
-        noKeyboard,     // There is no device at all, or only such as are no keyboards.
+        noKeyboard,     // None of the devices, if there are any, is a keyboard.
         notInThisLogin, // Granted to the user since this session was opened.
+    };
+
+    /// Why the permission is asked for.
+    enum class Occasion {
+        start, // The program has just started, perhaps at login.
+        wish,  // The user has asked for it.
     };
 
     virtual ~InputAccess() = default;
 
-    /// Asks nobody and changes nothing.
+    /// Neither asks the user nor changes anything.
     [[nodiscard]] virtual State state() const = 0;
 
     /// Whether this process may listen now.
     [[nodiscard]] bool isGranted() const { return state() == State::granted; }
 
     /// Asks the system, which may ask the user, for the permission. True if it is granted already;
-    /// what the user decides is seen later.
-    virtual bool request() = 0;
+    /// what the user decides is seen later. A dialogue that takes the focus, for example one for
+    /// a password, opens at the user's wish only.
+    virtual bool request(Occasion occasion) = 0;
 
-    /// Shows the user where the permission is granted. Does nothing where there is no such place.
+    /// Shows the user where the permission is granted. Does nothing when there is no such place.
     virtual void showSettings() = 0;
 
-    /// What the user can type into a terminal where it is refused, a line each; empty where
-    /// request() asks for it.
+    /// What the user can type into a terminal when it is refused, a line each; empty when
+    /// request() asks the user for it.
     [[nodiscard]] virtual std::string commands() const { return {}; }
 
-    /// Called on the main thread when commands() changes.
-    std::function<void()> changed;
+    /// Calls the receiver on the main thread when commands() changes.
+    virtual void watch(std::function<void()> /*receiver*/) {}
 };
 
 } // namespace clavo

@@ -35,6 +35,12 @@ std::optional<int> startOrOpenPanel(Instance& instance, std::ostream& errors)
     return std::nullopt;
 }
 
+std::optional<int> startUnlessRunning(Instance& instance, std::ostream& /*errors*/)
+{
+    return instance.claim() == Instance::Standing::second ? std::optional(EXIT_SUCCESS)
+                                                          : std::nullopt;
+}
+
 std::optional<int> replaceRunning(Instance& instance, std::ostream& errors)
 {
     if (instance.replace() != Instance::Standing::second)

@@ -52,6 +52,9 @@ public:
 /// with, or nothing if this process is to run; `errors` gets what the user must know.
 [[nodiscard]] std::optional<int> startOrOpenPanel(Instance& instance, std::ostream& errors);
 
+/// Makes this process the instance, or leaves it to the one that runs. As above.
+[[nodiscard]] std::optional<int> startUnlessRunning(Instance& instance, std::ostream& errors);
+
 /// Makes this process the instance in the place of the one that runs, if one does. As above.
 [[nodiscard]] std::optional<int> replaceRunning(Instance& instance, std::ostream& errors);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/KeySounds.h"
 
+#include "audio/SoundLevels.h"
 #include "keyboard/KeyLayout.h"
 #include "log/Log.h"
 
@@ -10,10 +11,6 @@ namespace clavo
 {
 namespace
 {
-
-constexpr float keyPanScale = 0.6F;
-constexpr float pressGain = 1.0F;
-constexpr float releaseGain = 0.8F;
 
 /// Stands in for a key that the layout does not know.
 constexpr KeyInfo unknownKey{
@@ -36,7 +33,7 @@ void playKey(SoundEngine& sound, const Settings& settings, const InputMonitor::K
         return;
     const auto& info = keyInfo(key.code);
     if (auto buffer = sound.keyBank().buffer(info, key.down, sound.draw())) {
-        sound.play(std::move(buffer), settings.spatial ? info.pan * keyPanScale : 0.0F,
+        sound.play(std::move(buffer), settings.spatial ? info.pan * panWidth : 0.0F,
                    key.down ? pressGain : releaseGain);
     }
 }

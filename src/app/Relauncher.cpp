@@ -10,10 +10,9 @@ namespace clavo
 // instances.
 void relaunch(Relauncher& relauncher)
 {
-    relauncher.openNewInstance([] {
-        QMetaObject::invokeMethod(
-            qApp, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
-    });
+    const auto exit = [] { QCoreApplication::exit(); };
+    relauncher.openNewInstance(
+        [exit] { QMetaObject::invokeMethod(qApp, exit, Qt::QueuedConnection); });
 }
 
 } // namespace clavo

@@ -1,42 +1,49 @@
 // SPDX-License-Identifier: MIT
 #include "app/Settings.h"
 
+#include <algorithm>
+#include <map>
+#include <type_traits>
+#include <utility>
+
 namespace clavo
 {
-namespace
-{
 
-template <typename Value>
-Value read(const DefaultsStore& store, std::string_view key, const Value& otherwise)
+DefaultsValue valueOf(const Setting& setting, const Settings& settings)
 {
-    const auto stored = store.value(key);
-    const auto* value = stored ? std::get_if<Value>(&*stored) : nullptr;
-    return value ? *value : otherwise;
+    return std::visit([&](auto member) { return DefaultsValue(settings.*member); }, setting.member);
 }
-
-} // namespace
 
 Settings readSettings(DefaultsStore& store)
 {
-    const Settings standard;
-    store.registerDefaults({
-        {std::string(SettingsKey::enabled), standard.enabled},
-        {std::string(SettingsKey::volume), standard.volume},
-        {std::string(SettingsKey::packID), standard.packID},
-        {std::string(SettingsKey::keyUpSounds), standard.keyUpSounds},
-        {std::string(SettingsKey::mouseSounds), standard.mouseSounds},
-        {std::string(SettingsKey::scrollSounds), standard.scrollSounds},
-        {std::string(SettingsKey::spatial), standard.spatial},
-    });
-    return {
-        .enabled = read(store, SettingsKey::enabled, standard.enabled),
-        .volume = read(store, SettingsKey::volume, standard.volume),
-        .packID = read(store, SettingsKey::packID, standard.packID),
-        .keyUpSounds = read(store, SettingsKey::keyUpSounds, standard.keyUpSounds),
-        .mouseSounds = read(store, SettingsKey::mouseSounds, standard.mouseSounds),
-        .scrollSounds = read(store, SettingsKey::scrollSounds, standard.scrollSounds),
-        .spatial = read(store, SettingsKey::spatial, standard.spatial),
-    };
+    Settings settings;
+    std::map<std::string, DefaultsValue, std::less<>> defaults;
+    for (const auto& setting : allSettings)
+        defaults.emplace(setting.key, valueOf(setting, settings));
+    store.registerDefaults(std::move(defaults));
+
+    for (const auto& setting : allSettings) {
+        const auto stored = store.value(setting.key);
+        const auto read = [&](auto member) {
+            using Value = std::remove_reference_t<decltype(settings.*member)>;
+            if (const auto* const value = stored ? std::get_if<Value>(&*stored) : nullptr)
+                settings.*member = *value;
+        };
+        std::visit(read, setting.member);
+    }
+    return settings;
+}
+
+void writeSetting(DefaultsStore& store, const Settings& settings, const Setting::Member& member)
+{
+    const auto* const setting = std::ranges::find(allSettings, member, &Setting::member);
+    store.setValue(setting->key, valueOf(*setting, settings));
+}
+
+void writeSettings(DefaultsStore& store, const Settings& settings)
+{
+    for (const auto& setting : allSettings)
+        store.setValue(setting.key, valueOf(setting, settings));
 }
 
 } // namespace clavo

@@ -3,13 +3,15 @@
 
 #include "app/DefaultsStore.h"
 
+#include <array>
 #include <string>
 #include <string_view>
+#include <variant>
 
 namespace clavo
 {
 
-/// The user's settings as the program starts with them.
+/// The user's settings, with their defaults.
 struct Settings {
     bool enabled = true;
     double volume = 0.8;
@@ -20,20 +22,36 @@ struct Settings {
     bool spatial = true;
 };
 
-/// The names under which the settings persist.
-namespace SettingsKey
-{
-inline constexpr std::string_view enabled = "enabled";
-inline constexpr std::string_view volume = "volume";
-inline constexpr std::string_view packID = "packID";
-inline constexpr std::string_view keyUpSounds = "keyUpSounds";
-inline constexpr std::string_view mouseSounds = "mouseSounds";
-inline constexpr std::string_view scrollSounds = "scrollSounds";
-inline constexpr std::string_view spatial = "spatial";
-} // namespace SettingsKey
+/// One of the settings: a row of the table below.
+struct Setting {
+    using Switch = bool Settings::*;
+    using Member = std::variant<Switch, double Settings::*, std::string Settings::*>;
+
+    std::string_view key; // The name under which it persists.
+    Member member;
+    std::string_view word = {}; // For what a switch turns on, in the list of the status.
+};
+
+/// All settings. Whatever reads, writes or lists them goes through this table.
+inline constexpr std::array allSettings{
+    Setting{"enabled", &Settings::enabled},
+    Setting{"volume", &Settings::volume},
+    Setting{"packID", &Settings::packID},
+    Setting{"keyUpSounds", &Settings::keyUpSounds, "releases"},
+    Setting{"mouseSounds", &Settings::mouseSounds, "mouse buttons"},
+    Setting{"scrollSounds", &Settings::scrollSounds, "wheel"},
+    Setting{"spatial", &Settings::spatial, "sides"},
+};
+
+[[nodiscard]] DefaultsValue valueOf(const Setting& setting, const Settings& settings);
 
 /// Registers the defaults of all settings, which writes nothing, and reads what the user has
-/// changed of them.
+/// changed.
 [[nodiscard]] Settings readSettings(DefaultsStore& store);
+
+/// Writes the one setting that this member holds.
+void writeSetting(DefaultsStore& store, const Settings& settings, const Setting::Member& member);
+/// Writes them all.
+void writeSettings(DefaultsStore& store, const Settings& settings);
 
 } // namespace clavo

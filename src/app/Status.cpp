@@ -2,6 +2,7 @@
 #include "app/Status.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -9,6 +10,8 @@
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <variant>
+#include <vector>
 
 namespace clavo
 {
@@ -49,7 +52,7 @@ std::string_view nameOf(Value value, const Wording<Value> (&wordings)[count])
     return found == std::end(wordings) ? std::string_view() : found->name;
 }
 
-/// The name itself where it is not known: the program that tells may be newer.
+/// The name itself when it is unknown: the program that reports may be newer.
 template <typename Value, std::size_t count>
 std::string_view textOf(std::string_view name, const Wording<Value> (&wordings)[count])
 {
@@ -97,14 +100,16 @@ std::string_view describeAccess(const json& input)
 std::string describeOutput(const json& output)
 {
     const auto& server = output.at("server");
+    const bool isRunning = output.at("running").get<bool>();
     if (server.is_null())
-        return "none: neither PipeWire nor PulseAudio answers";
+        return isRunning ? "none: neither PipeWire nor PulseAudio answers"
+                         : "none; asleep until the next sound"; // Nobody is asked until then.
     auto text = server.get<std::string>();
     if (const auto frames = output.at("quantumFrames").get<int>(); frames != 0)
         text += fmt::format(", {} frames at {} per second, {:.1f} ms", frames,
                             output.at("sampleRate").get<int>(),
                             output.at("quantumMilliseconds").get<double>());
-    return output.at("running").get<bool>() ? text : text + "; asleep until the next sound";
+    return isRunning ? text : text + "; asleep until the next sound";
 }
 
 std::string describePack(const json& pack)
@@ -119,19 +124,38 @@ std::string_view onOff(const json& setting)
     return setting.get<bool>() ? "on" : "off";
 }
 
+json jsonOf(const Settings& settings)
+{
+    json object;
+    for (const auto& setting : allSettings)
+        std::visit([&](const auto& value) { object[std::string(setting.key)] = value; },
+                   valueOf(setting, settings));
+    return object;
+}
+
+std::string describeSounds(const json& settings)
+{
+    std::vector<std::string> switches;
+    for (const auto& [key, member, word] : allSettings) {
+        if (!word.empty())
+            switches.push_back(fmt::format("{} {}", word, onOff(settings.at(key))));
+    }
+    return fmt::format("{}, volume {:.0f} %\n            {}", onOff(settings.at("enabled")),
+                       settings.at("volume").get<double>() * 100, fmt::join(switches, ", "));
+}
+
 } // namespace
 
 std::string jsonOf(const Status& status)
 {
-    const auto& settings = status.settings;
-    const json object{
+    json object{
         {"version", status.version},
         {"input",
          {{"tap", status.tap},
           {"listening", status.isListening},
           {"access", nameOf(status.access, accessTexts)},
           {"needsRelaunch", status.needsRelaunch},
-          {"secondsSinceEvent", status.idle ? json(*status.idle) : json()},
+          {"secondsSinceEvent", status.idle ? json(status.idle->count()) : json()},
           {"secure", nameOf(status.secureReason, reasonTexts)}}},
         {"output",
          {{"server", orNull(status.output.server)},
@@ -141,15 +165,10 @@ std::string jsonOf(const Status& status)
           {"quantumMilliseconds", milliseconds(status.output)}}},
         {"pack",
          status.packID.empty() ? json() : json{{"id", status.packID}, {"name", status.packName}}},
-        {"settings",
-         {{SettingsKey::enabled, settings.enabled},
-          {SettingsKey::volume, settings.volume},
-          {SettingsKey::packID, settings.packID},
-          {SettingsKey::keyUpSounds, settings.keyUpSounds},
-          {SettingsKey::mouseSounds, settings.mouseSounds},
-          {SettingsKey::scrollSounds, settings.scrollSounds},
-          {SettingsKey::spatial, settings.spatial}}},
+        {"settings", jsonOf(status.settings)},
     };
+    if (!status.missing.empty())
+        object["missing"] = status.missing;
     // A pack's name may hold anything.
     return object.dump(2, ' ', false, json::error_handler_t::replace) + "\n";
 }
@@ -158,23 +177,21 @@ std::optional<std::string> describe(const std::string& text)
 try {
     const auto status = json::parse(text);
     const auto& input = status.at("input");
-    const auto& settings = status.at("settings");
-    return fmt::format(
-        "Clavo {}\n"
-        "Listening:  {}\n"
-        "Permission: {}\n"
-        "Secret:     {}\n"
-        "Output:     {}\n"
-        "Pack:       {}\n"
-        "Sounds:     {}, volume {:.0f} %\n"
-        "            releases {}, mouse buttons {}, wheel {}, sides {}\n",
-        status.at("version").get<std::string>(), describeListening(input), describeAccess(input),
-        textOf(input.at("secure").get_ref<const std::string&>(), reasonTexts),
-        describeOutput(status.at("output")), describePack(status.at("pack")),
-        onOff(settings.at(SettingsKey::enabled)),
-        settings.at(SettingsKey::volume).get<double>() * 100,
-        onOff(settings.at(SettingsKey::keyUpSounds)), onOff(settings.at(SettingsKey::mouseSounds)),
-        onOff(settings.at(SettingsKey::scrollSounds)), onOff(settings.at(SettingsKey::spatial)));
+    auto lines = fmt::format("Clavo {}\n"
+                             "Listening:  {}\n"
+                             "Permission: {}\n"
+                             "Secret:     {}\n"
+                             "Output:     {}\n"
+                             "Pack:       {}\n"
+                             "Sounds:     {}\n",
+                             status.at("version").get<std::string>(), describeListening(input),
+                             describeAccess(input),
+                             textOf(input.at("secure").get_ref<const std::string&>(), reasonTexts),
+                             describeOutput(status.at("output")), describePack(status.at("pack")),
+                             describeSounds(status.at("settings")));
+    if (const auto missing = status.find("missing"); missing != status.end())
+        lines += fmt::format("Built without: {}\n", missing->get<std::string>());
+    return lines;
 } catch (const json::exception&) {
     return std::nullopt;
 }

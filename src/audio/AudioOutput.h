@@ -10,7 +10,7 @@ namespace clavo
 
 class Mixer;
 
-/// What an output says of itself.
+/// What an output reports about itself.
 struct OutputStatus {
     std::string server;              // "PipeWire", "PulseAudio", …; empty while there is none.
     std::uint32_t quantumFrames = 0; // Frames per period as granted, 0 while unknown.
@@ -25,12 +25,16 @@ struct OutputStatus {
 /// heard within moments. A lost server makes it false, and the output comes back by itself.
 /// `configurationChanged` is called on the main thread after every loss, return and change of
 /// device or period, never from inside another call and never because of start() or pause(). A loss
-/// is told before isRunning() is true again.
+/// is reported before isRunning() is true again.
 ///
 /// pause() stops rendering and lets the device sleep until the next start(), across the loss and
-/// return of a server too: once it has returned, render() is neither running nor called, and the
-/// mixer may be destroyed. An output that does not run may be paused. Thread: main; the mixer's
-/// render() is called on the output's own audio thread.
+/// return of a server too: once it has returned, render() is neither running nor called,
+/// `configurationChanged` is not called either, and the mixer may be destroyed. An output that does
+/// not run may be paused.
+///
+/// status() describes the server in use; while paused, the connected one that the next start()
+/// plays on. A lost server is not named. Thread: main; the mixer's render() is called on the
+/// output's own audio thread.
 class AudioOutput
 {
 public:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "audio/SoundEngine.h"
 
+#include "audio/SoundLevels.h"
 #include "audio/StereoGains.h"
 #include "keyboard/KeyLayout.h"
 #include "packs/PackLibrary.h"
@@ -16,14 +17,6 @@ namespace
 
 using std::chrono::milliseconds;
 
-/// Narrows the stereo image of mouse, scroll and preview sounds.
-constexpr float panWidth = 0.6F;
-
-constexpr float mouseGain = 0.7F;
-constexpr float scrollGain = 0.35F;
-constexpr float pressGain = 1.0F;
-constexpr float releaseGain = 0.8F;
-
 /// A, S, D, space, F, G, H, space, J, K, Return, as packs count them.
 constexpr std::array<std::int64_t, 11> previewPhrase{30, 31, 32, 57, 33, 34, 35, 57, 36, 37, 28};
 
@@ -33,20 +26,21 @@ constexpr milliseconds previewHold{65};
 
 } // namespace
 
-SoundEngine::SoundEngine(AudioOutput& output, RunLater runLater, IndexDraw draw)
-    : m_output(output), m_runLater(std::move(runLater)), m_draw(std::move(draw)),
+SoundEngine::SoundEngine(AudioOutput& output, MakeTimer makeTimer, IndexDraw draw)
+    : m_output(output), m_makeTimer(std::move(makeTimer)), m_draw(std::move(draw)),
       m_mouseDown(PackLibrary::mouseVariants(false, m_format)),
       m_mouseUp(PackLibrary::mouseVariants(true, m_format)),
-      m_scrollTicks(PackLibrary::synthVariants(scrollTickProfile(), false, m_format))
+      m_scrollTicks(PackLibrary::synthVariants(scrollTickProfile(), false, m_format)),
+      m_idleTimer(m_makeTimer())
 {
     m_mixer.setVolume(m_volume);
-    m_output.prepare(m_mixer, whileAlive([this] { restartAfterChange(); }));
+    m_output.prepare(m_mixer, [this] { restartAfterChange(); });
     start();
 }
 
 SoundEngine::~SoundEngine()
 {
-    m_output.pause(); // Nothing renders the mixer from here on.
+    m_output.pause(); // It neither renders the mixer nor calls back from here on.
 }
 
 void SoundEngine::start()
@@ -61,7 +55,7 @@ void SoundEngine::restartAfterChange()
 {
     if (m_output.isRunning())
         return;
-    m_mixer.silence(); // What was cut short by the loss must not come out when the server is back.
+    m_mixer.silence(); // What the loss cut short must not be heard when the server is back.
     start();
 }
 
@@ -76,7 +70,7 @@ void SoundEngine::play(AudioBufferPtr buffer, float pan, float gain)
     m_nextPlayer = (m_nextPlayer + 1) % static_cast<int>(playerCount);
     m_players[player] = {.pan = pan, .gain = gain};
     if (!m_output.isRunning())
-        return; // Nobody would take it from the queue until it is long out of date.
+        return; // It would leave the queue only when it is long out of date.
 
     const auto samples = buffer->samples();
     const auto sound = m_ledger.keep(std::move(buffer));
@@ -109,18 +103,20 @@ void SoundEngine::preview(const SoundPack& pack)
     const auto bank =
         std::make_shared<const SoundBank>(PackLibrary::makeBank(pack, m_format, &scancodes));
 
+    std::erase_if(m_previewTimers, [](const auto& timer) { return !timer->isRunning(); });
+    const auto schedule = [&](milliseconds time, const KeyInfo& key, bool down, float gain) {
+        m_previewTimers.push_back(m_makeTimer());
+        m_previewTimers.back()->start(time, [this, bank, key, down, gain] {
+            if (auto buffer = bank->buffer(key, down, m_draw))
+                play(std::move(buffer), key.pan * panWidth, gain);
+        });
+    };
     milliseconds beat{0};
     for (const auto scancode : previewPhrase) {
         const KeyInfo key = KeyLayout::info(scancode);
-        const auto schedule = [&](milliseconds time, bool down, float gain) {
-            m_runLater(time, whileAlive([this, bank, key, down, gain] {
-                           if (auto buffer = bank->buffer(key, down, m_draw))
-                               play(std::move(buffer), key.pan * panWidth, gain);
-                       }));
-        };
         const auto press = beat + (key.slot == KeySlot::space ? previewSpaceDelay : beat.zero());
-        schedule(press, true, pressGain);
-        schedule(press + previewHold, false, releaseGain);
+        schedule(press, key, true, pressGain);
+        schedule(press + previewHold, key, false, releaseGain);
         beat += previewStep;
     }
 }
@@ -145,12 +141,8 @@ void SoundEngine::freeFinished()
 
 void SoundEngine::scheduleIdleCheck()
 {
-    if (std::exchange(m_isIdleCheckScheduled, true))
-        return;
-    m_runLater(idleTime, whileAlive([this] {
-                   m_isIdleCheckScheduled = false;
-                   pauseIfIdle();
-               }));
+    if (!m_idleTimer->isRunning())
+        m_idleTimer->start(idleTime, [this] { pauseIfIdle(); });
 }
 
 void SoundEngine::pauseIfIdle()
@@ -164,14 +156,6 @@ void SoundEngine::pauseIfIdle()
     m_output.pause();
     if (onPaused)
         onPaused();
-}
-
-std::function<void()> SoundEngine::whileAlive(std::function<void()> task) const
-{
-    return [alive = std::weak_ptr(m_alive), task = std::move(task)] {
-        if (!alive.expired())
-            task();
-    };
 }
 
 } // namespace clavo

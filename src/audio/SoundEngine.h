@@ -7,6 +7,7 @@
 #include "packs/SoundPack.h"
 #include "synth/AudioBuffer.h"
 #include "synth/SoundBank.h"
+#include "time/Timer.h"
 
 #include <array>
 #include <chrono>
@@ -14,6 +15,7 @@
 #include <functional>
 #include <memory>
 #include <span>
+#include <vector>
 
 namespace clavo
 {
@@ -21,16 +23,13 @@ namespace clavo
 /// Turns ready buffers into audible sound: a fixed pool of 32 players over the mixer, the key
 /// sounds of the selected pack, and the mouse and scroll sounds, made once at construction.
 ///
-/// The output is paused when nothing has been played for a while, so that an idle desktop wakes
-/// nobody up; play() and wake() start it again. Thread: main. Owns: the mixer and every sound it
-/// plays. The output must outlive the engine.
+/// The output is paused when nothing has been played for a while, so that an idle desktop sleeps;
+/// play() and wake() start it again. Thread: main. Owns: the mixer and every sound it plays. The
+/// output must outlive the engine.
 class SoundEngine
 {
 public:
-    /// Runs a task once on the main thread, after the delay.
-    using RunLater = std::function<void(std::chrono::milliseconds, std::function<void()>)>;
-
-    /// What a player was last told, unchanged.
+    /// What a player was last given, unchanged.
     struct Player {
         float pan = 0; // −1 left … +1 right.
         float gain = 1;
@@ -44,7 +43,7 @@ public:
     /// paused at the first look that finds nothing.
     static constexpr std::chrono::milliseconds idleTime{10'000};
 
-    SoundEngine(AudioOutput& output, RunLater runLater, IndexDraw draw = systemDraw());
+    SoundEngine(AudioOutput& output, MakeTimer makeTimer, IndexDraw draw = systemDraw());
     ~SoundEngine();
     SoundEngine(const SoundEngine&) = delete;
     SoundEngine& operator=(const SoundEngine&) = delete;
@@ -88,12 +87,9 @@ private:
     void scheduleIdleCheck();
     void pauseIfIdle();
 
-    /// The task, made to do nothing once the engine is gone.
-    [[nodiscard]] std::function<void()> whileAlive(std::function<void()> task) const;
-
     AudioFormat m_format;
     AudioOutput& m_output;
-    RunLater m_runLater;
+    MakeTimer m_makeTimer;
     IndexDraw m_draw;
     SoundLedger m_ledger;
     Mixer m_mixer;
@@ -105,8 +101,8 @@ private:
     SoundBank::Variants m_scrollTicks;
     float m_volume = 0.8F;
     bool m_wasUsed = false; // Since the last idle check.
-    bool m_isIdleCheckScheduled = false;
-    std::shared_ptr<const bool> m_alive = std::make_shared<const bool>(true);
+    std::unique_ptr<Timer> m_idleTimer;
+    std::vector<std::unique_ptr<Timer>> m_previewTimers; // One for each press and release.
 };
 
 } // namespace clavo

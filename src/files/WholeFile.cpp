@@ -20,6 +20,7 @@ namespace
 namespace fs = std::filesystem;
 
 constexpr std::string_view temporaryPrefix = ".clavo-new-";
+constexpr int mostLinks = 40; // The kernel follows as many.
 
 bool writeAll(int file, std::string_view content)
 {
@@ -27,11 +28,20 @@ bool writeAll(int file, std::string_view content)
         const auto count = ::write(file, content.data(), content.size());
         if (count < 0 && errno == EINTR)
             continue;
-        if (count <= 0)
+        if (count < 0)
             return false;
         content.remove_prefix(static_cast<std::size_t>(count));
     }
     return true;
+}
+
+bool flush(int file)
+{
+#ifdef F_FULLFSYNC // Where it exists, fsync() leaves the data in the cache of the disk.
+    if (::fcntl(file, F_FULLFSYNC) == 0)
+        return true;
+#endif
+    return ::fsync(file) == 0;
 }
 
 bool renameOver(const std::string& from, const fs::path& to)
@@ -42,26 +52,50 @@ bool renameOver(const std::string& from, const fs::path& to)
            std::rename(from.c_str(), to.c_str()) == 0;
 }
 
+/// What to replace: the file behind a link, or the link itself when it leads to anything else.
+fs::path replacedFile(const fs::path& file)
+{
+    std::error_code error;
+    auto target = file;
+    for (int links = 0; fs::is_symlink(target, error); ++links) {
+        if (links == mostLinks)
+            return file;
+        target = target.parent_path() / fs::read_symlink(target, error);
+    }
+    const auto type = fs::status(target, error).type();
+    return type == fs::file_type::regular || type == fs::file_type::not_found ? target : file;
+}
+
+std::error_code lastError()
+{
+    return {errno, std::generic_category()};
+}
+
 } // namespace
 
-bool replaceFile(const fs::path& file, std::string_view content)
+std::error_code replaceFile(const fs::path& file, std::string_view content, Durability durability)
 {
-    const auto folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
+    const auto target = replacedFile(file);
+    const auto folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
     auto temporary = (folder / temporaryPrefix).native() + "XXXXXX";
     const Descriptor next(::mkostemp(temporary.data(), O_CLOEXEC));
     if (next.number() < 0)
-        return false;
-    if (!writeAll(next.number(), content) || ::fsync(next.number()) != 0 ||
-        !renameOver(temporary, file)) {
+        return lastError();
+    const bool isDurable = durability == Durability::power;
+    if (!writeAll(next.number(), content) || (isDurable && !flush(next.number())) ||
+        !renameOver(temporary, target)) {
+        const auto error = lastError();
         ::unlink(temporary.c_str());
-        return false;
+        return error;
     }
-    // The new name has to reach the disk too. Where a file system cannot promise that, the file is
-    // still whole.
-    const Descriptor names(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (names.number() >= 0)
-        static_cast<void>(::fsync(names.number()));
-    return true;
+    if (isDurable) {
+        // The new name has to reach the disk too. If the file system cannot flush it, the file is
+        // still whole.
+        const Descriptor names(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        if (names.number() >= 0)
+            static_cast<void>(flush(names.number()));
+    }
+    return {};
 }
 
 void removeAbandoned(const fs::path& folder)

@@ -14,6 +14,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+extern char** environ; // POSIX leaves the declaration to the program.
+
 namespace clavo
 {
 namespace
@@ -34,7 +36,7 @@ constexpr EventMask wantedEvents =
 } // namespace
 
 InputMonitor::InputMonitor(EventTap& tap, SecureInput& secureInput, Screens& screens,
-                           std::function<double()> uptime)
+                           std::function<std::chrono::nanoseconds()> uptime)
     : m_installable(tap), m_secureInput(secureInput), m_screens(screens),
       m_uptime(std::move(uptime))
 {
@@ -91,7 +93,7 @@ void InputMonitor::handle(const RawEvent& event)
     }
 }
 
-/// Whether secure input is on; says so in the log once per stretch of it.
+/// Whether secure input is on. Logs once each time it is switched on.
 bool InputMonitor::isSilenced()
 {
     if (!m_secureInput.isEnabled()) {
@@ -105,8 +107,7 @@ bool InputMonitor::isSilenced()
     return true;
 }
 
-/// A modifier's event does not tell its direction: every other one of a key is a press. True for a
-/// press.
+/// A modifier's event has no direction: every other one of a key is a press. True for a press.
 bool InputMonitor::toggleModifier(std::int64_t code)
 {
     const auto held = std::find(m_heldModifiers.begin(), m_heldModifiers.end(), code);

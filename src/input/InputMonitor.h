@@ -5,6 +5,7 @@
 #include "input/Screens.h"
 #include "input/SecureInput.h"
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -48,9 +49,9 @@ public:
 
     using Event = std::variant<Key, Mouse, Scroll>;
 
-    /// `uptime` is in seconds, from any origin.
+    /// `uptime` counts from any origin.
     InputMonitor(EventTap& tap, SecureInput& secureInput, Screens& screens,
-                 std::function<double()> uptime);
+                 std::function<std::chrono::nanoseconds()> uptime);
     InputMonitor(const InputMonitor&) = delete;
     InputMonitor& operator=(const InputMonitor&) = delete;
     ~InputMonitor() = default;
@@ -64,8 +65,8 @@ public:
 
     [[nodiscard]] bool isRunning() const { return m_isRunning; }
 
-    /// The uptime of the last event of the desktop, of whatever kind; nothing before the first.
-    [[nodiscard]] std::optional<double> lastEvent() const { return m_lastEvent; }
+    /// The uptime of the last event of the desktop, of any kind; nothing before the first.
+    [[nodiscard]] std::optional<std::chrono::nanoseconds> lastEvent() const { return m_lastEvent; }
 
     /// Whether a newly started process of the executable may listen: it is run with the one
     /// argument "--check-input-access" and must exit with status 0. False also when it cannot be
@@ -83,12 +84,12 @@ private:
     EventTap& m_installable;
     SecureInput& m_secureInput;
     Screens& m_screens;
-    std::function<double()> m_uptime;
-    std::optional<double> m_lastEvent;
+    std::function<std::chrono::nanoseconds()> m_uptime;
+    std::optional<std::chrono::nanoseconds> m_lastEvent;
     EventTap* m_tap = nullptr; // The installed tap; null until start() has succeeded.
     bool m_isRunning = false;
     std::vector<std::int64_t> m_heldModifiers; // A set; a handful at most, so never reallocated.
-    bool m_secureLogged = false;               // The notice of this stretch has been written.
+    bool m_secureLogged = false;               // Since secure input was last switched on.
 };
 
 } // namespace clavo

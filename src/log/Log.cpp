@@ -10,12 +10,12 @@ namespace
 {
 
 std::atomic<Sink> currentSink = writeToStandardError;
-std::atomic<Level> threshold = Level::Default;
+std::atomic<Level> threshold = Level::notice;
 
 } // namespace
 
-// In one piece, so that lines of two processes do not mix. fmt::print would throw where nobody
-// reads.
+// In one write, so that the lines of two processes do not mix. fmt::print throws if the standard
+// error is closed.
 void writeToStandardError(Level, std::string_view line)
 {
     std::fputs(fmt::format("clavo: {}\n", line).c_str(), stderr);

@@ -12,7 +12,7 @@
 namespace clavo::log
 {
 
-enum class Level { Debug, Default, Error };
+enum class Level { debug, notice, error };
 
 /// Receives every line that is not discarded.
 using Sink = void (*)(Level level, std::string_view line);
@@ -28,7 +28,7 @@ void writeToStandardError(Level level, std::string_view line);
 /// Replaces the receiver of all lines.
 void setSink(Sink sink);
 
-/// The least level that is kept; Default until set.
+/// The least level that is kept; notice until set.
 void setThreshold(Level level);
 [[nodiscard]] bool isKept(Level level);
 
@@ -39,21 +39,21 @@ void write(Level level, std::string_view line);
 template <typename... Arguments>
 void debug(fmt::format_string<Arguments...> format, Arguments&&... arguments)
 {
-    if (isKept(Level::Debug))
-        write(Level::Debug, fmt::format(format, std::forward<Arguments>(arguments)...));
+    if (isKept(Level::debug))
+        write(Level::debug, fmt::format(format, std::forward<Arguments>(arguments)...));
 }
 
 template <typename... Arguments>
 void notice(fmt::format_string<Arguments...> format, Arguments&&... arguments)
 {
-    if (isKept(Level::Default))
-        write(Level::Default, fmt::format(format, std::forward<Arguments>(arguments)...));
+    if (isKept(Level::notice))
+        write(Level::notice, fmt::format(format, std::forward<Arguments>(arguments)...));
 }
 
 template <typename... Arguments>
 void error(fmt::format_string<Arguments...> format, Arguments&&... arguments)
 {
-    write(Level::Error, fmt::format(format, std::forward<Arguments>(arguments)...));
+    write(Level::error, fmt::format(format, std::forward<Arguments>(arguments)...));
 }
 
 } // namespace clavo::log

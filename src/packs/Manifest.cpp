@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "packs/Manifest.h"
 
+#include "text/ParseNumber.h"
+
 #include <nlohmann/json.hpp>
 
-#include <charconv>
 #include <cstddef>
-#include <system_error>
 #include <utility>
 
 namespace clavo
@@ -110,7 +110,7 @@ private:
         return name == "press" ? &m_press : name == "release" ? &m_release : nullptr;
     }
 
-    /// Whether the place in the text belongs to a member that nobody reads.
+    /// Whether the current place in the text belongs to an unknown member.
     [[nodiscard]] bool isIgnored() const
     {
         return m_depth > 0 && m_text == nullptr && m_sounds == nullptr;
@@ -153,10 +153,7 @@ std::optional<std::int64_t> parseScancode(std::string_view text)
         if (text.starts_with('-'))
             return std::nullopt;
     }
-    std::int64_t scancode = 0;
-    const char* const end = text.data() + text.size();
-    const auto [parsed, error] = std::from_chars(text.data(), end, scancode);
-    return error == std::errc{} && parsed == end ? std::optional(scancode) : std::nullopt;
+    return parseNumber<std::int64_t>(text);
 }
 
 } // namespace clavo

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "packs/PackLibrary.h"
 
+#include "files/RegularFile.h"
 #include "log/Fatal.h"
 #include "packs/PlaybackRate.h"
 #include "packs/SoundFile.h"
@@ -26,7 +27,10 @@ using Variants = SoundBank::Variants;
 
 constexpr std::int64_t synthesizedVariants = 5;
 
-using Recordings = std::map<std::string, std::vector<float>>;
+/// Sounds share blocks of this many samples: a bank comes and goes as a whole, and the system gives
+/// and takes a few large blocks far faster than hundreds of small ones. An ordinary pack takes one,
+/// of which the system backs only what is written to.
+constexpr std::size_t blockSamples = std::size_t{4} << 20U;
 
 void append(Variants& variants, AudioBufferPtr sound)
 {
@@ -34,66 +38,114 @@ void append(Variants& variants, AudioBufferPtr sound)
         variants.push_back(std::move(sound));
 }
 
-/// Whether a bank for the scancodes of `only`, or for all if it is null, holds this one.
-bool isWanted(std::int64_t scancode, const std::set<std::int64_t>* only)
+/// The sounds of one bank while it is made. Reads every file once, whatever the pack calls it, and
+/// keeps one recording at a time beside the finished variants.
+class BankSounds
 {
-    return only == nullptr || only->contains(scancode);
-}
+public:
+    BankSounds(const SoundPack& pack, const AudioFormat& format) : m_pack(pack), m_format(format) {}
 
-/// Loads every file named for a scancode that is wanted, once, under its name.
-void loadRecordings(Recordings& recordings, const SoundPack& pack,
-                    const SoundPack::SoundNames& names, const AudioFormat& format,
-                    const std::set<std::int64_t>* only)
-{
-    for (const auto& [scancode, name] : names) {
-        if (!isWanted(scancode, only) || recordings.contains(name))
-            continue;
-        auto path = pack.folder;
-        path += "/sounds/" + name + ".wav"; // As text: the name is no path of its own.
-        if (auto samples = loadSound(path, format))
-            recordings.emplace(name, *std::move(samples));
-    }
-}
-
-/// The variants of all recordings, in the order of their rates. They live in one block of memory: a
-/// bank comes and goes as a whole, and the system gives and takes one block far faster than
-/// hundreds.
-std::map<std::string, Variants> variantsOf(const Recordings& recordings)
-{
-    std::size_t total = 0;
-    for (const auto& [name, samples] : recordings) {
-        for (const double rate : playbackRates)
-            total += replayedLength(samples.size(), rate);
-    }
-    const std::shared_ptr<float[]> block = std::make_unique_for_overwrite<float[]>(total);
-
-    std::map<std::string, Variants> all;
-    std::span<float> free(block.get(), total);
-    for (const auto& [name, samples] : recordings) {
-        Variants& variants = all[name];
-        for (const double rate : playbackRates) {
-            const auto replayed = free.first(replayedLength(samples.size(), rate));
-            free = free.subspan(replayed.size());
-            replay(samples, rate, replayed);
-            if (!replayed.empty())
-                variants.push_back(std::make_shared<const AudioBuffer>(block, replayed));
+    /// The sounds of these names, for the scancodes of `only` alone if it is given.
+    std::map<std::int64_t, Variants> load(const SoundPack::SoundNames& names,
+                                          const std::set<std::int64_t>* only)
+    {
+        std::map<std::int64_t, Variants> sounds;
+        for (const auto& [scancode, name] : names) {
+            if (only != nullptr && !only->contains(scancode))
+                continue;
+            const Sound& sound = named(name);
+            if (sound.state == State::Loaded)
+                sounds.emplace_hint(sounds.end(), scancode, sound.variants);
+            else if (sound.state == State::LeftOut)
+                ++m_leftOut;
         }
+        return sounds;
     }
-    return all;
-}
 
-std::map<std::int64_t, Variants> byScancode(const SoundPack::SoundNames& names,
-                                            const std::map<std::string, Variants>& variants,
-                                            const std::set<std::int64_t>* only)
-{
-    std::map<std::int64_t, Variants> sounds;
-    for (const auto& [scancode, name] : names) {
-        const auto found = variants.find(name);
-        if (isWanted(scancode, only) && found != variants.end())
-            sounds.emplace_hint(sounds.end(), scancode, found->second);
+    /// For how many scancodes there was no room.
+    [[nodiscard]] std::size_t leftOut() const { return m_leftOut; }
+
+private:
+    enum class State { Loaded, Unreadable, LeftOut };
+    struct Sound {
+        State state = State::Unreadable;
+        Variants variants = {};
+    };
+
+    const Sound& named(const std::string& name)
+    {
+        auto path = m_pack.folder;
+        path += "/sounds/" + name + ".wav"; // As text: the name is no path of its own.
+        const auto file = identityOf(path);
+        if (!file)
+            return m_missing;
+        const auto [sound, isNew] = m_sounds.try_emplace(*file);
+        if (isNew)
+            sound->second = read(path);
+        return sound->second;
     }
-    return sounds;
-}
+
+    /// The first sound that does not fit ends the bank: those behind it are not even decoded, which
+    /// bounds the time as well.
+    Sound read(const std::filesystem::path& file)
+    {
+        if (m_room == 0)
+            return {.state = State::LeftOut};
+        const auto samples = loadSound(file, m_format);
+        if (!samples)
+            return {.state = State::Unreadable};
+        std::size_t needed = 0;
+        for (const double rate : playbackRates)
+            needed += replayedLength(samples->size(), rate);
+        if (needed > m_room) {
+            m_room = 0;
+            return {.state = State::LeftOut};
+        }
+        m_room -= needed;
+        return {.state = State::Loaded, .variants = variantsOf(*samples)};
+    }
+
+    /// The variants of a recording in the order of their rates, without those that have no sample.
+    Variants variantsOf(std::span<const float> recording)
+    {
+        Variants variants;
+        for (const double rate : playbackRates) {
+            const auto length = replayedLength(recording.size(), rate);
+            if (length == 0)
+                continue;
+            const auto [block, replayed] = memory(length);
+            replay(recording, rate, replayed);
+            variants.push_back(std::make_shared<const AudioBuffer>(block, replayed));
+        }
+        return variants;
+    }
+
+    /// Memory for `count` samples, and the block that it is a part of.
+    std::pair<std::shared_ptr<float[]>, std::span<float>> memory(std::size_t count)
+    {
+        if (count > m_free.size()) {
+            const auto size = std::max(count, blockSamples);
+            std::shared_ptr<float[]> block = std::make_unique_for_overwrite<float[]>(size);
+            const std::span<float> samples(block.get(), size);
+            if (size == count)
+                return {std::move(block), samples};
+            m_block = std::move(block);
+            m_free = samples;
+        }
+        const auto taken = m_free.first(count);
+        m_free = m_free.subspan(count);
+        return {m_block, taken};
+    }
+
+    const SoundPack& m_pack;
+    const AudioFormat& m_format;
+    std::map<FileIdentity, Sound> m_sounds;
+    Sound m_missing;                                 // Of every name that leads to no file.
+    std::size_t m_room = bankBudget / sizeof(float); // Samples that still fit.
+    std::size_t m_leftOut = 0;
+    std::shared_ptr<float[]> m_block; // The latest one,
+    std::span<float> m_free;          // and what is left of it.
+};
 
 } // namespace
 
@@ -140,12 +192,12 @@ std::vector<SoundPack> packs(const std::filesystem::path& folder, bool isCustom)
 SoundBank makeBank(const SoundPack& pack, const AudioFormat& format,
                    const std::set<std::int64_t>* only)
 {
-    Recordings recordings;
-    loadRecordings(recordings, pack, pack.press, format, only);
-    loadRecordings(recordings, pack, pack.release, format, only);
-    const auto variants = variantsOf(recordings);
-    return {.press = byScancode(pack.press, variants, only),
-            .release = byScancode(pack.release, variants, only)};
+    BankSounds sounds(pack, format);
+    SoundBank bank;
+    bank.press = sounds.load(pack.press, only);
+    bank.release = sounds.load(pack.release, only);
+    bank.leftOut = sounds.leftOut();
+    return bank;
 }
 
 AudioBufferPtr buffer(std::vector<float> samples, const AudioFormat& format)

@@ -6,6 +6,7 @@
 #include "synth/SoundBank.h"
 #include "synth/SwitchProfile.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <set>
@@ -43,8 +44,13 @@ namespace clavo::PackLibrary
 /// them. None for an empty path.
 [[nodiscard]] std::vector<SoundPack> packs(const std::filesystem::path& folder, bool isCustom);
 
-/// Decodes a pack's sounds, for the scancodes of `only` alone if it is given. A sound that cannot
-/// be loaded gives no entry, one without samples an entry without variants.
+/// What all samples of one bank may take together, in bytes. A full keyboard of recordings of half
+/// a second takes a third of it.
+inline constexpr std::size_t bankBudget = std::size_t{256} << 20U;
+
+/// Decodes a pack's sounds, for the scancodes of `only` alone if it is given: presses, then
+/// releases, in the order of their scancodes, until the budget is spent. A sound that cannot be
+/// loaded or has no room gives no entry, one without samples an entry without variants.
 [[nodiscard]] SoundBank makeBank(const SoundPack& pack, const AudioFormat& format,
                                  const std::set<std::int64_t>* only = nullptr);
 

@@ -4,7 +4,6 @@
 #include "app/Settings.h"
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
 namespace clavo
@@ -27,13 +26,7 @@ public:
 
 void setDemonstrationSettings(DefaultsStore& store)
 {
-    store.setValue(SettingsKey::enabled, true);
-    store.setValue(SettingsKey::keyUpSounds, true);
-    store.setValue(SettingsKey::spatial, true);
-    store.setValue(SettingsKey::mouseSounds, false);
-    store.setValue(SettingsKey::scrollSounds, false);
-    store.setValue(SettingsKey::volume, 0.75);
-    store.setValue(SettingsKey::packID, std::string("nk-cream"));
+    writeSettings(store, {.volume = 0.75, .packID = "nk-cream"});
 }
 
 std::unique_ptr<StatsStore> demonstrationStats()

@@ -86,7 +86,7 @@ void Screenshots::dress()
     font.setHintingPreference(QFont::PreferNoHinting);
     font.setStyleStrategy(QFont::NoSubpixelAntialias);
     QGuiApplication::setFont(font);
-    Appearance::shared().follow(demonstrationLook());
+    Appearance::shared().follow(*demonstrationLook());
 }
 
 std::unique_ptr<QQuickItem> Screenshots::makeSlide(QQmlEngine& engine, const QString& type,

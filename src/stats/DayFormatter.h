@@ -20,7 +20,7 @@ public:
     /// A zone that is not valid counts as UTC.
     explicit DayFormatter(const QTimeZone& zone);
 
-    /// The key of the moment's day. Costs little while the moments stay on one day.
+    /// The key of the moment's day. Allocates nothing while the moments stay on one day.
     [[nodiscard]] const std::string& key(Moment moment);
 
     /// The local day that the moment falls on.
@@ -33,9 +33,13 @@ public:
     [[nodiscard]] static std::string key(QDate day);
 
 private:
+    [[nodiscard]] QDateTime localTime(Moment moment) const;
+
     QTimeZone m_zone;
-    QDate m_lastDay;
-    std::string m_lastKey;
+    // Every moment from the first to before the second has the key. None at first.
+    Moment m_from;
+    Moment m_until;
+    std::string m_key;
 };
 
 } // namespace clavo

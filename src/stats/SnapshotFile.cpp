@@ -8,7 +8,6 @@
 
 #include <cstdint>
 #include <fstream>
-#include <map>
 #include <utility>
 
 namespace clavo
@@ -18,7 +17,7 @@ namespace
 
 using nlohmann::json;
 
-// Room for two thousand years of days; a larger file is none of ours.
+// Enough for two thousand years of days; the program never writes a larger file.
 constexpr std::uint64_t greatestSize = 16 << 20;
 
 /// The number under the name; nothing when it is not an integer that fits.
@@ -35,23 +34,20 @@ std::optional<DailyCounts> dailyCounts(const json& object)
 {
     if (!object.is_object())
         return std::nullopt;
-    std::map<std::string, std::int64_t> counts;
+    DailyCounts counts;
     for (const auto& [day, value] : object.items()) {
         const auto count = integer(value);
         if (!count)
             return std::nullopt;
         counts.emplace_hint(counts.end(), day, *count);
     }
-    return DailyCounts(counts);
+    return counts;
 }
 
 json toObject(const StatsSnapshot& snapshot)
 {
-    auto daily = json::object();
-    for (auto& [day, count] : snapshot.daily.entries())
-        daily.emplace(std::move(day), count);
     auto object = json::object();
-    object["daily"] = std::move(daily);
+    object["daily"] = snapshot.daily;
     object["bestWPM"] = snapshot.bestWPM;
     object["total"] = snapshot.total;
     return object;
@@ -61,7 +57,7 @@ json toObject(const StatsSnapshot& snapshot)
 
 std::optional<StatsSnapshot> parseSnapshot(std::string_view text)
 {
-    // What lies deeper than a day's count is dropped while it is read, however deep it goes.
+    // What is nested deeper than a day's count is dropped while it is read, at any depth.
     const auto isKept = [](int depth, json::parse_event_t, const json&) { return depth <= 2; };
     const auto object = json::parse(text, isKept, /*allow_exceptions=*/false);
     if (!object.is_object())
@@ -71,12 +67,12 @@ std::optional<StatsSnapshot> parseSnapshot(std::string_view text)
         const auto found = object.find(name);
         return found == object.end() ? absent : *found;
     };
-    const auto daily = dailyCounts(member("daily"));
+    auto daily = dailyCounts(member("daily"));
     const auto bestWPM = integer(member("bestWPM"));
     const auto total = integer(member("total"));
     if (!daily || !bestWPM || !total)
         return std::nullopt;
-    return StatsSnapshot{.daily = *daily, .bestWPM = *bestWPM, .total = *total};
+    return StatsSnapshot{.daily = *std::move(daily), .bestWPM = *bestWPM, .total = *total};
 }
 
 std::string toJson(const StatsSnapshot& snapshot)
@@ -97,13 +93,12 @@ StatsSnapshot loadSnapshot(const std::filesystem::path& file)
 
 bool saveSnapshot(const StatsSnapshot& snapshot, const std::filesystem::path& file)
 {
-    return replaceFile(file, toJson(snapshot));
+    return !replaceFile(file, toJson(snapshot));
 }
 
 bool exportSnapshot(const StatsSnapshot& snapshot, const std::filesystem::path& file)
 {
-    // In place: a file that the user chose may be one that nothing can be written beside, such as
-    // the single one that a sandbox is handed.
+    // In place: in a sandbox the chosen file may be the only one that can be written in its folder.
     std::ofstream stream(file, std::ios::binary);
     stream << exportJson(snapshot);
     stream.close();

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "stats/StatsSnapshot.h"
-
+#include <cstdint>
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,12 +11,24 @@
 namespace clavo
 {
 
+/// Keys pressed on each day, by day key. Days without keys need no entry.
+using DailyCounts = std::map<std::string, std::int64_t>;
+
+/// The statistics that outlive the program: counts only, nothing of what was typed.
+struct StatsSnapshot {
+    DailyCounts daily;
+    std::int64_t bestWPM = 0; // Words per minute.
+    std::int64_t total = 0;   // Keys since the statistics began or were reset.
+
+    bool operator==(const StatsSnapshot&) const = default;
+};
+
 /// The default name of an export.
 inline constexpr std::string_view exportFileName = "clavo-stats.json";
 
 /// Reads the statistics from JSON. Nothing when the text is not one JSON object, or when a member
 /// is missing or of another type; a count has to be written as an integer that 64 bits hold.
-/// Members it does not know are passed over.
+/// Unknown members are ignored.
 [[nodiscard]] std::optional<StatsSnapshot> parseSnapshot(std::string_view json);
 
 /// The statistics as JSON, without line breaks.
@@ -25,13 +37,13 @@ inline constexpr std::string_view exportFileName = "clavo-stats.json";
 /// The statistics as JSON for people: one member a line, sorted, indented.
 [[nodiscard]] std::string exportJson(const StatsSnapshot& snapshot);
 
-/// The statistics in the file; empty ones where it cannot be read or holds anything else.
+/// The statistics in the file; empty ones when it cannot be read or holds anything else.
 [[nodiscard]] StatsSnapshot loadSnapshot(const std::filesystem::path& file);
 
-/// Replaces the file as a whole. False: what was there is untouched. Any thread.
+/// Replaces the file as a whole; false when it is left as it was. Any thread.
 bool saveSnapshot(const StatsSnapshot& snapshot, const std::filesystem::path& file);
 
-/// Writes the text for people over what the file holds; false when it could not be written whole.
+/// Overwrites the file with the text for people; false when it could not be written whole.
 bool exportSnapshot(const StatsSnapshot& snapshot, const std::filesystem::path& file);
 
 } // namespace clavo

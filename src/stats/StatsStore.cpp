@@ -2,11 +2,9 @@
 #include "stats/StatsStore.h"
 
 #include "files/WholeFile.h"
-#include "stats/SnapshotFile.h"
 
 #include <QDir>
 
-#include <map>
 #include <numeric>
 #include <string>
 #include <system_error>
@@ -19,8 +17,8 @@ namespace
 
 constexpr int chartDays = 14;
 
-constexpr double speedInterval = 60.0;  // Seconds.
-constexpr double recordInterval = 55.0; // Seconds of typing before a speed can be the best.
+constexpr std::chrono::seconds speedInterval{60};
+constexpr std::chrono::seconds recordInterval{55}; // Of typing before a speed can be the best.
 constexpr std::size_t charactersPerWord = 5;
 
 // The lifetime total of a long-time user rather than that of the few days shown.
@@ -54,15 +52,13 @@ StatsStore::StatsStore(const std::vector<std::int64_t>& demoDays, std::int64_t b
     : m_surroundings(std::move(surroundings)), m_dayFormatter(m_surroundings.timeZone),
       m_file(demoFile())
 {
-    std::map<std::string, std::int64_t> counts;
+    m_data.bestWPM = bestWPM;
+    m_data.total = std::accumulate(demoDays.begin(), demoDays.end(), demoEarlierKeys);
     auto day = currentDay().addDays(1 - std::ssize(demoDays));
     for (const auto count : demoDays) {
-        counts[DayFormatter::key(day)] = count;
+        m_data.daily[DayFormatter::key(day)] = count;
         day = day.addDays(1);
     }
-    m_data = {.daily = DailyCounts(counts),
-              .bestWPM = bestWPM,
-              .total = std::accumulate(demoDays.begin(), demoDays.end(), demoEarlierKeys)};
 }
 
 StatsStore::~StatsStore() = default;
@@ -71,7 +67,7 @@ void StatsStore::record(bool isCharacter)
 {
     const auto now = m_surroundings.wallClock();
     const auto previousWPM = m_currentWPM;
-    m_data.daily.increment(m_dayFormatter.key(now));
+    ++m_data.daily[m_dayFormatter.key(now)];
     ++m_data.total;
     if (isCharacter)
         trackSpeed(now);
@@ -92,26 +88,22 @@ void StatsStore::reset()
         emit currentWPMChanged();
 }
 
-// Where the clock was set back, times that lie ahead of it stay until it has caught up with them.
-void StatsStore::trackSpeed(DayFormatter::Moment moment)
+// When the clock was set back, times ahead of it stay until it has caught up with them.
+void StatsStore::trackSpeed(DayFormatter::Moment now)
 {
-    const auto now = std::chrono::duration<double>(moment.time_since_epoch()).count();
     m_recentChars.push_back(now);
-    std::erase_if(m_recentChars, [now](double time) { return now - time > speedInterval; });
+    std::erase_if(m_recentChars, [now](auto time) { return now - time > speedInterval; });
     m_currentWPM = static_cast<std::int64_t>(m_recentChars.size() / charactersPerWord);
     if (now - m_recentChars.front() >= recordInterval && m_data.bestWPM < m_currentWPM)
         m_data.bestWPM = m_currentWPM;
 }
 
-// The copy is taken now: what is pressed after the last change has a save of its own.
+// Every change puts the save off, so what it copies is what the last change left.
 void StatsStore::scheduleSave()
 {
-    m_saveWork = std::make_shared<const Snapshot>(m_data);
-    m_surroundings.runLater(saveDelay, [this, scheduled = std::weak_ptr(m_saveWork)] {
-        if (scheduled.expired())
-            return;
-        m_surroundings.runInBackground([snapshot = std::exchange(m_saveWork, nullptr),
-                                        file = m_file] { saveSnapshot(*snapshot, file); });
+    m_saveTimer->start(saveDelay, [this] {
+        m_surroundings.runInBackground(
+            [snapshot = m_data, file = m_file] { saveSnapshot(snapshot, file); });
     });
 }
 
@@ -149,7 +141,8 @@ std::int64_t StatsStore::count(DayFormatter::Moment on) const
 
 std::int64_t StatsStore::count(QDate day) const
 {
-    return m_data.daily.count(DayFormatter::key(day));
+    const auto found = m_data.daily.find(DayFormatter::key(day));
+    return found == m_data.daily.end() ? 0 : found->second;
 }
 
 QDate StatsStore::currentDay() const

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "stats/DayFormatter.h"
-#include "stats/StatsDay.h"
-#include "stats/StatsSnapshot.h"
+#include "stats/SnapshotFile.h"
 #include "stats/StatsSurroundings.h"
 
 #include <QDateTime>
 #include <QList>
+#include <QMetaType>
 #include <QObject>
 
 #include <chrono>
@@ -19,11 +19,24 @@
 namespace clavo
 {
 
+/// One bar of the chart of the last days, identified by its date.
+struct StatsDay {
+    Q_GADGET
+    Q_PROPERTY(QDateTime date MEMBER date CONSTANT)
+    Q_PROPERTY(qint64 count MEMBER count CONSTANT)
+
+public:
+    QDateTime date;   // The local day's start.
+    qint64 count = 0; // Keys.
+
+    bool operator==(const StatsDay&) const = default;
+};
+
 /// The user's typing statistics: keys on each day, speed, streak. Kept in one file on this machine
 /// and nowhere else; what was typed is not in it.
 ///
-/// Thread: main. A save works on a copy in the background, and nothing about it is reported: when
-/// it fails, the statistics in memory are as they were, and the next one tries again.
+/// Thread: main. A save works on a copy in the background. A failure is not reported: the
+/// statistics in memory are as they were, and the next save tries again.
 class StatsStore : public QObject
 {
     Q_OBJECT
@@ -38,13 +51,13 @@ public:
     using Snapshot = StatsSnapshot;
     using Day = StatsDay;
 
-    /// Keys from which on a day counts for the streak.
+    /// The number of keys with which a day counts for the streak.
     static constexpr std::int64_t qualifyingCount = 50;
     /// From the last change to its save.
     static constexpr std::chrono::milliseconds saveDelay{2000};
 
-    /// The user's own: loads "Clavo/stats.json" below the user's application support folder, and
-    /// makes the folder. A file that cannot be read counts as empty and is replaced by the next
+    /// The user's statistics: loads "Clavo/stats.json" below the user's application support folder,
+    /// and makes the folder. A file that cannot be read counts as empty and is replaced by the next
     /// save.
     explicit StatsStore(const std::filesystem::path& applicationSupport,
                         StatsSurroundings surroundings = {});
@@ -54,13 +67,14 @@ public:
     StatsStore(const std::vector<std::int64_t>& demoDays, std::int64_t bestWPM,
                StatsSurroundings surroundings = {});
 
-    /// Drops the save that is still to come and waits for one that has begun.
+    /// Drops a save that is still to come and waits for one that has begun.
     ~StatsStore() override;
 
-    /// Counts one key press; one of a key that produces a character also tells the speed.
+    /// Counts one key press; that of a key that produces a character also counts for the speed.
+    /// Allocates nothing but at the first key of a day and of a faster minute than any before.
     void record(bool isCharacter);
 
-    /// Forgets everything, on the disk too once the save has come.
+    /// Forgets everything, on the disk too once it has been saved.
     Q_INVOKABLE void reset();
 
     [[nodiscard]] const Snapshot& data() const { return m_data; }
@@ -83,7 +97,7 @@ signals:
     void currentWPMChanged();
 
 private:
-    void trackSpeed(DayFormatter::Moment moment);
+    void trackSpeed(DayFormatter::Moment now);
     void scheduleSave();
     [[nodiscard]] std::int64_t count(QDate day) const;
     [[nodiscard]] QDate currentDay() const;
@@ -93,8 +107,8 @@ private:
     std::filesystem::path m_file;
     Snapshot m_data;
     std::int64_t m_currentWPM = 0;
-    std::vector<double> m_recentChars;          // Seconds of the wall clock, oldest first.
-    std::shared_ptr<const Snapshot> m_saveWork; // What the save to come will write; null: none.
+    std::vector<DayFormatter::Moment> m_recentChars; // Of the last minute, oldest first.
+    std::unique_ptr<Timer> m_saveTimer = m_surroundings.makeTimer();
 };
 
 } // namespace clavo

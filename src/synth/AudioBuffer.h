@@ -9,9 +9,11 @@
 namespace clavo
 {
 
+inline constexpr int samplesPerSecond = 44100; // Of all sound in the program.
+
 /// The one format of all sound in the program: mono, 32-bit float, 44,100 samples per second.
 struct AudioFormat {
-    double sampleRate = 44100;
+    double sampleRate = samplesPerSecond;
     unsigned channels = 1;
 
     bool operator==(const AudioFormat&) const = default;
@@ -29,7 +31,7 @@ public:
         m_memory = std::move(memory);
     }
 
-    /// A part of a block of memory, which nobody writes to any more.
+    /// A part of a block of memory that is no longer written to.
     AudioBuffer(std::shared_ptr<const float[]> block, std::span<const float> samples)
         : m_memory(std::move(block)), m_samples(samples)
     {

@@ -4,6 +4,7 @@
 #include "keyboard/KeyInfo.h"
 #include "synth/AudioBuffer.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -25,6 +26,7 @@ struct SoundBank {
 
     std::map<std::int64_t, Variants> press;
     std::map<std::int64_t, Variants> release;
+    std::size_t leftOut = 0; // Presses and releases of the pack for whose sounds it has no room.
 
     /// A sound for one key event, drawn at random; null is silence. Tries the exact scancode, then
     /// all of the key's slot, then (a press only) any key of the pack. An entry without variants

@@ -2,6 +2,7 @@
 #include "synth/SwitchSynth.h"
 
 #include "log/Fatal.h"
+#include "synth/AudioBuffer.h"
 #include "synth/SplitMix64.h"
 
 #include <algorithm>
@@ -13,7 +14,7 @@ namespace clavo::SwitchSynth
 namespace
 {
 
-constexpr double rate = 44100;
+constexpr double rate = samplesPerSecond;
 constexpr double twoPi = 2 * std::numbers::pi;
 
 /// exp(−2π·fc / 44100) of the fixed cut-offs.

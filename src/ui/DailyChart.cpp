@@ -42,13 +42,13 @@ QVariant DailyChart::data(const QModelIndex& index, int role) const
 {
     const auto& day = m_days.at(index.row());
     switch (role) {
-    case FractionRole:
+    case fractionRole:
         return static_cast<double>(day.count) / static_cast<double>(m_scale.top());
-    case DateRole:
+    case dateRole:
         return dayLabel(day.date.date(), QLocale());
-    case MarkedRole:
+    case markedRole:
         return index.row() % 2 == 0;
-    case KeysRole:
+    case keysRole:
         return WholeNumber::grouped(day.count);
     default:
         return {};
@@ -58,7 +58,7 @@ QVariant DailyChart::data(const QModelIndex& index, int role) const
 QHash<int, QByteArray> DailyChart::roleNames() const
 {
     return {
-        {FractionRole, "fraction"}, {DateRole, "date"}, {MarkedRole, "marked"}, {KeysRole, "keys"}};
+        {fractionRole, "fraction"}, {dateRole, "date"}, {markedRole, "marked"}, {keysRole, "keys"}};
 }
 
 void DailyChart::reset()
@@ -93,7 +93,7 @@ void DailyChart::rescale()
         return;
     m_scale = scale;
     if (!m_days.isEmpty())
-        emit dataChanged(index(0), index(rowCount() - 1), {FractionRole});
+        emit dataChanged(index(0), index(rowCount() - 1), {fractionRole});
     emit linesChanged();
 }
 

@@ -26,10 +26,10 @@ class DailyChart : public QAbstractListModel
 
 public:
     enum Role {
-        FractionRole = Qt::UserRole, // The height of the bar: 0 to 1, the top line.
-        DateRole,                    // "Nov 15"
-        MarkedRole,                  // Every second day, from the first, has a mark below it.
-        KeysRole,                    // "1,234"
+        fractionRole = Qt::UserRole, // The height of the bar: 0 to 1, the top line.
+        dateRole,                    // "Nov 15"
+        markedRole,                  // Every second day, from the first, has a mark below it.
+        keysRole,                    // "1,234"
     };
 
     using QAbstractListModel::QAbstractListModel;

@@ -3,7 +3,7 @@
 
 #include "app/AppState.h"
 #include "app/LanguageSetting.h"
-#include "stats/StatsDay.h"
+#include "app/Permission.h"
 #include "stats/StatsStore.h"
 
 #include <QtQml/qqml.h>
@@ -18,6 +18,13 @@ struct AppStateType {
     QML_FOREIGN(clavo::AppState)
     QML_NAMED_ELEMENT(AppState)
     QML_UNCREATABLE("The program has one.")
+};
+
+struct PermissionType {
+    Q_GADGET
+    QML_FOREIGN(clavo::Permission)
+    QML_NAMED_ELEMENT(Permission)
+    QML_UNCREATABLE("The application state has it.")
 };
 
 struct LanguageSettingType {

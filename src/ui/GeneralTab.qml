@@ -10,6 +10,7 @@ ScrollArea {
     id: root
 
     required property AppState appState
+    readonly property Permission permission: appState.permission
     required property LanguageSetting language
     signal packsFolderRequested()
 
@@ -78,29 +79,29 @@ ScrollArea {
                 label: qsTr("Input Monitoring")
 
                 Symbol {
-                    visible: root.appState.hasPermission
+                    visible: root.permission.listening
                     name: "checkmark.seal.fill"
                     color: Theme.green
                     size: 16
                 }
                 Label {
-                    visible: root.appState.hasPermission
+                    visible: root.permission.listening
                     text: qsTr("Granted")
                     color: Theme.green
                 }
                 Button {
-                    visible: !root.appState.hasPermission
+                    visible: !root.permission.listening
                     text: qsTr("Grant…")
-                    onClicked: root.appState.requestPermission()
+                    onClicked: root.permission.request()
                 }
                 Button {
-                    visible: !root.appState.hasPermission && root.appState.needsRelaunch
+                    visible: !root.permission.listening && root.permission.needsRelaunch
                     text: qsTr("Restart now")
                     onClicked: root.appState.relaunch()
                 }
             }
             FormRow {
-                visible: root.appState.needsLogin || root.appState.lacksKeyboard || advice.hasCommands
+                visible: root.permission.needsLogin || root.permission.lacksKeyboard || advice.hasCommands
 
                 ColumnLayout {
                     spacing: 8
@@ -108,7 +109,7 @@ ScrollArea {
                     PermissionAdvice {
                         id: advice
                         Layout.fillWidth: true
-                        appState: root.appState
+                        permission: root.permission
                     }
                     Button {
                         visible: advice.hasCommands

@@ -1,36 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "ui/HoverPreview.h"
 
-#include <QTimer>
+#include "loop/QtTimer.h"
 
 #include <utility>
 
 namespace clavo
 {
-namespace
-{
 
-void runOnMainLoop(std::chrono::milliseconds delay, std::function<void()> task)
-{
-    QTimer::singleShot(delay, Qt::PreciseTimer, std::move(task));
-}
+HoverPreview::HoverPreview(QObject* parent) : HoverPreview(makeQtTimer(), parent) {}
 
-} // namespace
-
-HoverPreview::HoverPreview(QObject* parent) : HoverPreview(runOnMainLoop, parent) {}
-
-HoverPreview::HoverPreview(RunLater runLater, QObject* parent)
-    : QObject(parent), m_runLater(std::move(runLater))
+HoverPreview::HoverPreview(std::unique_ptr<Timer> timer, QObject* parent)
+    : QObject(parent), m_timer(std::move(timer))
 {
 }
 
 void HoverPreview::enter(const QString& packID)
 {
-    m_waiting = std::make_shared<const QString>(packID);
-    m_runLater(delay, [this, waiting = std::weak_ptr(m_waiting)] {
-        if (!waiting.expired())
-            emit rested(*std::exchange(m_waiting, nullptr));
-    });
+    m_timer->start(delay, [this, packID] { emit rested(packID); });
     setHovered(packID);
 }
 
@@ -38,7 +25,7 @@ void HoverPreview::leave(const QString& packID)
 {
     if (packID != m_hovered)
         return;
-    m_waiting = nullptr;
+    m_timer->stop();
     setHovered({});
 }
 

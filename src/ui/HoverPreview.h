@@ -1,19 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "time/Timer.h"
+
 #include <QObject>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
 #include <chrono>
-#include <functional>
 #include <memory>
 
 namespace clavo
 {
 
-/// The pack under the pointer, and the wait until it is to be heard: sweeping across the packs asks
-/// for none, resting on one asks for it once. Thread: main.
+/// The pack under the pointer, and the wait until it is to be heard: a pointer that sweeps across
+/// the packs asks for none, one that rests on a pack asks for it once. Thread: main.
 class HoverPreview : public QObject
 {
     Q_OBJECT
@@ -21,22 +22,18 @@ class HoverPreview : public QObject
     Q_PROPERTY(QString hovered READ hovered NOTIFY hoveredChanged)
 
 public:
-    /// Runs a task once on the main thread, after the delay.
-    using RunLater = std::function<void(std::chrono::milliseconds, std::function<void()>)>;
-
     /// How long the pointer rests before the pack is heard.
     static constexpr std::chrono::milliseconds delay{380};
 
     explicit HoverPreview(QObject* parent = nullptr);
-    explicit HoverPreview(RunLater runLater, QObject* parent = nullptr);
+    explicit HoverPreview(std::unique_ptr<Timer> timer, QObject* parent = nullptr);
 
     /// The pointer is over the pack now, wherever it was before.
     Q_INVOKABLE void enter(const QString& packID);
-    /// The pointer is no longer over the pack. Says nothing about the pack that it may have entered
-    /// already.
+    /// The pointer is no longer over the pack. It may have entered another one already.
     Q_INVOKABLE void leave(const QString& packID);
 
-    /// The id of the pack under the pointer; empty where there is none.
+    /// The id of the pack under the pointer; empty when there is none.
     [[nodiscard]] const QString& hovered() const { return m_hovered; }
 
 signals:
@@ -47,9 +44,8 @@ signals:
 private:
     void setHovered(const QString& packID);
 
-    RunLater m_runLater;
     QString m_hovered;
-    std::shared_ptr<const QString> m_waiting; // What is to be heard; null: nothing to come.
+    std::unique_ptr<Timer> m_timer; // Runs until the pack under the pointer is to be heard.
 };
 
 } // namespace clavo

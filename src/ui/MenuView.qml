@@ -4,78 +4,97 @@ import QtQuick.Layouts
 import Clavo
 import Clavo.Controls
 
-// The panel's content, as high as it needs.
+// The panel's content, as high as it needs. Where there is less room, all but the foot scrolls: the
+// settings and the program's end are always within reach.
 FocusScope {
     id: root
 
     required property AppState appState
     required property StatsStore stats
+    property int border: 0 // The width of the window's, which nothing scrolls over.
     signal settingsRequested()
     signal quitRequested()
 
     implicitWidth: 330
-    implicitHeight: column.implicitHeight + 2 * Theme.padding
+    implicitHeight: sections.implicitHeight + Theme.spacing + foot.implicitHeight + 2 * Theme.padding
 
     TypingFigures {
         id: figures
         stats: root.stats
     }
 
+    ScrollArea {
+        id: inside
+        objectName: "inside"
+        anchors { left: parent.left; right: parent.right; top: parent.top; bottom: foot.top }
+        anchors { leftMargin: root.border; rightMargin: root.border; topMargin: root.border }
+        contentWidth: width
+        contentHeight: sections.y + sections.implicitHeight + Theme.spacing
+
+        ColumnLayout {
+            id: sections
+            x: Theme.padding - root.border
+            y: x
+            width: root.width - 2 * Theme.padding
+            spacing: Theme.spacing
+
+            MenuHeader {
+                Layout.fillWidth: true
+                appState: root.appState
+            }
+
+            PermissionCard {
+                objectName: "permissionCard"
+                Layout.fillWidth: true
+                visible: !permission.listening
+                permission: root.appState.permission
+            }
+
+            RowLayout {
+                spacing: 8
+
+                StatTile {
+                    objectName: "today"
+                    Layout.fillWidth: true
+                    value: figures.today
+                    label: qsTr("keys today")
+                    symbol: "keyboard"
+                    tint: Theme.accent
+                }
+                StatTile {
+                    objectName: "streak"
+                    Layout.fillWidth: true
+                    value: figures.streak
+                    label: qsTr("streak")
+                    symbol: "flame.fill"
+                    tint: Theme.orange
+                }
+                StatTile {
+                    objectName: "best"
+                    Layout.fillWidth: true
+                    value: figures.bestWPM
+                    label: qsTr("best WPM")
+                    symbol: "speedometer"
+                    tint: Theme.pink
+                }
+            }
+
+            PackList {
+                Layout.fillWidth: true
+                appState: root.appState
+            }
+
+            SoundOptions {
+                Layout.fillWidth: true
+                appState: root.appState
+            }
+        }
+    }
+
     ColumnLayout {
-        id: column
-        anchors { left: parent.left; right: parent.right; top: parent.top; margins: Theme.padding }
+        id: foot
+        anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: Theme.padding }
         spacing: Theme.spacing
-
-        MenuHeader {
-            Layout.fillWidth: true
-            appState: root.appState
-        }
-
-        PermissionCard {
-            objectName: "permissionCard"
-            Layout.fillWidth: true
-            visible: !root.appState.hasPermission
-            appState: root.appState
-        }
-
-        RowLayout {
-            spacing: 8
-
-            StatTile {
-                objectName: "today"
-                Layout.fillWidth: true
-                value: figures.today
-                label: qsTr("keys today")
-                symbol: "keyboard"
-                tint: Theme.accent
-            }
-            StatTile {
-                objectName: "streak"
-                Layout.fillWidth: true
-                value: figures.streak
-                label: qsTr("streak")
-                symbol: "flame.fill"
-                tint: Theme.orange
-            }
-            StatTile {
-                objectName: "best"
-                Layout.fillWidth: true
-                value: figures.bestWPM
-                label: qsTr("best WPM")
-                symbol: "speedometer"
-                tint: Theme.pink
-            }
-        }
-
-        PackList {
-            Layout.fillWidth: true
-            appState: root.appState
-        }
-
-        SoundOptions {
-            Layout.fillWidth: true
-            appState: root.appState
-        }
 
         Separator {
             Layout.fillWidth: true

@@ -1,12 +1,33 @@
 // SPDX-License-Identifier: MIT
 #include "ui/PackListModel.h"
 
-#include "ui/PackCategoryTitle.h"
+#include <QCoreApplication>
 
 #include <algorithm>
 
 namespace clavo
 {
+namespace
+{
+
+QString title(PackCategory category)
+{
+    switch (category) {
+    case PackCategory::linear:
+        return QCoreApplication::translate("PackCategory", "Linear");
+    case PackCategory::tactile:
+        return QCoreApplication::translate("PackCategory", "Tactile");
+    case PackCategory::clicky:
+        return QCoreApplication::translate("PackCategory", "Clicky");
+    case PackCategory::special:
+        return QCoreApplication::translate("PackCategory", "Special");
+    case PackCategory::custom:
+        return QCoreApplication::translate("PackCategory", "My packs");
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace
 
 void PackListModel::setAppState(AppState* state)
 {
@@ -41,7 +62,7 @@ void PackListModel::readPacks()
 void PackListModel::readSelection()
 {
     if (!m_rows.empty())
-        emit dataChanged(index(0), index(count() - 1), {SelectedRole});
+        emit dataChanged(index(0), index(count() - 1), {selectedRole});
     emit selectedRowChanged();
 }
 
@@ -64,15 +85,15 @@ QVariant PackListModel::data(const QModelIndex& index, int role) const
         return {};
     const auto& row = m_rows[static_cast<std::size_t>(index.row())];
     switch (role) {
-    case PackIDRole:
+    case packIDRole:
         return row.packID;
-    case NameRole:
+    case nameRole:
         return row.name;
-    case CategoryRole:
+    case categoryRole:
         return QString::fromUtf8(rawValue(row.category));
-    case CategoryTitleRole:
+    case categoryTitleRole:
         return title(row.category);
-    case SelectedRole:
+    case selectedRole:
         return m_state && row.packID == m_state->packID();
     default:
         return {};
@@ -81,11 +102,11 @@ QVariant PackListModel::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> PackListModel::roleNames() const
 {
-    return {{PackIDRole, "packID"},
-            {NameRole, "name"},
-            {CategoryRole, "category"},
-            {CategoryTitleRole, "categoryTitle"},
-            {SelectedRole, "selected"}};
+    return {{packIDRole, "packID"},
+            {nameRole, "name"},
+            {categoryRole, "category"},
+            {categoryTitleRole, "categoryTitle"},
+            {selectedRole, "selected"}};
 }
 
 } // namespace clavo

@@ -13,8 +13,8 @@
 namespace clavo
 {
 
-/// The packs as the user chooses among them: by category, in the order of categories and within one
-/// in the order of the library. A category without packs has no row. Thread: main.
+/// The packs to choose from, sorted by category and within a category in the order of the library.
+/// Thread: main.
 class PackListModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -26,11 +26,11 @@ class PackListModel : public QAbstractListModel
 
 public:
     enum Role {
-        PackIDRole = Qt::UserRole,
-        NameRole,
-        CategoryRole, // The category's text in a manifest.
-        CategoryTitleRole,
-        SelectedRole, // The row's id is the one among the settings.
+        packIDRole = Qt::UserRole,
+        nameRole,
+        categoryRole, // The category's text in a manifest.
+        categoryTitleRole,
+        selectedRole, // The row's id is the one among the settings.
     };
 
     using QAbstractListModel::QAbstractListModel;
@@ -39,7 +39,7 @@ public:
 
     [[nodiscard]] AppState* appState() const { return m_state; }
     [[nodiscard]] int count() const { return static_cast<int>(m_rows.size()); }
-    /// The first row with the selected id; -1 where there is none.
+    /// The first row with the selected id; -1 if there is none.
     [[nodiscard]] int selectedRow() const;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "ui/PanelPlacement.h"
 
-#include "ui/RoundedRegion.h"
-
 #include <QScreen>
 #include <QVariant>
 #include <QWindow>
 
 #include <algorithm>
+#include <cmath>
 
 namespace clavo
 {
@@ -30,8 +29,8 @@ Edge edgeOf(const QPoint& icon, const ScreenArea& screen)
     return icon.y() < screen.whole.center().y() ? Edge::top : Edge::bottom;
 }
 
-/// The position nearest to the wished one at which the length lies inside the range, or begins with
-/// it where it is too long.
+/// The position nearest to the wished one at which the length lies inside the range; the start of
+/// the range if it is too long.
 int inside(int wished, int length, int first, int last)
 {
     return std::max(first, std::min(wished, last - length + 1));
@@ -71,6 +70,20 @@ QPoint panelPosition(QSize panel, const QRect& icon, const ScreenArea& screen)
     const auto room = screen.work.marginsRemoved({panelGap, panelGap, panelGap, panelGap});
     return {inside(x, panel.width(), room.left(), room.right()),
             inside(y, panel.height(), room.top(), room.bottom())};
+}
+
+QRegion roundedRegion(QSize size, int radius)
+{
+    QRegion region(0, radius, size.width(), size.height() - 2 * radius);
+    for (int y = 0; y < radius; ++y) {
+        const int rise = radius - y - 1; // Of the row's inner edge above the corner's centre.
+        const auto reach = std::sqrt(radius * radius - rise * rise);
+        const int inset = radius - static_cast<int>(std::ceil(reach));
+        const QRect row(inset, y, size.width() - 2 * inset, 1);
+        region += row;
+        region += row.translated(0, size.height() - 1 - 2 * y);
+    }
+    return region;
 }
 
 void placePanel(QWindow& panel, const QRect& icon, const ScreenArea& screen)

@@ -3,6 +3,7 @@
 
 #include <QPoint>
 #include <QRect>
+#include <QRegion>
 #include <QSize>
 
 class QScreen;
@@ -22,7 +23,7 @@ struct ScreenArea {
 /// From the icon, and from the edges of the work area.
 inline constexpr int panelGap = 6;
 
-/// The largest height that a panel has room for on the screen.
+/// The greatest height of a panel on the screen.
 [[nodiscard]] int largestPanelHeight(const ScreenArea& screen);
 
 /// The top left corner of the panel that belongs to the icon, or to a click, which is a place
@@ -30,7 +31,10 @@ inline constexpr int panelGap = 6;
 /// far as the work area allows.
 [[nodiscard]] QPoint panelPosition(QSize panel, const QRect& icon, const ScreenArea& screen);
 
-/// Moves the panel's window there, and cuts off what is outside of its round corners.
+/// Every pixel that a rectangle with rounded corners covers wholly or in part.
+[[nodiscard]] QRegion roundedRegion(QSize size, int radius);
+
+/// Moves the panel's window to panelPosition() and gives it round corners.
 void placePanel(QWindow& panel, const QRect& icon, const ScreenArea& screen);
 
 } // namespace clavo

@@ -4,27 +4,29 @@ import Clavo
 import Clavo.Controls
 
 // The panel's window: a rounded surface of its own where it hangs on the icon, an ordinary window
-// elsewhere. Its content scrolls on a screen that is too low for it.
+// elsewhere, which the desktop may make lower. Its content scrolls where there is no room for it.
 Window {
     id: root
 
     required property AppState appState
     required property StatsStore stats
     required property bool placed // Beside the icon.
-    property int largestHeight: Screen.desktopAvailableHeight
+    // Without its frame. To a Wayland client the whole screen is available, bars included.
+    property int largestHeight: Math.min(Screen.desktopAvailableHeight, Screen.height - 70) - 40
     readonly property int fittingHeight: Math.min(view.implicitHeight, largestHeight)
     readonly property int radius: 12
     signal settingsRequested()
     signal quitRequested()
 
     title: "Clavo"
-    flags: placed ? Qt.Tool | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint : Qt.Dialog
+    flags: placed ? Qt.Tool | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint
+                  : Qt.Dialog | Qt.CustomizeWindowHint | Qt.WindowTitleHint | Qt.WindowCloseButtonHint
     color: placed ? "transparent" : Theme.window
     width: view.implicitWidth
     height: fittingHeight
     minimumWidth: view.implicitWidth
     maximumWidth: view.implicitWidth
-    minimumHeight: fittingHeight
+    minimumHeight: placed ? fittingHeight : Math.min(fittingHeight, 240)
     maximumHeight: fittingHeight
 
     Shortcut {
@@ -41,22 +43,14 @@ Window {
         border.width: 1
     }
 
-    ScrollArea {
-        id: inside
+    MenuView {
+        id: view
+        objectName: "view"
         anchors.fill: parent
-        anchors.margins: root.placed ? 1 : 0
-        contentWidth: width
-        contentHeight: view.implicitHeight - 2 * anchors.margins
-
-        MenuView {
-            id: view
-            x: -inside.anchors.margins
-            y: x
-            width: root.width
-            appState: root.appState
-            stats: root.stats
-            onSettingsRequested: root.settingsRequested()
-            onQuitRequested: root.quitRequested()
-        }
+        appState: root.appState
+        stats: root.stats
+        border: root.placed ? 1 : 0
+        onSettingsRequested: root.settingsRequested()
+        onQuitRequested: root.quitRequested()
     }
 }

@@ -4,12 +4,12 @@ import QtQuick.Layouts
 import Clavo
 import Clavo.Controls
 
-// What the user can do about the missing permission, with the commands for it where there are some.
+// What the user can do about the missing permission, with the commands for it when there are some.
 ColumnLayout {
     id: root
 
-    required property AppState appState
-    readonly property bool hasCommands: appState.permissionCommands !== ""
+    required property Permission permission
+    readonly property bool hasCommands: permission.commands !== ""
 
     // Puts the commands on the clipboard.
     function copy() {
@@ -21,9 +21,9 @@ ColumnLayout {
     Label {
         Layout.fillWidth: true
         objectName: "permissionAdvice"
-        text: root.appState.needsLogin
+        text: root.permission.needsLogin
             ? qsTr("The permission is granted and counts from your next login.")
-            : root.appState.lacksKeyboard
+            : root.permission.lacksKeyboard
             ? qsTr("There is no keyboard to listen to: Clavo restarts by itself once there is one.")
             : root.hasCommands
             ? qsTr("Type these two commands in a terminal: Clavo restarts by itself once allowed.")
@@ -37,7 +37,7 @@ ColumnLayout {
         objectName: "permissionCommands"
         Layout.fillWidth: true
         visible: root.hasCommands
-        text: root.appState.permissionCommands
+        text: root.permission.commands
         Accessible.name: qsTr("Commands that grant the permission")
     }
 }

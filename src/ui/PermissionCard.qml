@@ -8,7 +8,7 @@ import Clavo.Controls
 Card {
     id: root
 
-    required property AppState appState
+    required property Permission permission
 
     implicitHeight: column.implicitHeight + 24
     color: Theme.orangeTile
@@ -45,7 +45,7 @@ Card {
         PermissionAdvice {
             id: advice
             Layout.fillWidth: true
-            appState: root.appState
+            permission: root.permission
         }
         Flow {
             Layout.fillWidth: true
@@ -54,7 +54,7 @@ Card {
             Button {
                 horizontalPadding: 10 // Both fit beside each other.
                 text: qsTr("Open Input Monitoring")
-                onClicked: root.appState.requestPermission()
+                onClicked: root.permission.request()
             }
             Button {
                 horizontalPadding: 10
@@ -64,9 +64,9 @@ Card {
             }
             Button {
                 horizontalPadding: 10
-                visible: root.appState.needsRelaunch
+                visible: root.permission.needsRelaunch
                 text: qsTr("Restart now")
-                onClicked: root.appState.relaunch()
+                onClicked: root.permission.relaunch()
             }
         }
     }

@@ -2,11 +2,19 @@
 #include "ui/QmlWindow.h"
 
 #include "log/Fatal.h"
-#include "ui/QmlModules.h"
 
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
+
+#include <utility>
+
+// Of the code that is generated for the modules. Nothing else refers to it, so the linker would
+// leave it out.
+// NOLINTBEGIN(readability-identifier-naming): the generator gives the names.
+void qml_register_types_Clavo();
+void qml_register_types_Clavo_Controls();
+// NOLINTEND(readability-identifier-naming)
 
 namespace clavo
 {
@@ -21,6 +29,15 @@ void layOutFrom(QQuickItem& item)
 }
 
 } // namespace
+
+void registerQmlModules()
+{
+    static bool isDone = false;
+    if (std::exchange(isDone, true))
+        return; // What is registered again is kept twice.
+    qml_register_types_Clavo();
+    qml_register_types_Clavo_Controls();
+}
 
 std::unique_ptr<QQuickWindow> makeWindow(QQmlEngine& engine, const char* file,
                                          const QVariantMap& properties)

@@ -11,6 +11,9 @@ class QQmlEngine;
 namespace clavo
 {
 
+/// Makes the QML modules Clavo and Clavo.Controls known to every engine of this process.
+void registerQmlModules();
+
 /// A window of the interface, hidden as yet, by its file's name and with its required properties.
 /// That it cannot be made is fatal. The engine outlives it.
 [[nodiscard]] std::unique_ptr<QQuickWindow> makeWindow(QQmlEngine& engine, const char* file,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/TypingFigures.h"
 
+#include "loop/QtTimer.h"
 #include "ui/WholeNumber.h"
 
 #include <algorithm>
@@ -9,13 +10,10 @@
 namespace clavo
 {
 
-TypingFigures::TypingFigures(QObject* parent)
-    : TypingFigures(StatsSurroundings::runOnMainThread, parent)
-{
-}
+TypingFigures::TypingFigures(QObject* parent) : TypingFigures(makeQtTimer(), parent) {}
 
-TypingFigures::TypingFigures(RunLater runLater, QObject* parent)
-    : QObject(parent), m_runLater(std::move(runLater))
+TypingFigures::TypingFigures(std::unique_ptr<Timer> timer, QObject* parent)
+    : QObject(parent), m_timer(std::move(timer))
 {
 }
 
@@ -41,17 +39,13 @@ QString TypingFigures::streakThreshold()
 
 void TypingFigures::readSoon()
 {
-    if (std::exchange(m_readsSoon, true))
-        return;
-    m_runLater(delay, [figures = QPointer(this)] {
-        if (figures)
-            figures->read();
-    });
+    if (!m_timer->isRunning())
+        m_timer->start(delay, [this] { read(); });
 }
 
 void TypingFigures::read()
 {
-    m_readsSoon = false;
+    m_timer->stop();
     Figures figures;
     if (m_stats)
         figures = {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "stats/StatsStore.h"
+#include "time/Timer.h"
 
 #include <QList>
 #include <QObject>
@@ -10,13 +11,14 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <chrono>
+#include <memory>
 
 namespace clavo
 {
 
 /// The statistics' figures as they are shown, in the user's locale. They follow the statistics a
-/// moment later and many keys at once, as whatever ran while a key is counted would delay its
-/// sound. Thread: main.
+/// moment later, for many keys at once: work done while a key is counted would delay its sound.
+/// Thread: main.
 class TypingFigures : public QObject
 {
     Q_OBJECT
@@ -32,17 +34,15 @@ class TypingFigures : public QObject
     Q_PROPERTY(QString storedBestWPM READ storedBestWPM NOTIFY changed)
     /// Keys of all days: "1,234,567".
     Q_PROPERTY(QString total READ total NOTIFY changed)
-    /// Keys from which on a day counts for the streak.
+    /// The number of keys with which a day counts for the streak.
     Q_PROPERTY(QString streakThreshold READ streakThreshold CONSTANT)
 
 public:
-    using RunLater = StatsSurroundings::RunLater;
-
     /// From a change of the statistics until it is shown, together with those in between.
     static constexpr std::chrono::milliseconds delay{80};
 
     explicit TypingFigures(QObject* parent = nullptr);
-    explicit TypingFigures(RunLater runLater, QObject* parent = nullptr);
+    explicit TypingFigures(std::unique_ptr<Timer> timer, QObject* parent = nullptr);
 
     void setStats(StatsStore* stats);
     /// Shows the statistics as they are at once, after a change that is no key.
@@ -75,10 +75,9 @@ private:
 
     void readSoon();
 
-    RunLater m_runLater;
     QPointer<StatsStore> m_stats;
     Figures m_figures;
-    bool m_readsSoon = false;
+    std::unique_ptr<Timer> m_timer; // Runs from a change until it is read.
 };
 
 } // namespace clavo

@@ -19,15 +19,19 @@ namespace fs = std::filesystem;
 constexpr std::size_t longestFile = 400;
 
 // In dependency order: a layer sees itself and those before it.
-constexpr std::array<std::string_view, 12> layers = {"log",   "files", "keyboard", "synth",
-                                                     "packs", "audio", "input",    "tray",
-                                                     "stats", "app",   "ui",       "presentation"};
-constexpr std::array<std::string_view, 8> layersWithoutQt = {"log",   "files", "keyboard", "synth",
-                                                             "packs", "audio", "input",    "tray"};
+constexpr std::array<std::string_view, 17> layers = {
+    "log",  "files", "text",  "time", "keyboard", "synth",        "packs",    "audio",  "input",
+    "tray", "loop",  "stats", "app",  "ui",       "presentation", "platform", "program"};
+constexpr std::array<std::string_view, 10> layersWithoutQt = {
+    "log", "files", "text", "time", "keyboard", "synth", "packs", "audio", "input", "tray"};
+// The same for the folders of src/platform/.
+constexpr std::array<std::string_view, 12> technologies = {"none", "posix",  "qt",       "systemd",
+                                                           "xdg",  "procfs", "evdev",    "x11",
+                                                           "dbus", "atspi",  "pipewire", "pulse"};
+// Each puts the technologies of one system together: it sees them all and none sees it.
+constexpr std::array<std::string_view, 3> compositions = {"linux", "macos", "portable"};
 constexpr std::string_view platformLayer = "platform";
 constexpr std::string_view platformHeader = "platform/Platform.h";
-constexpr std::array<std::string_view, 3> compositionRoot = {
-    "src/app/ClavoApp.cpp", "src/app/ClavoApp.h", "src/app/main.cpp"};
 
 constexpr std::array<std::string_view, 6> namelessFolders = {"common", "helper", "helpers",
                                                              "misc",   "util",   "utils"};
@@ -38,12 +42,22 @@ template <typename Range> bool contains(const Range& range, std::string_view val
     return std::ranges::find(range, value) != range.end();
 }
 
-std::optional<std::size_t> rank(std::string_view layer)
+/// The place in the order; nothing when the name is not in it.
+template <typename Order> std::optional<std::size_t> rank(const Order& order, std::string_view name)
 {
-    const auto* const found = std::ranges::find(layers, layer);
-    if (found == layers.end())
+    const auto found = std::ranges::find(order, name);
+    if (found == order.end())
         return {};
-    return static_cast<std::size_t>(found - layers.begin());
+    return static_cast<std::size_t>(found - order.begin());
+}
+
+/// The part of a path with this index; empty when the path has no folder there.
+std::string folderIn(const fs::path& path, std::ptrdiff_t index)
+{
+    const auto folders = path.parent_path();
+    return std::distance(folders.begin(), folders.end()) > index
+               ? std::next(folders.begin(), index)->string()
+               : std::string();
 }
 
 /// One file of the tree and what its rules have found.
@@ -98,7 +112,7 @@ private:
             R"(\s*#\s*(?:if|ifdef|ifndef|elif|elifdef|elifndef)\b.*\b(?:__linux__|__linux|__gnu_linux__|__unix__|__unix|__APPLE__|__MACH__|TARGET_OS_\w+|_WIN32|_WIN64|WIN32|__ANDROID__|__FreeBSD__|__OpenBSD__|__NetBSD__|Q_OS_\w+).*)");
 
         const bool isInSource = m_name.starts_with("src/");
-        const auto layer = isInSource ? m_name.substr(4, m_name.find('/', 4) - 4) : std::string();
+        const auto layer = isInSource ? folderIn(m_name, 1) : std::string();
         for (std::size_t i = 0; i < m_lines.size(); ++i) {
             auto line = m_lines[i];
             const auto number = i + 1;
@@ -119,23 +133,31 @@ private:
 
     void checkInclude(std::size_t line, const std::string& layer, const std::string& header)
     {
-        const auto slash = header.find('/');
-        const auto wanted = header.substr(0, slash);
-        if (slash == std::string::npos || (wanted != platformLayer && !rank(wanted))) {
+        const auto wanted = folderIn(header, 0);
+        if (!rank(layers, wanted))
             report(line, header + " is not named from src/");
-        } else if (contains(compositionRoot, m_name)) {
-            return;
-        } else if (layer == platformLayer) {
-            if (wanted != platformLayer && *rank(wanted) > *rank("app"))
-                report(line, "src/platform/ does not know " + wanted);
-        } else if (!rank(layer)) {
+        else if (!rank(layers, layer))
             report(line, "src/" + layer + "/ has no place among the layers");
-        } else if (wanted == platformLayer) {
-            if (layer != "app" || header != platformHeader)
-                report(line, "src/platform/ is seen by src/app/ alone, through its Platform.h");
-        } else if (*rank(wanted) > *rank(layer)) {
+        else if (layer == platformLayer && wanted == platformLayer)
+            checkTechnology(line, folderIn(m_name, 2), folderIn(header, 1));
+        else if (*rank(layers, wanted) > *rank(layers, layer) ||
+                 (layer == platformLayer && *rank(layers, wanted) > *rank(layers, "app")))
             report(line, "src/" + layer + "/ does not know " + wanted);
-        }
+        else if (wanted == platformLayer && layer != platformLayer && header != platformHeader)
+            report(line, "src/platform/ is seen through its Platform.h alone");
+    }
+
+    void checkTechnology(std::size_t line, const std::string& folder, const std::string& wanted)
+    {
+        if (wanted.empty() || wanted == folder)
+            return; // Platform.h names none.
+        const bool isKnown = rank(technologies, folder) || contains(compositions, folder);
+        if (!isKnown)
+            report(line, "src/platform/" + folder + "/ has no place among the technologies");
+        else if (!rank(technologies, wanted) ||
+                 (rank(technologies, folder) &&
+                  *rank(technologies, wanted) > *rank(technologies, folder)))
+            report(line, "src/platform/" + folder + "/ does not know platform/" + wanted);
     }
 
     std::string m_name;

@@ -128,6 +128,21 @@ TYPED_TEST_P(AudioOutputContract, DoesNotTouchTheMixerOncePaused)
     this->expectNobodyElseRenders();
 }
 
+TYPED_TEST_P(AudioOutputContract, TellsOfTheSameServerWhilePaused)
+{
+    ASSERT_TRUE(this->run());
+    ASSERT_TRUE(this->plays());
+    const auto running = this->m_output->status();
+
+    this->pause();
+    this->letPeriodsPass();
+
+    const auto paused = this->m_output->status();
+    EXPECT_EQ(paused.server, running.server);
+    EXPECT_EQ(paused.quantumFrames, running.quantumFrames);
+    EXPECT_EQ(paused.sampleRate, running.sampleRate);
+}
+
 TYPED_TEST_P(AudioOutputContract, LetsTheMixerDieOncePaused)
 {
     ASSERT_TRUE(this->run());
@@ -196,8 +211,9 @@ TYPED_TEST_P(AudioOutputContract, TellsOfNoChangeBecauseItIsPausedOrResumed)
 
 REGISTER_TYPED_TEST_SUITE_P(AudioOutputContract, DoesNotRunBeforeItIsStarted,
                             PlaysTheMixerWhileItRuns, DoesNotTouchTheMixerOncePaused,
-                            LetsTheMixerDieOncePaused, PlaysAgainAfterEveryPause,
-                            StaysPausedWhenPausedRightAfterItsFirstStart, TakesRepeatedCallsAsOne,
-                            LetsGoOfTheMixerWhenItDies, TellsOfNoChangeBecauseItIsPausedOrResumed);
+                            TellsOfTheSameServerWhilePaused, LetsTheMixerDieOncePaused,
+                            PlaysAgainAfterEveryPause, StaysPausedWhenPausedRightAfterItsFirstStart,
+                            TakesRepeatedCallsAsOne, LetsGoOfTheMixerWhenItDies,
+                            TellsOfNoChangeBecauseItIsPausedOrResumed);
 
 } // namespace clavo

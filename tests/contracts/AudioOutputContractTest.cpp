@@ -16,7 +16,7 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::seconds tooLong{30};
 
 struct SilentHost {
-    static std::unique_ptr<AudioOutput> make() { return std::make_unique<SilentOutput>(); }
+    static std::unique_ptr<AudioOutput> make() { return makeSilentOutput(); }
 
     static bool until(const std::function<bool()>& isFulfilled)
     {

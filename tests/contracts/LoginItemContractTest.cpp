@@ -3,8 +3,8 @@
 
 #include "fakes/FakeLoginItem.h"
 #include "fakes/TemporaryFolder.h"
-#include "platform/linux/AutostartEntry.h"
-#include "platform/linux/RunningProgram.h"
+#include "platform/procfs/RunningProgram.h"
+#include "platform/xdg/AutostartEntry.h"
 
 namespace clavo
 {
@@ -18,10 +18,11 @@ struct FakeHost {
 };
 
 struct AutostartHost {
-    LoginItem& item() { return entry; }
+    LoginItem& item() { return *entry; }
 
     TemporaryFolder folder;
-    AutostartEntry entry{{.user = folder.path(), .system = {}}, runningProgram()};
+    std::unique_ptr<LoginItem> entry =
+        makeAutostartEntry({.user = folder.path(), .system = {}}, runningProgram());
 };
 
 using Hosts = testing::Types<FakeHost, AutostartHost>;

@@ -45,14 +45,18 @@ public:
     void loseServer()
     {
         m_hasServer = false;
-        m_configurationChanged();
+        changeDevice();
     }
     void returnServer()
     {
         m_hasServer = true;
-        m_configurationChanged();
+        changeDevice();
     }
-    void changeDevice() { m_configurationChanged(); }
+    void changeDevice()
+    {
+        if (m_isStarted)
+            m_configurationChanged();
+    }
 
     /// The next block; silence when the output does not run.
     void render(StereoBlock out)

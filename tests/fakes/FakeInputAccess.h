@@ -3,6 +3,10 @@
 
 #include "app/InputAccess.h"
 
+#include <functional>
+#include <utility>
+#include <vector>
+
 namespace clavo
 {
 
@@ -15,19 +19,21 @@ public:
         ++looks;
         return granted ? State::granted : obstacle;
     }
-    bool request() override
+    bool request(Occasion occasion) override
     {
-        ++requests;
+        requests.push_back(occasion);
         return granted;
     }
     void showSettings() override { ++settingsShown; }
     [[nodiscard]] std::string commands() const override { return typed; }
+    void watch(std::function<void()> receiver) override { changed = std::move(receiver); }
 
     bool granted = true;
     State obstacle = State::refused; // While it is not granted.
     std::string typed;               // The commands.
     mutable int looks = 0;           // Calls of state().
-    int requests = 0;
+    std::function<void()> changed;   // What the watch has been given.
+    std::vector<Occasion> requests;
     int settingsShown = 0;
 };
 

@@ -2,7 +2,7 @@
 #include "clavo-grant-input/InputGrant.h"
 
 #include "files/WholeFile.h"
-#include "platform/linux/InputRule.h"
+#include "platform/evdev/InputRule.h"
 
 #include <spawn.h>
 #include <sys/wait.h>
@@ -102,7 +102,9 @@ std::optional<std::string> grantInput(const fs::path& root)
     const auto file = ruleFileBelow(root);
     std::error_code error;
     fs::create_directories(file.parent_path(), error);
-    if (!replaceFile(file, std::string(purpose) + inputRule + "\n"))
+    if (fs::is_symlink(file, error)) // Root writes nowhere else.
+        fs::remove(file, error);
+    if (replaceFile(file, std::string(purpose) + inputRule + "\n"))
         return failure("cannot write", file);
     fs::permissions(file,
                     fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read |

@@ -8,16 +8,16 @@
 namespace clavo
 {
 
-/// The right of whoever sits at the machine to read its keyboards and mice, given and taken back by
-/// a rule for udev. All files are those below the root of the system; the one program that is run
-/// is its udevadm, in an environment of ours.
+// The right of the active user to read the machine's keyboards and mice, granted and revoked by a
+// udev rule. Only files below `root` are touched, and only its udevadm is run, in an environment
+// that holds nothing but a PATH.
 
-/// Writes the rule and has udev follow it at once. Nothing on success; else what is wrong, in a
-/// line for people. A second time changes nothing.
+/// Writes the rule and makes udev apply it at once. Nothing on success, otherwise one line for
+/// people that says what is wrong. Granting twice changes nothing.
 [[nodiscard]] std::optional<std::string> grantInput(const std::filesystem::path& root);
 
-/// Removes the rule, and what it gave from the devices; what other rules give stays or comes back.
-/// Nothing on success, also where there was no rule.
+/// Removes the rule and the rights that it gave; those that other rules give remain. Nothing on
+/// success, also when there was no rule.
 [[nodiscard]] std::optional<std::string> revokeInput(const std::filesystem::path& root);
 
 } // namespace clavo

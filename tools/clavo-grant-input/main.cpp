@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Runs as root for whoever asks, and trusts nothing that comes with the question: no path, no
+// Runs as root for any user who may, and trusts nothing that its caller hands over: no path, no
 // environment, no open file, and of the arguments one word.
 #include "clavo-grant-input/InputGrant.h"
 
@@ -9,7 +9,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -22,17 +24,26 @@ namespace
 
 constexpr int misuseStatus = 2;
 
-constexpr auto usage =
+// Printed as the other tools print theirs, whose option parser a program that runs as root does
+// without: it would bring a library, and its start, along.
+constexpr auto help =
     R"(Usage: clavo-grant-input [--revoke]
 
-Lets the programs of whoever sits at this machine read its keyboards and mice, which Clavo needs
-outside X11. Each of those programs can then read what is typed, also in password fields.
---revoke takes it back. Takes root: pkexec clavo-grant-input
+Lets the programs of the person who sits at this machine read its keyboards and mice, which Clavo
+needs outside X11. Each of those programs can then read what is typed, also in password fields.
+Takes root: pkexec clavo-grant-input
+
+Options:
+      --revoke   take it back
+  -h, --help     print this text
+      --version  print the version
 
 Exit status: 0 done, 1 not possible, 2 command line not understood.
 )";
+constexpr auto misuse = "clavo-grant-input: only --revoke is understood\n"
+                        "Try 'clavo-grant-input --help'.\n";
 
-/// Lets go of all that the caller may have prepared. False where that does not work.
+/// Lets go of all that the caller may have prepared. False when that fails.
 bool shedSurroundings()
 {
     if (::clearenv() != 0 || ::chdir("/") != 0)
@@ -61,9 +72,21 @@ int run(std::span<char*> arguments)
         std::fputs("clavo-grant-input: the surroundings are not safe\n", stderr);
         return EXIT_FAILURE;
     }
-    const auto isRevoking = arguments.size() == 2 && std::string_view(arguments[1]) == "--revoke";
-    if (arguments.size() != 1 && !isRevoking) {
-        std::fputs(usage, stderr);
+    auto words = arguments.subspan(std::min<std::size_t>(arguments.size(), 1));
+    if (!words.empty() && words.back() == std::string_view("--"))
+        words = words.first(words.size() - 1); // Ends the options, and there is nothing else.
+    const std::string_view option = words.size() == 1 ? words.front() : "";
+    if (option == "-h" || option == "--help") {
+        std::fputs(help, stdout);
+        return EXIT_SUCCESS;
+    }
+    if (option == "--version") {
+        std::fputs("clavo-grant-input " CLAVO_VERSION "\n", stdout);
+        return EXIT_SUCCESS;
+    }
+    const auto isRevoking = option == "--revoke";
+    if (arguments.empty() || (!words.empty() && !isRevoking)) {
+        std::fputs(misuse, stderr);
         return misuseStatus;
     }
     const auto problem =

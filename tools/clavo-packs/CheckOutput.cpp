@@ -35,9 +35,7 @@ std::string textOf(const std::vector<PackCheck::Sound>& sounds)
 {
     if (sounds.empty())
         return "";
-    const auto range = [&](double PackCheck::Sound::*figure) {
-        return std::ranges::minmax(sounds, {}, figure);
-    };
+    const auto range = [&](auto figure) { return std::ranges::minmax(sounds, {}, figure); };
     const auto [softest, loudest] = range(&PackCheck::Sound::peak);
     const auto [shortest, longest] = range(&PackCheck::Sound::length);
     const auto latest = std::ranges::max(sounds, {}, &PackCheck::Sound::silence);

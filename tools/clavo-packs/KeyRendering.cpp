@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "clavo-packs/KeyRendering.h"
 
+#include "synth/AudioBuffer.h"
 #include "synth/SplitMix64.h"
 #include "synth/SwitchSynth.h"
 
@@ -14,7 +15,7 @@ namespace clavo
 namespace
 {
 
-constexpr double sampleRate = 44100;
+constexpr double sampleRate = samplesPerSecond;
 constexpr std::size_t longestLead = 794; // 18 ms.
 
 double decibels(double level)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "clavo-packs/Loudness.h"
 
+#include "synth/AudioBuffer.h"
+
 #include <cmath>
 #include <cstddef>
 #include <limits>
@@ -13,7 +15,7 @@ namespace clavo
 namespace
 {
 
-constexpr double rate = 44100;
+constexpr double rate = samplesPerSecond;
 constexpr std::size_t blockFrames = 17640; // 400 ms,
 constexpr std::size_t blockStep = 4410;    // three quarters of which overlap.
 constexpr double absoluteGate = -70;

@@ -6,6 +6,7 @@
 #include "packs/PackLibrary.h"
 #include "packs/SoundFile.h"
 #include "packs/SoundPack.h"
+#include "synth/AudioBuffer.h"
 
 #include <fmt/format.h>
 
@@ -24,7 +25,7 @@ namespace
 
 namespace fs = std::filesystem;
 
-constexpr double sampleRate = 44100;
+constexpr double sampleRate = samplesPerSecond;
 constexpr double longestSilence = 0.018; // Seconds: later than that, a key is felt to lag.
 constexpr double longestSound = 2;
 constexpr double lowestPeak = -40; // In dB.
@@ -75,7 +76,7 @@ std::vector<std::string> faultsOf(const PackCheck::Sound& sound, std::span<const
     return faults;
 }
 
-/// Where the keys of the layout find what SoundBank::buffer() plays.
+/// Which sounds SoundBank::buffer() plays for the keys of the layout.
 PackCheck::Coverage coverageOf(const std::map<std::int64_t, SoundBank::Variants>& sounds, bool down)
 {
     std::set<std::int64_t> scancodes;
@@ -142,6 +143,11 @@ PackCheck checkPack(const fs::path& folder)
     const auto bank = PackLibrary::makeBank(*pack, {});
     check.press = coverageOf(bank.press, true);
     check.release = coverageOf(bank.release, false);
+    if (bank.leftOut > 0)
+        check.problems.push_back(
+            {"pack.json", fmt::format("leaves {} presses and releases without their sounds: Clavo "
+                                      "decodes at most {} MiB of a pack, five speeds a sound",
+                                      bank.leftOut, PackLibrary::bankBudget >> 20U)});
     return check;
 }
 

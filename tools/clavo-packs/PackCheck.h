@@ -12,7 +12,7 @@ namespace clavo
 
 /// What the program makes of a pack folder.
 struct PackCheck {
-    /// Something that a file of the pack does not do as a pack's should, and why.
+    /// What is wrong with a file of the pack.
     struct Problem {
         std::filesystem::path file;
         std::string reason;
@@ -20,7 +20,7 @@ struct PackCheck {
         bool operator==(const Problem&) const = default;
     };
 
-    /// Where the keys of the layout find their sounds in one direction, by scancode.
+    /// Which sounds the keys of the layout have in one direction, by scancode.
     struct Coverage {
         std::vector<std::int64_t> own;    // A sound of their own.
         std::vector<std::int64_t> row;    // That of another key of their slot, at random.

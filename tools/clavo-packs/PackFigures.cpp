@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "clavo-packs/PackFigures.h"
 
+#include "audio/SoundLevels.h"
 #include "clavo-packs/Loudness.h"
 #include "keyboard/KeyLayout.h"
 
@@ -86,7 +87,7 @@ double releaseLevelOf(const RenderedPack& pack)
     const auto presses = levels(pack.press);
     auto differences = levels(pack.release);
     for (std::size_t i = 0; i < differences.size(); ++i)
-        differences[i] += 20 * std::log10(releasePlayback) - presses[i];
+        differences[i] += 20 * std::log10(static_cast<double>(releaseGain)) - presses[i];
     return median(differences);
 }
 

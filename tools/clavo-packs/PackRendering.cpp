@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "clavo-packs/PackRendering.h"
 
+#include "audio/SoundLevels.h"
 #include "clavo-packs/KeyRendering.h"
 #include "clavo-packs/Loudness.h"
 #include "keyboard/KeyLayout.h"
@@ -38,11 +39,11 @@ std::int64_t scancodeOf(char letter)
 }
 
 void addSound(std::vector<float>& sum, std::size_t start, const std::vector<float>& sound,
-              double gain)
+              float gain)
 {
     sum.resize(std::max(sum.size(), start + sound.size()));
     for (std::size_t i = 0; i < sound.size(); ++i)
-        sum[start + i] += static_cast<float>(gain) * sound[i];
+        sum[start + i] += gain * sound[i];
 }
 
 /// Scaled, and rounded to 24 bits. Those need no dither: their steps lie below what any output can
@@ -100,7 +101,7 @@ std::vector<float> typingOf(const RenderedPack& pack)
     for (const char letter : std::string_view("the quick brown fox jumps over the lazy dog\n")) {
         const std::int64_t scancode = scancodeOf(letter);
         addSound(sum, start, pack.press.at(scancode), 1);
-        addSound(sum, start + keyHeld, pack.release.at(scancode), releasePlayback);
+        addSound(sum, start + keyHeld, pack.release.at(scancode), releaseGain);
         start += keyInterval;
     }
     return sum;

@@ -22,9 +22,6 @@ struct RenderedPack {
 /// How loud typingOf() is with every pack that renderPack() makes, in LUFS.
 inline constexpr double packLoudness = -23;
 
-/// The gain at which the program plays releases.
-inline constexpr double releasePlayback = 0.8;
-
 /// Renders a press and a release of every key of the layout. A sound starts with its first sample
 /// that is not 0, for which a key must not keep waiting, and ends with a single 0.
 ///

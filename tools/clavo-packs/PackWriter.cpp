@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "clavo-packs/PackWriter.h"
 
-#include "clavo-packs/PackRendering.h"
+#include "synth/AudioBuffer.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -35,7 +35,7 @@ void writeWave(const fs::path& path, const std::vector<float>& sound)
     for (const float sample : sound)
         samples.push_back(static_cast<std::int32_t>(std::lround(sample * 0x1p23F)) * 256);
     SF_INFO info{};
-    info.samplerate = 44100;
+    info.samplerate = samplesPerSecond;
     info.channels = 1;
     info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_24;
     const std::unique_ptr<SNDFILE, Closer> file(sf_open(path.c_str(), SFM_WRITE, &info));
@@ -72,9 +72,8 @@ void writeSounds(const fs::path& folder, std::string_view direction,
 
 } // namespace
 
-void writePack(const Recipe& recipe, const fs::path& packs)
+void writePack(const Recipe& recipe, const RenderedPack& rendered, const fs::path& packs)
 {
-    const RenderedPack rendered = renderPack(recipe);
     const fs::path pack = packs / recipe.id;
     const fs::path partial = packs / ("." + recipe.id + ".partial");
     fs::remove_all(partial);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "clavo-packs/PackRendering.h"
 #include "clavo-packs/Recipe.h"
 
 #include <filesystem>
@@ -8,9 +9,10 @@
 namespace clavo
 {
 
-/// Renders a recipe into the pack folder `packs/<id>`, with a press and a release of every key of
-/// the layout, and replaces the one that is there. An interrupted call leaves no folder that could
-/// be taken for a pack. Throws std::runtime_error when something cannot be written.
-void writePack(const Recipe& recipe, const std::filesystem::path& packs);
+/// Writes a rendered recipe as the pack folder `packs/<id>` in place of the one that is there. An
+/// interrupted call leaves no folder that could be taken for a pack. Throws std::runtime_error when
+/// something cannot be written.
+void writePack(const Recipe& recipe, const RenderedPack& rendered,
+               const std::filesystem::path& packs);
 
 } // namespace clavo

@@ -29,7 +29,7 @@ struct Recipe {
         struct Sound {
             double centroid = 0;
             double t20 = 0;
-            std::optional<double> t60; // Where the recording's noise did not hide it.
+            std::optional<double> t60; // Nothing if the recording's noise hides it.
         };
         Sound press;
         Sound release;

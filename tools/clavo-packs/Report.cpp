@@ -11,7 +11,7 @@ namespace clavo
 namespace
 {
 
-/// Where a figure belongs.
+/// The values that a figure may have.
 struct Range {
     double lowest = 0;
     double highest = 0;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "clavo-packs/SoundFigures.h"
 
+#include "synth/AudioBuffer.h"
+
 #include <algorithm>
 #include <cmath>
 #include <complex>
@@ -13,7 +15,7 @@ namespace clavo
 namespace
 {
 
-constexpr double rate = 44100;
+constexpr double rate = samplesPerSecond;
 
 std::size_t loudestOf(std::span<const float> samples)
 {

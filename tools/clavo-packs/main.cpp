@@ -6,37 +6,41 @@
 #include "clavo-packs/PackWriter.h"
 #include "clavo-packs/Recipe.h"
 #include "clavo-packs/Report.h"
+#include "options/ToolOptions.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <filesystem>
-#include <optional>
 #include <span>
 #include <stdexcept>
-#include <string_view>
+#include <string>
 #include <vector>
 
 namespace
 {
 
-using Arguments = std::span<const std::string_view>;
+using clavo::ToolOptions;
 
-constexpr std::string_view usage =
-    "Usage: clavo-packs RECIPES_DIR OUTPUT_DIR\n"
-    "       clavo-packs --report RECIPES_DIR\n"
-    "       clavo-packs check [--json] FOLDER...\n"
-    "Renders every recipe (*.json) of RECIPES_DIR into a sound pack in OUTPUT_DIR.\n"
-    "With --report, writes nothing and prints what the packs measure, and what real\n"
-    "keyboards do.\n"
-    "With check, tells what Clavo makes of each pack FOLDER and what is wrong with it.\n"
-    "\n"
-    "  --json    tell it as JSON\n"
-    "  --help    show this text\n"
-    "\n"
-    "The exit status is 0, 1 if there is a problem, and 2 if the command is none of these.\n";
+constexpr auto help = R"(Usage: clavo-packs RECIPES_DIR OUTPUT_DIR
+       clavo-packs --report RECIPES_DIR
+       clavo-packs check [--json] FOLDER...
+
+Renders every recipe (*.json) of RECIPES_DIR into a sound pack in OUTPUT_DIR. With check, prints
+what Clavo makes of each pack FOLDER and what is wrong with it.
+
+Options:
+      --report   write nothing; print what the packs measure, and what real keyboards do
+      --json     print the result of check as JSON
+  -h, --help     print this text
+      --version  print the version
+
+Exit status: 0 done, 1 there is a problem, 2 command line not understood.
+)";
 
 std::vector<std::filesystem::path> recipesIn(const std::filesystem::path& folder)
 {
@@ -53,8 +57,10 @@ std::vector<std::filesystem::path> recipesIn(const std::filesystem::path& folder
 
 void writePacks(const std::filesystem::path& recipes, const std::filesystem::path& packs)
 {
-    for (const auto& file : recipesIn(recipes))
-        clavo::writePack(clavo::readRecipe(file), packs);
+    for (const auto& file : recipesIn(recipes)) {
+        const auto recipe = clavo::readRecipe(file);
+        clavo::writePack(recipe, clavo::renderPack(recipe), packs);
+    }
 }
 
 void printReport(const std::filesystem::path& recipes)
@@ -65,35 +71,11 @@ void printReport(const std::filesystem::path& recipes)
     }
 }
 
-int render(Arguments arguments)
+int check(std::span<const std::string> folders, bool isJson)
 {
-    try {
-        if (arguments[0] == "--report")
-            printReport(arguments[1]);
-        else
-            writePacks(arguments[0], arguments[1]);
-    } catch (const std::exception& error) {
-        fmt::print(stderr, "clavo-packs: {}\n", error.what());
-        return 1;
-    }
-    return 0;
-}
-
-/// Null when the arguments name no folder or an option that does not exist.
-std::optional<int> check(Arguments arguments)
-{
-    bool isJson = false;
     std::vector<clavo::PackCheck> checks;
-    for (const std::string_view argument : arguments) {
-        if (argument == "--json")
-            isJson = true;
-        else if (argument.starts_with('-'))
-            return std::nullopt;
-        else
-            checks.push_back(clavo::checkPack(argument));
-    }
-    if (checks.empty())
-        return std::nullopt;
+    for (const auto& folder : folders)
+        checks.push_back(clavo::checkPack(folder));
     if (isJson)
         fmt::print("{}", clavo::jsonOf(checks));
     else
@@ -101,25 +83,44 @@ std::optional<int> check(Arguments arguments)
             fmt::print("{}", clavo::textOf(pack));
     return std::ranges::all_of(checks, &std::vector<clavo::PackCheck::Problem>::empty,
                                &clavo::PackCheck::problems)
-               ? 0
-               : 1;
+               ? EXIT_SUCCESS
+               : EXIT_FAILURE;
+}
+
+int run(std::span<const char* const> commandLine)
+{
+    ToolOptions options("clavo-packs", help, {{"report", {}}, {"json", {}}});
+    if (const auto answer = options.read(commandLine))
+        return answer->give();
+    const auto arguments = options.arguments();
+    const bool isReport = options.isSet("report");
+    const bool isJson = options.isSet("json");
+    if (!arguments.empty() && arguments.front() == "check" && !isReport) {
+        if (arguments.size() == 1)
+            return options.misuse("check takes the folders of packs").give();
+        return check(std::span(arguments).subspan(1), isJson);
+    }
+    if (isJson)
+        return options.misuse("only check takes --json").give();
+    if (arguments.size() != (isReport ? 1 : 2))
+        return options
+            .misuse(isReport ? "--report takes one folder, that of the recipes"
+                             : "two folders are needed, that of the recipes and that of "
+                               "the packs")
+            .give();
+    if (isReport)
+        printReport(arguments[0]);
+    else
+        writePacks(arguments[0], arguments[1]);
+    return EXIT_SUCCESS;
 }
 
 } // namespace
 
 int main(int argc, char* argv[])
-{
-    const std::vector<std::string_view> arguments(argv + 1, argv + argc);
-    if (std::ranges::find(arguments, "--help") != arguments.end()) {
-        fmt::print("{}", usage);
-        return 0;
-    }
-    std::optional<int> status;
-    if (!arguments.empty() && arguments.front() == "check")
-        status = check(Arguments(arguments).subspan(1));
-    else if (arguments.size() == 2)
-        status = render(arguments);
-    if (!status)
-        fmt::print(stderr, "{}", usage);
-    return status.value_or(2);
+try {
+    return run(std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
+} catch (const std::exception& error) {
+    fmt::print(stderr, "clavo-packs: {}\n", error.what());
+    return EXIT_FAILURE;
 }

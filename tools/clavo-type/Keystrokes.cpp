@@ -49,7 +49,7 @@ Keyboard makeKeyboard()
     return keyboard;
 }
 
-/// How many bytes the character takes that begins the text; 1 where none begins.
+/// The length in bytes of the character at the start of the text; 1 if there is no valid one.
 std::size_t characterLength(std::string_view text)
 {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };

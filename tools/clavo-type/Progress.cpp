@@ -17,8 +17,8 @@ void Progress::reached(std::size_t steps)
     if (tenths == m_toldTenths)
         return;
     m_toldTenths = tenths;
-    const bool isLineOpen = m_style == Style::Terminal && tenths < 10;
-    m_out << (m_style == Style::Terminal ? "\r" : "") << "clavo-type: " << tenths * 10 << " %"
+    const bool isLineOpen = m_style == Style::terminal && tenths < 10;
+    m_out << (m_style == Style::terminal ? "\r" : "") << "clavo-type: " << tenths * 10 << " %"
           << (isLineOpen ? "" : "\n") << std::flush;
 }
 

@@ -7,18 +7,18 @@
 namespace clavo
 {
 
-/// Says after each tenth of a long work how far it has come; a short one passes in silence.
+/// Prints each completed tenth of a long task; a short task prints nothing.
 class Progress
 {
 public:
-    /// Where its words go: lines one after the other, or one that is written over.
-    enum class Style { Lines, Terminal };
+    /// One line after the other, or one line that is overwritten.
+    enum class Style { lines, terminal };
 
     static constexpr std::size_t longWork = 4000; // Steps.
 
     Progress(std::size_t steps, std::ostream& out, Style style);
 
-    /// This many steps are done, which never become fewer.
+    /// Reports how many steps are done; the number never falls.
     void reached(std::size_t steps);
 
 private:

@@ -4,6 +4,7 @@
 #include "audio/AudioOutput.h"
 #include "audio/realtime/Mixer.h"
 #include "clavo-type/Typist.h"
+#include "synth/AudioBuffer.h"
 
 #include <fmt/format.h>
 #include <sndfile.h>
@@ -22,7 +23,7 @@ namespace
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t frameRate = 44100;
+constexpr std::size_t frameRate = samplesPerSecond;
 constexpr std::size_t bytesPerFrame = 6;
 constexpr std::size_t greatestFile = 0xffff'0000; // Its size is a 32-bit number, header included.
 
@@ -36,7 +37,7 @@ std::size_t frameOf(std::chrono::microseconds time)
     return static_cast<std::size_t>(time.count()) * frameRate / 1'000'000;
 }
 
-/// An output that renders when it is told to.
+/// An output that renders when render() is called.
 class RenderedOutput final : public AudioOutput
 {
 public:
@@ -135,7 +136,7 @@ fs::path target(const fs::path& path)
 } // namespace
 
 void record(std::span<const KeyEvent> events, const SoundBank& bank, std::uint64_t seed,
-            const fs::path& file, const std::function<void(std::size_t)>& told)
+            const fs::path& file, const std::function<void(std::size_t)>& progress)
 {
     const auto lastEvent = events.empty() ? 0 : frameOf(events.back().time);
     const auto end = lastEvent + longestSound(bank);
@@ -154,7 +155,7 @@ void record(std::span<const KeyEvent> events, const SoundBank& bank, std::uint64
         renderInto(wave, output, frameOf(time) - rendered);
         rendered = frameOf(time);
         typist.type(key);
-        told(++done);
+        progress(++done);
     }
     renderInto(wave, output, end - rendered);
     wave.finish();

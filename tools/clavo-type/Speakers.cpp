@@ -2,6 +2,7 @@
 #include "clavo-type/Speakers.h"
 
 #include "clavo-type/Typist.h"
+#include "synth/AudioBuffer.h"
 
 #include <QEventLoop>
 #include <QTimer>
@@ -43,7 +44,7 @@ void waitForServer(const AudioOutput& output)
 } // namespace
 
 void play(std::span<const KeyEvent> events, const SoundBank& bank, std::uint64_t seed,
-          AudioOutput& output, const std::function<void(std::size_t)>& told)
+          AudioOutput& output, const std::function<void(std::size_t)>& progress)
 {
     Typist typist(output, bank, seed);
     waitForServer(output);
@@ -52,9 +53,10 @@ void play(std::span<const KeyEvent> events, const SoundBank& bank, std::uint64_t
     for (const auto& [time, key] : events) {
         waitUntil(start + time);
         typist.type(key);
-        told(++done);
+        progress(++done);
     }
-    const std::chrono::duration<double> ring(static_cast<double>(longestSound(bank)) / 44100);
+    const std::chrono::duration<double> ring(static_cast<double>(longestSound(bank)) /
+                                             samplesPerSecond);
     waitUntil(steady_clock::now() + std::chrono::duration_cast<steady_clock::duration>(ring) +
               200ms); // What the server and the device still hold.
 }

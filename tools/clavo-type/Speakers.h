@@ -13,12 +13,12 @@
 namespace clavo
 {
 
-/// Plays the events at their times and returns when the last sound is over. `told` hears how many
-/// events are done.
+/// Plays the events at their times and returns when the last sound is over. Calls `progress` with
+/// the number of events done.
 ///
-/// Throws std::runtime_error where no sound server answers within a few seconds. Needs the
-/// application object, whose main loop turns meanwhile. Thread: main.
+/// Throws std::runtime_error if no sound server answers within a few seconds. Needs the application
+/// object, whose main loop runs meanwhile. Thread: main.
 void play(std::span<const KeyEvent> events, const SoundBank& bank, std::uint64_t seed,
-          AudioOutput& output, const std::function<void(std::size_t)>& told);
+          AudioOutput& output, const std::function<void(std::size_t)>& progress);
 
 } // namespace clavo

@@ -20,12 +20,18 @@ IndexDraw seededDraw(std::uint64_t seed)
 }
 
 /// For an output that is never idle.
-void neverLater(std::chrono::milliseconds /*delay*/, const std::function<void()>& /*task*/) {}
+class NeverDue final : public Timer
+{
+public:
+    void start(std::chrono::milliseconds /*delay*/, std::function<void()> /*due*/) override {}
+    void stop() override {}
+    [[nodiscard]] bool isRunning() const override { return false; }
+};
 
 } // namespace
 
 Typist::Typist(AudioOutput& output, SoundBank bank, std::uint64_t seed)
-    : m_sound(output, neverLater, seededDraw(seed))
+    : m_sound(output, std::make_unique<NeverDue>, seededDraw(seed))
 {
     m_sound.setVolume(static_cast<float>(m_settings.volume));
     m_sound.setKeyBank(std::move(bank));

@@ -11,8 +11,8 @@
 namespace clavo
 {
 
-/// The way of the program from a key to the mixer, with the settings that it has at first: nothing
-/// of the user's is read, counted or written. The same seed chooses the same variants of sounds.
+/// The program's way from a key to the mixer, with the default settings: no settings are read, no
+/// statistics are written. The same seed chooses the same variants of sounds.
 class Typist
 {
 public:

@@ -30,7 +30,6 @@ namespace
 {
 
 constexpr std::size_t longestText = 1 << 20; // Bytes; at 80 words a minute, 43 hours.
-constexpr int misuseStatus = 2;
 
 volatile std::sig_atomic_t interruption = 0; // The signal.
 
@@ -87,7 +86,7 @@ SoundBank bankOf(const std::string& id)
     return bank;
 }
 
-void type(const TypingOptions& options, int& argumentCount, char** arguments)
+void type(const TypingOptions& options)
 {
     const auto strokes = strokesOf(options);
     const auto bank = bankOf(options.pack);
@@ -95,8 +94,8 @@ void type(const TypingOptions& options, int& argumentCount, char** arguments)
     const auto events = options.isHuman ? humanRhythm(strokes, options.wpm, seed)
                                         : evenRhythm(strokes, options.wpm);
     Progress progress(events.size(), std::cerr,
-                      ::isatty(STDERR_FILENO) != 0 ? Progress::Style::Terminal
-                                                   : Progress::Style::Lines);
+                      ::isatty(STDERR_FILENO) != 0 ? Progress::Style::terminal
+                                                   : Progress::Style::lines);
     const auto tell = [&](std::size_t done) {
         if (interruption != 0)
             throw std::runtime_error("interrupted");
@@ -111,25 +110,19 @@ void type(const TypingOptions& options, int& argumentCount, char** arguments)
         record(events, bank, soundSeed, options.output, tell);
         return;
     }
-    const QCoreApplication application(argumentCount, arguments);
     const auto output = makeAudioOutput();
     play(events, bank, soundSeed, *output, tell);
 }
 
 int run(int& argumentCount, char** arguments)
 {
-    log::setThreshold(log::Level::Error);
+    log::setThreshold(log::Level::error);
     const std::span all(arguments, static_cast<std::size_t>(argumentCount));
     const auto wanted = readTypingOptions(all.subspan(1));
-    if (const auto* const misuse = std::get_if<TypingMisuse>(&wanted)) {
-        fmt::print(stderr, "clavo-type: {}\nTry 'clavo-type --help'.\n", misuse->message);
-        return misuseStatus;
-    }
-    if (std::holds_alternative<TypingHelp>(wanted)) {
-        fmt::print("{}", typingHelp());
-        return EXIT_SUCCESS;
-    }
-    type(std::get<TypingOptions>(wanted), argumentCount, arguments);
+    if (const auto* const answer = std::get_if<ToolOptions::Answer>(&wanted))
+        return answer->give();
+    const QCoreApplication application(argumentCount, arguments);
+    type(std::get<TypingOptions>(wanted));
     return EXIT_SUCCESS;
 }
 

@@ -4,9 +4,11 @@
 #include "platform/dbus/DBusQuestion.h"
 
 #include <QDBusArgument>
+#include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
 #include <QList>
+#include <QVariant>
 
 #include <utility>
 
@@ -35,7 +37,7 @@ QDBusMessage callForRole(const Element& element)
     return call(element, accessible, QStringLiteral("GetRole"));
 }
 
-/// Empty where the value is no reference to an element.
+/// Empty if the value is no reference to an element.
 Element elementOf(const QVariant& reference)
 {
     if (!reference.canConvert<QDBusArgument>())
@@ -57,22 +59,22 @@ Element elementOf(const QVariant& reference)
 void askPasswordField(const QDBusConnection& connection, const Element& element, QObject* context,
                       const std::function<void(bool)>& receiver)
 {
-    const auto takeRoleOfParent = [receiver](uint role) { receiver(role == passwordText); };
-    const auto takeParent = [connection, context, receiver,
-                             takeRoleOfParent](const QDBusVariant& reference) {
+    const auto checkParentsRole = [receiver](uint role) { receiver(role == passwordText); };
+    const auto checkParent = [connection, context, receiver,
+                              checkParentsRole](const QDBusVariant& reference) {
         const auto parent = elementOf(reference.variant());
         if (parent.program.isEmpty())
             receiver(false);
         else
-            ask<uint>(connection, callForRole(parent), context, takeRoleOfParent);
+            ask<uint>(connection, callForRole(parent), context, checkParentsRole);
     };
     ask<uint>(connection, callForRole(element), context,
-              [connection, element, context, receiver, takeParent](uint role) {
+              [connection, element, context, receiver, checkParent](uint role) {
                   if (role == passwordText)
                       return receiver(true);
                   auto question = call(element, properties, QStringLiteral("Get"));
                   question << accessible << QStringLiteral("Parent");
-                  ask<QDBusVariant>(connection, question, context, takeParent);
+                  ask<QDBusVariant>(connection, question, context, checkParent);
               });
 }
 

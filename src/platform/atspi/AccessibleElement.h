@@ -23,12 +23,12 @@ struct Element {
     bool operator==(const Element&) const = default;
 };
 
-/// Whether the element, or the one it is part of, is a password field. Some toolkits give the keys
-/// to a plain text inside of it.
+/// Whether the element, or the one it is part of, is a password field. In some toolkits a plain
+/// text inside the field has focus.
 void askPasswordField(const QDBusConnection& bus, const Element& element, QObject* context,
                       const std::function<void(bool)>& receiver);
 
-/// Whether the element has the keys.
+/// Whether the element has focus.
 void askFocused(const QDBusConnection& bus, const Element& element, QObject* context,
                 std::function<void(bool)> receiver);
 

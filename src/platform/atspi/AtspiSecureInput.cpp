@@ -3,10 +3,13 @@
 
 #include "platform/atspi/AccessibleElement.h"
 #include "platform/dbus/DBusQuestion.h"
+#include "platform/dbus/DBusSignal.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
+#include <QObject>
+#include <QString>
 
 #include <array>
 #include <optional>
@@ -22,34 +25,31 @@ const QString launcher = QStringLiteral("org.a11y.Bus");
 const QString registry = QStringLiteral("org.a11y.atspi.Registry");
 const QString registryPath = QStringLiteral("/org/a11y/atspi/registry");
 
-// Programs send these only if somebody has registered for them. Not every one tells that an element
-// loses the keys with its window.
+// Programs send these only to those who have registered for them. Some programs do not report that
+// an element loses focus with its window.
 const std::array events{QStringLiteral("object:state-changed:focused"),
                         QStringLiteral("window:deactivate")};
 
-} // namespace
-
-class AtspiSecureInput::Focus final : public QObject
+class AtspiSecureInput final : public QObject, public ObservableSecureInput
 {
     Q_OBJECT
 
 public:
-    Focus(std::unique_ptr<Timer> timer, FocusReceiver receiver,
-          std::function<void(bool isSecret)> secretReceiver)
-        : m_timer(std::move(timer)), m_receiver(std::move(receiver)),
-          m_secretReceiver(std::move(secretReceiver))
+    AtspiSecureInput(std::unique_ptr<Timer> timer, atspi::FocusReceiver receiver)
+        : m_timer(std::move(timer)), m_receiver(std::move(receiver))
     {
         if (!m_session.isConnected())
             return;
-        connect(&m_launcher, &QDBusServiceWatcher::serviceRegistered, this, &Focus::findBus);
+        connect(&m_launcher, &QDBusServiceWatcher::serviceRegistered, this,
+                &AtspiSecureInput::findBus);
         findBus();
     }
-    ~Focus() override { leaveBus(); }
-    Focus(const Focus&) = delete;
-    Focus& operator=(const Focus&) = delete;
+    ~AtspiSecureInput() override { leaveBus(); }
+    AtspiSecureInput(const AtspiSecureInput&) = delete;
+    AtspiSecureInput& operator=(const AtspiSecureInput&) = delete;
 
 private slots:
-    /// Of any element of any program: got the keys, or lost them.
+    /// An element of any program got focus or lost it.
     void changeFocus(const QDBusMessage& signal)
     {
         constexpr int state = 1;
@@ -97,17 +97,26 @@ private:
             return;
         }
         m_bus.emplace(bus);
-        bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
-                    QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
-                    this, SLOT(loseBus()));
-        bus.connect({}, {}, QStringLiteral("org.a11y.atspi.Event.Object"),
-                    QStringLiteral("StateChanged"), {QStringLiteral("focused")}, {}, this,
-                    SLOT(changeFocus(QDBusMessage)));
-        bus.connect({}, {}, QStringLiteral("org.a11y.atspi.Event.Window"),
-                    QStringLiteral("Deactivate"), this, SLOT(deactivateWindow(QDBusMessage)));
+        listen(bus,
+               {{},
+                QStringLiteral("/org/freedesktop/DBus/Local"),
+                QStringLiteral("org.freedesktop.DBus.Local"),
+                QStringLiteral("Disconnected")},
+               this, SLOT(loseBus()));
+        listen(bus,
+               {{},
+                {},
+                QStringLiteral("org.a11y.atspi.Event.Object"),
+                QStringLiteral("StateChanged"),
+                QStringLiteral("focused")},
+               this, SLOT(changeFocus(QDBusMessage)));
+        listen(
+            bus,
+            {{}, {}, QStringLiteral("org.a11y.atspi.Event.Window"), QStringLiteral("Deactivate")},
+            this, SLOT(deactivateWindow(QDBusMessage)));
         m_registry.emplace(registry, bus, QDBusServiceWatcher::WatchForRegistration);
         connect(&*m_registry, &QDBusServiceWatcher::serviceRegistered, this,
-                &Focus::registerEvents);
+                &AtspiSecureInput::registerEvents);
         m_programs.emplace(QString(), bus, QDBusServiceWatcher::WatchForUnregistration);
         connect(&*m_programs, &QDBusServiceWatcher::serviceUnregistered, this,
                 [this](const QString& program) {
@@ -139,25 +148,25 @@ private:
     {
         const auto before = std::exchange(m_element, element);
         const bool isThere = element != atspi::Element{};
-        setSecret(/*isUnknown=*/isThere, /*isPassword=*/false);
+        setSecure(/*isUnknown=*/isThere, /*isPassword=*/false);
         if (before.program != element.program)
             changeProgram(before.program);
         if (!isThere)
             return m_timer->stop();
-        m_timer->start(patience, [this] { setSecret(/*isUnknown=*/false, m_isPassword); });
+        m_timer->start(atspi::patience, [this] { setSecure(/*isUnknown=*/false, m_isPassword); });
         atspi::askPasswordField(*m_bus, element, this, [this, element](bool isPassword) {
             if (element != m_element)
                 return;
             m_timer->stop();
-            setSecret(/*isUnknown=*/false, isPassword);
+            setSecure(/*isUnknown=*/false, isPassword);
         });
     }
 
-    void setSecret(bool isUnknown, bool isPassword)
+    void setSecure(bool isUnknown, bool isPassword)
     {
         m_isUnknown = isUnknown;
         m_isPassword = isPassword;
-        m_secretReceiver(isUnknown || isPassword);
+        setReason(isUnknown || isPassword ? SecureReason::passwordField : SecureReason::none);
     }
 
     void changeProgram(const QString& before)
@@ -178,26 +187,24 @@ private:
     }
 
     std::unique_ptr<Timer> m_timer;
-    FocusReceiver m_receiver;
-    std::function<void(bool isSecret)> m_secretReceiver;
+    atspi::FocusReceiver m_receiver;
     QDBusConnection m_session = QDBusConnection::sessionBus();
     QDBusServiceWatcher m_launcher{launcher, m_session, QDBusServiceWatcher::WatchForRegistration};
     std::optional<QDBusConnection> m_bus; // The accessibility bus, once there is one.
     std::optional<QDBusServiceWatcher> m_registry;
     std::optional<QDBusServiceWatcher> m_programs;
-    atspi::Element m_element; // That has the keys; empty where none is known.
-    bool m_isUnknown = false; // Asked what it is, and not answered yet.
+    atspi::Element m_element; // The focused one; empty if none is known.
+    bool m_isUnknown = false; // Whether it is a password field, as it has not answered yet.
     bool m_isPassword = false;
 };
 
-AtspiSecureInput::AtspiSecureInput(std::unique_ptr<Timer> timer, FocusReceiver receiver)
-    : m_focus(std::make_unique<Focus>(std::move(timer), std::move(receiver), [this](bool isSecret) {
-          setReason(isSecret ? SecureReason::passwordField : SecureReason::none);
-      }))
-{
-}
+} // namespace
 
-AtspiSecureInput::~AtspiSecureInput() = default;
+std::unique_ptr<ObservableSecureInput> makeAtspiSecureInput(std::unique_ptr<Timer> timer,
+                                                            atspi::FocusReceiver receiver)
+{
+    return std::make_unique<AtspiSecureInput>(std::move(timer), std::move(receiver));
+}
 
 } // namespace clavo
 

@@ -3,24 +3,14 @@
 
 #include "app/FileManager.h"
 
-#include <functional>
+#include <memory>
 
 namespace clavo
 {
 
-/// The file manager of the session's bus, which the first call starts where it does not run.
-class DBusFileManager final : public FileManager
-{
-public:
-    using Open = std::function<void(const std::filesystem::path& folder)>;
-
-    /// `otherwise` opens a folder that no file manager of the bus has shown.
-    explicit DBusFileManager(Open otherwise);
-
-    void show(const std::filesystem::path& folder) override;
-
-private:
-    Open m_otherwise;
-};
+/// The file manager of the session's bus, which starts it if it does not run. The fallback shows a
+/// folder when no file manager of the bus does.
+[[nodiscard]] std::unique_ptr<FileManager>
+makeDBusFileManager(std::unique_ptr<FileManager> fallback);
 
 } // namespace clavo

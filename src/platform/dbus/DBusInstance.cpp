@@ -1,17 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/DBusInstance.h"
 
+#include "platform/dbus/DBusSignal.h"
+
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusReply>
 #include <QEventLoop>
+#include <QObject>
+#include <QString>
 #include <QStringList>
 #include <QTimer>
 #include <QVariantMap>
 
 #include <chrono>
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -31,12 +36,12 @@ const QString applicationInterface = QStringLiteral("org.freedesktop.Application
 const QString busName = QStringLiteral("org.freedesktop.DBus");
 const QString busPath = QStringLiteral("/org/freedesktop/DBus");
 
-// What the bus takes and answers when it is asked for a name.
+// Of the bus's method RequestName.
 enum class NameFlag : quint32 { none = 0, doNotQueue = 4 };
 enum class NameReply : quint32 { primaryOwner = 1, inQueue = 2, exists = 3, alreadyOwner = 4 };
 
-// A Wayland compositor gives a token to whom the user has just started something with; by it the
-// window that follows may come to the front, whichever process has it. Qt takes it from here.
+// XDG activation: with the token the window comes to the front even when another process shows it.
+// Qt reads the token from this variable.
 constexpr auto tokenVariable = "XDG_ACTIVATION_TOKEN";
 const QString tokenKey = QStringLiteral("activation-token");
 
@@ -142,63 +147,7 @@ private:
 
 // NOLINTEND(readability-identifier-naming)
 
-} // namespace
-
-/// The object that others see on the bus. Keeps requests until somebody receives them.
-class DBusInstance::Inbox final : public QObject
-{
-    Q_OBJECT
-
-public:
-    Inbox()
-    {
-        const auto put = [this](Request request) {
-            m_waiting.push_back(request);
-            deliver();
-        };
-        new OwnInterface(this, put, [this] { return m_reporter ? m_reporter() : std::string(); });
-        new ApplicationInterface(this, put);
-        auto bus = QDBusConnection::sessionBus();
-        bus.registerObject(path, this, QDBusConnection::ExportAdaptors);
-        bus.connect(busName, busPath, busName, QStringLiteral("NameAcquired"), this,
-                    SLOT(notice(QString)));
-    }
-
-    void receive(Receiver receiver, Reporter reporter)
-    {
-        m_receiver = std::move(receiver);
-        m_reporter = std::move(reporter);
-        QMetaObject::invokeMethod(this, &Inbox::deliver, Qt::QueuedConnection);
-    }
-
-signals:
-    void nameAcquired();
-
-private slots:
-    void notice(const QString& acquired)
-    {
-        if (acquired == name)
-            emit nameAcquired();
-    }
-
-private:
-    void deliver()
-    {
-        if (!m_receiver)
-            return;
-        for (const auto request : std::exchange(m_waiting, {}))
-            m_receiver(request);
-    }
-
-    Receiver m_receiver;
-    Reporter m_reporter;
-    std::vector<Request> m_waiting;
-};
-
-namespace
-{
-
-/// Nothing where the bus does not answer.
+/// Nothing if the bus does not answer.
 std::optional<NameReply> requestName(NameFlag flag)
 {
     auto request =
@@ -217,63 +166,106 @@ Instance::Standing standing(std::optional<NameReply> reply)
                : Instance::Standing::second;
 }
 
+/// Is the object that other processes call. Requests wait in it for their receiver.
+class DBusInstance final : public QObject, public Instance
+{
+    Q_OBJECT
+
+public:
+    // The object comes before the name: a process that sees the name may call at once.
+    [[nodiscard]] Standing claim() override
+    {
+        registerObject();
+        return standing(requestName(NameFlag::doNotQueue));
+    }
+
+    // The bus hands the name on when its owner has left, which is when that process has ended.
+    [[nodiscard]] Standing replace() override
+    {
+        registerObject();
+        QEventLoop loop;
+        bool isOwner = false;
+        connect(this, &DBusInstance::nameAcquired, &loop, [&] {
+            isOwner = true;
+            loop.quit();
+        });
+        const auto reply = requestName(NameFlag::none);
+        if (reply != NameReply::inQueue)
+            return standing(reply);
+        m_bus.send(callOf(Request::quit));
+        QTimer::singleShot(timeToEnd, &loop, &QEventLoop::quit);
+        loop.exec();
+        return isOwner ? Standing::first : Standing::second;
+    }
+
+    [[nodiscard]] Delivery send(Request request) override
+    {
+        return m_bus.isConnected() ? deliveryOf(answer(callOf(request))) : Delivery::nobodyRuns;
+    }
+
+    [[nodiscard]] Answer askStatus() override
+    {
+        if (!m_bus.isConnected())
+            return {};
+        const auto reply = answer(callOf(QStringLiteral("Status")));
+        return {.delivery = deliveryOf(reply),
+                .status = reply.arguments().value(0).toString().toStdString()};
+    }
+
+    void receive(Receiver receiver, Reporter reporter) override
+    {
+        m_receiver = std::move(receiver);
+        m_reporter = std::move(reporter);
+        QMetaObject::invokeMethod(this, &DBusInstance::deliverRequests, Qt::QueuedConnection);
+    }
+
+signals:
+    void nameAcquired();
+
+private slots:
+    void receiveName(const QString& acquired)
+    {
+        if (acquired == name)
+            emit nameAcquired();
+    }
+
+private:
+    void registerObject()
+    {
+        if (std::exchange(m_isRegistered, true))
+            return;
+        const auto putRequest = [this](Request request) {
+            m_waiting.push_back(request);
+            deliverRequests();
+        };
+        new OwnInterface(this, putRequest,
+                         [this] { return m_reporter ? m_reporter() : std::string(); });
+        new ApplicationInterface(this, putRequest);
+        m_bus.registerObject(path, this, QDBusConnection::ExportAdaptors);
+        listen(m_bus, {busName, busPath, busName, QStringLiteral("NameAcquired")}, this,
+               SLOT(receiveName(QString)));
+    }
+
+    void deliverRequests()
+    {
+        if (!m_receiver)
+            return;
+        for (const auto request : std::exchange(m_waiting, {}))
+            m_receiver(request);
+    }
+
+    QDBusConnection m_bus = QDBusConnection::sessionBus();
+    bool m_isRegistered = false;
+    Receiver m_receiver;
+    Reporter m_reporter;
+    std::vector<Request> m_waiting;
+};
+
 } // namespace
 
-DBusInstance::DBusInstance() = default;
-
-DBusInstance::~DBusInstance() = default;
-
-DBusInstance::Inbox& DBusInstance::inbox()
+std::unique_ptr<Instance> makeDBusInstance()
 {
-    if (!m_inbox)
-        m_inbox = std::make_unique<Inbox>();
-    return *m_inbox;
-}
-
-// The object comes before the name: who sees the name may call at once.
-Instance::Standing DBusInstance::claim()
-{
-    inbox();
-    return standing(requestName(NameFlag::doNotQueue));
-}
-
-// The bus hands the name on when its owner has left, which is when that process has ended.
-Instance::Standing DBusInstance::replace()
-{
-    QEventLoop loop;
-    bool isOwner = false;
-    QObject::connect(&inbox(), &Inbox::nameAcquired, &loop, [&] {
-        isOwner = true;
-        loop.quit();
-    });
-    const auto reply = requestName(NameFlag::none);
-    if (reply != NameReply::inQueue)
-        return standing(reply);
-    QDBusConnection::sessionBus().send(callOf(Request::quit));
-    QTimer::singleShot(timeToEnd, &loop, &QEventLoop::quit);
-    loop.exec();
-    return isOwner ? Standing::first : Standing::second;
-}
-
-Instance::Delivery DBusInstance::send(Request request)
-{
-    if (!QDBusConnection::sessionBus().isConnected())
-        return Delivery::nobodyRuns;
-    return deliveryOf(answer(callOf(request)));
-}
-
-Instance::Answer DBusInstance::askStatus()
-{
-    if (!QDBusConnection::sessionBus().isConnected())
-        return {};
-    const auto reply = answer(callOf(QStringLiteral("Status")));
-    return {.delivery = deliveryOf(reply),
-            .status = reply.arguments().value(0).toString().toStdString()};
-}
-
-void DBusInstance::receive(Receiver receiver, Reporter reporter)
-{
-    inbox().receive(std::move(receiver), std::move(reporter));
+    return std::make_unique<DBusInstance>();
 }
 
 } // namespace clavo

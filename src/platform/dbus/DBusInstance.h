@@ -8,27 +8,8 @@
 namespace clavo
 {
 
-/// The owner of the application's name on the session's bus.
-///
-/// Another program can have the panel opened, too, as any application's window.
-class DBusInstance final : public Instance
-{
-public:
-    DBusInstance();
-    ~DBusInstance() override;
-
-    [[nodiscard]] Standing claim() override;
-    [[nodiscard]] Standing replace() override;
-    [[nodiscard]] Delivery send(Request request) override;
-    [[nodiscard]] Answer askStatus() override;
-    void receive(Receiver receiver, Reporter reporter) override;
-
-private:
-    class Inbox;
-
-    Inbox& inbox();
-
-    std::unique_ptr<Inbox> m_inbox;
-};
+/// The owner of the application's name on the session's bus. Other programs can have the panel
+/// opened as well, as they can open any application's window.
+[[nodiscard]] std::unique_ptr<Instance> makeDBusInstance();
 
 } // namespace clavo

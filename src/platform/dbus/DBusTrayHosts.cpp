@@ -1,13 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/DBusTrayHosts.h"
 
+#include "platform/dbus/DBusSignal.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
+#include <QObject>
+#include <QString>
 
+#include <cstdint>
 #include <optional>
 #include <utility>
 
@@ -20,32 +25,37 @@ const QString service = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString path = QStringLiteral("/StatusNotifierWatcher");
 const QString interface = QStringLiteral("org.kde.StatusNotifierWatcher");
 
-/// Follows the watcher, the one service of the bus that knows the hosts.
-class StatusNotifierWatch : public QObject
+/// Asks the watcher, the one service of the bus that knows the hosts.
+class DBusTrayHosts final : public QObject, public TrayHosts
 {
     Q_OBJECT
 
 public:
-    explicit StatusNotifierWatch(TrayHosts::Receiver receiver)
-        : m_receiver(std::move(receiver)),
-          m_service(service, m_bus, QDBusServiceWatcher::WatchForOwnerChange)
+    void watch(Receiver receiver) override
     {
+        m_receiver = std::move(receiver);
+        if (!m_bus.isConnected())
+            return m_receiver(TrayHost::none);
         connect(&m_service, &QDBusServiceWatcher::serviceOwnerChanged, this,
                 [this](const QString&, const QString&, const QString& owner) {
-                    tell(false);
+                    setHost(false);
                     m_answer.reset();
                     if (!owner.isEmpty())
-                        ask();
+                        askForHost();
                 });
         for (const auto* signal :
              {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
-            m_bus.connect(service, path, interface, QString::fromLatin1(signal), this, SLOT(ask()));
-        ask();
+            listen(m_bus, {service, path, interface, QString::fromLatin1(signal)}, this,
+                   SLOT(askForHost()));
+        askForHost();
     }
 
+    [[nodiscard]] TrayLook look() override { return {}; }
+    void dock(std::uint32_t /*window*/) override {}
+
 private slots:
-    /// The signals do not tell how many hosts are left.
-    void ask()
+    /// The signals do not say how many hosts are left.
+    void askForHost()
     {
         auto question =
             QDBusMessage::createMethodCall(service, path, "org.freedesktop.DBus.Properties", "Get");
@@ -54,38 +64,29 @@ private slots:
         m_answer.emplace(m_bus.asyncCall(question));
         connect(&*m_answer, &QDBusPendingCallWatcher::finished, this, [this] {
             const QDBusPendingReply<QDBusVariant> reply = *m_answer;
-            tell(reply.isValid() && reply.value().variant().toBool());
+            setHost(reply.isValid() && reply.value().variant().toBool());
         });
     }
 
 private:
-    void tell(bool isThere)
+    void setHost(bool isThere)
     {
-        if (m_isThere != isThere) {
-            m_isThere = isThere;
+        if (std::exchange(m_isThere, isThere) != isThere)
             m_receiver(isThere ? TrayHost::statusNotifier : TrayHost::none);
-        }
     }
 
-    TrayHosts::Receiver m_receiver;
+    Receiver m_receiver;
     QDBusConnection m_bus = QDBusConnection::sessionBus();
-    QDBusServiceWatcher m_service;
-    std::optional<QDBusPendingCallWatcher> m_answer; // Of the last question; earlier ones are void.
-    std::optional<bool> m_isThere;                   // What was told.
+    QDBusServiceWatcher m_service{service, m_bus, QDBusServiceWatcher::WatchForOwnerChange};
+    std::optional<QDBusPendingCallWatcher> m_answer; // To the last question; earlier ones are void.
+    std::optional<bool> m_isThere;                   // As last reported.
 };
 
 } // namespace
 
-DBusTrayHosts::DBusTrayHosts() = default;
-
-DBusTrayHosts::~DBusTrayHosts() = default;
-
-void DBusTrayHosts::watch(Receiver receiver)
+std::unique_ptr<TrayHosts> makeDBusTrayHosts()
 {
-    if (QDBusConnection::sessionBus().isConnected())
-        m_watch = std::make_unique<StatusNotifierWatch>(std::move(receiver));
-    else
-        receiver(TrayHost::none);
+    return std::make_unique<DBusTrayHosts>();
 }
 
 } // namespace clavo

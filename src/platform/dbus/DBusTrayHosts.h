@@ -5,26 +5,13 @@
 
 #include <memory>
 
-class QObject;
-
 namespace clavo
 {
 
 /// The StatusNotifier hosts of the session's bus.
 ///
-/// Nothing waits for the bus: the first answer comes from the event loop, at once only where there
-/// is no bus.
-class DBusTrayHosts final : public TrayHosts
-{
-public:
-    DBusTrayHosts();
-    ~DBusTrayHosts() override;
-
-    void watch(Receiver receiver) override;
-    void dock(std::uint32_t /*window*/) override {}
-
-private:
-    std::unique_ptr<QObject> m_watch;
-};
+/// Nothing waits for the bus: the first answer comes from the event loop, or at once if there is no
+/// bus.
+[[nodiscard]] std::unique_ptr<TrayHosts> makeDBusTrayHosts();
 
 } // namespace clavo

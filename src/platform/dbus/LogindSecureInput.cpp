@@ -2,15 +2,17 @@
 #include "platform/dbus/LogindSecureInput.h"
 
 #include "platform/dbus/DBusQuestion.h"
+#include "platform/dbus/DBusSignal.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusServiceWatcher>
+#include <QObject>
+#include <QString>
 #include <QStringList>
 #include <QVariantMap>
 
-#include <functional>
 #include <utility>
 
 namespace clavo
@@ -39,29 +41,26 @@ QDBusMessage call(const QString& path, const QString& interface, const QString& 
     return message << argument;
 }
 
-} // namespace
-
-class LogindSecureInput::Session final : public QObject
+class LogindSecureInput final : public QObject, public ObservableSecureInput
 {
     Q_OBJECT
 
 public:
-    using Receiver = std::function<void(bool isSecret)>;
-
-    Session(std::unique_ptr<Timer> timer, Receiver receiver)
-        : m_timer(std::move(timer)), m_receiver(std::move(receiver))
+    explicit LogindSecureInput(std::unique_ptr<Timer> timer) : m_timer(std::move(timer))
     {
-        connect(&m_logind, &QDBusServiceWatcher::serviceRegistered, this, &Session::find);
-        connect(&m_logind, &QDBusServiceWatcher::serviceUnregistered, this, &Session::forget);
+        connect(&m_logind, &QDBusServiceWatcher::serviceRegistered, this,
+                &LogindSecureInput::findSession);
+        connect(&m_logind, &QDBusServiceWatcher::serviceUnregistered, this,
+                &LogindSecureInput::forgetSession);
         if (m_bus.isConnected())
-            find();
+            findSession();
     }
 
 private slots:
-    void change(const QString& /*interface*/, const QVariantMap& changed,
-                const QStringList& /*invalidated*/)
+    void receiveChange(const QString& /*interface*/, const QVariantMap& state,
+                       const QStringList& /*invalidated*/)
     {
-        take(changed);
+        takeState(state);
     }
 
     void expectLock()
@@ -70,32 +69,33 @@ private slots:
         m_timer->start(timeToLock, [this] { setLocking(false); });
     }
 
-    void unlock() { setLocking(false); }
+    void endLock() { setLocking(false); }
 
 private:
-    void find()
+    void findSession()
     {
         const auto question =
             call(managerPath, managerInterface, QStringLiteral("GetSession"), sessionName());
-        ask<QDBusObjectPath>(m_bus, question, this,
-                             [this](const QDBusObjectPath& session) { follow(session.path()); });
+        ask<QDBusObjectPath>(m_bus, question, this, [this](const QDBusObjectPath& session) {
+            followSession(session.path());
+        });
     }
 
-    void follow(const QString& session)
+    void followSession(const QString& session)
     {
-        if (std::exchange(m_followed, session) != session) {
-            m_bus.connect(service, session, properties, QStringLiteral("PropertiesChanged"), this,
-                          SLOT(change(QString, QVariantMap, QStringList)));
-            m_bus.connect(service, session, sessionInterface, QStringLiteral("Lock"), this,
-                          SLOT(expectLock()));
-            m_bus.connect(service, session, sessionInterface, QStringLiteral("Unlock"), this,
-                          SLOT(unlock()));
+        if (std::exchange(m_session, session) != session) {
+            listen(m_bus, {service, session, properties, QStringLiteral("PropertiesChanged")}, this,
+                   SLOT(receiveChange(QString, QVariantMap, QStringList)));
+            listen(m_bus, {service, session, sessionInterface, QStringLiteral("Lock")}, this,
+                   SLOT(expectLock()));
+            listen(m_bus, {service, session, sessionInterface, QStringLiteral("Unlock")}, this,
+                   SLOT(endLock()));
         }
         const auto question = call(session, properties, QStringLiteral("GetAll"), sessionInterface);
-        ask<QVariantMap>(m_bus, question, this, [this](const QVariantMap& all) { take(all); });
+        ask<QVariantMap>(m_bus, question, this, [this](const QVariantMap& all) { takeState(all); });
     }
 
-    void take(const QVariantMap& state)
+    void takeState(const QVariantMap& state)
     {
         m_isActive = state.value(QStringLiteral("Active"), m_isActive).toBool();
         const auto hint = state.find(QStringLiteral("LockedHint"));
@@ -103,40 +103,38 @@ private:
         setLocking(hint == state.end() && m_isLocking);
     }
 
-    void forget()
+    void forgetSession()
     {
         m_isLocked = false;
         m_isActive = true;
         setLocking(false);
     }
 
-    /// Of the changes of the state always the last.
+    /// Called last in every state change.
     void setLocking(bool isLocking)
     {
         m_isLocking = isLocking;
         if (!isLocking)
             m_timer->stop();
-        m_receiver(m_isLocked || m_isLocking || !m_isActive);
+        const bool isSecure = m_isLocked || m_isLocking || !m_isActive;
+        setReason(isSecure ? SecureReason::lockedSession : SecureReason::none);
     }
 
     std::unique_ptr<Timer> m_timer;
-    Receiver m_receiver;
     QDBusConnection m_bus = QDBusConnection::systemBus();
     QDBusServiceWatcher m_logind{service, m_bus};
-    QString m_followed; // Path of the session.
+    QString m_session; // Its path; empty until logind has answered.
     bool m_isLocked = false;
-    bool m_isLocking = false; // Ordered to, not known to be.
+    bool m_isLocking = false; // Ordered to lock, and not known to have done so.
     bool m_isActive = true;
 };
 
-LogindSecureInput::LogindSecureInput(std::unique_ptr<Timer> timer)
-    : m_session(std::make_unique<Session>(std::move(timer), [this](bool isSecret) {
-          setReason(isSecret ? SecureReason::lockedSession : SecureReason::none);
-      }))
-{
-}
+} // namespace
 
-LogindSecureInput::~LogindSecureInput() = default;
+std::unique_ptr<ObservableSecureInput> makeLogindSecureInput(std::unique_ptr<Timer> timer)
+{
+    return std::make_unique<LogindSecureInput>(std::move(timer));
+}
 
 } // namespace clavo
 

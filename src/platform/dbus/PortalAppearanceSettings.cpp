@@ -1,15 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/PortalAppearanceSettings.h"
 
+#include "platform/dbus/DBusSignal.h"
+
 #include <QDBusArgument>
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 #include <QMap>
+#include <QObject>
+#include <QString>
 #include <QStringList>
-#include <QVariantMap>
+#include <QVariant>
 
+#include <optional>
 #include <utility>
 
 namespace clavo
@@ -21,13 +27,30 @@ const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
+const QString colorScheme = QStringLiteral("color-scheme");
+const QString accentColor = QStringLiteral("accent-color");
+const QString readOne = QStringLiteral("ReadOne");
+const QString read = QStringLiteral("Read"); // For portals that do not know the other.
+
+/// GNOME has two looks and sets "no preference" for the light one. Elsewhere that value says
+/// nothing: a portal that does not know the desktop's own theme gives it for dark themes as well.
+bool isLightByDefault()
+{
+    return qEnvironmentVariable("XDG_CURRENT_DESKTOP")
+        .split(QLatin1Char(':'))
+        .contains(QLatin1String("GNOME"));
+}
 
 std::optional<bool> isDark(const QVariant& scheme)
 {
-    constexpr uint dark = 1;
-    constexpr uint light = 2;
-    const auto value = scheme.toUInt();
-    return value == dark || value == light ? std::optional(value == dark) : std::nullopt;
+    enum Scheme : uint { none = 0, dark = 1, light = 2 };
+    bool isNumber = false;
+    const auto value = scheme.toUInt(&isNumber);
+    if (value == dark)
+        return true;
+    if (value == light || (isNumber && value == none && isLightByDefault()))
+        return false;
+    return {};
 }
 
 /// A colour that is not set has parts outside 0 to 1.
@@ -47,69 +70,86 @@ std::optional<AppearanceWish::Color> accent(const QVariant& color)
     return isSet ? std::optional(parts) : std::nullopt;
 }
 
-class SettingsWatch : public QObject
+/// What a setting's variant holds. The older method wraps it twice.
+QVariant unwrapped(QVariant value)
+{
+    while (value.metaType() == QMetaType::fromType<QDBusVariant>())
+        value = value.value<QDBusVariant>().variant();
+    return value;
+}
+
+class PortalAppearanceSettings final : public QObject, public AppearanceSettings
 {
     Q_OBJECT
 
 public:
-    explicit SettingsWatch(AppearanceSettings::Receiver receiver)
-        : m_receiver(std::move(receiver)), m_answer(m_bus.asyncCall(question()))
+    void watch(Receiver receiver) override
     {
-        m_bus.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
-                      SLOT(change(QString, QString, QDBusVariant)));
-        connect(&m_answer, &QDBusPendingCallWatcher::finished, this, [this] {
-            const auto reply = m_answer.reply();
-            if (reply.signature() != QLatin1String("a{sa{sv}}"))
-                return;
-            const auto all = qdbus_cast<QMap<QString, QVariantMap>>(reply.arguments().constFirst());
-            const auto settings = all.value(appearance);
-            for (auto setting = settings.begin(); setting != settings.end(); ++setting)
-                take(setting.key(), setting.value());
-            m_receiver(m_wish);
-        });
+        if (!m_bus.isConnected())
+            return;
+        m_receiver = std::move(receiver);
+        listen(m_bus, {service, path, interface, QStringLiteral("SettingChanged")}, this,
+               SLOT(receiveChange(QString, QString)));
+        askFor(colorScheme, readOne);
+        askFor(accentColor, readOne);
     }
 
 private slots:
-    void change(const QString& group, const QString& key, const QDBusVariant& value)
+    /// The signal's value may be another one than the setting's: when two of the portal's back ends
+    /// have the setting, each of them sends its own. A question is answered by the one that counts.
+    void receiveChange(const QString& group, const QString& key)
     {
-        const auto before = m_wish;
-        if (group == appearance)
-            take(key, value.variant());
-        if (m_wish != before)
-            m_receiver(m_wish);
+        if (group == appearance && (key == colorScheme || key == accentColor))
+            askFor(key, readOne);
     }
 
 private:
-    static QDBusMessage question()
+    void askFor(const QString& key, const QString& method)
     {
-        return QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("ReadAll"))
-               << QStringList(appearance);
+        auto question = QDBusMessage::createMethodCall(service, path, interface, method);
+        question << appearance << key;
+        auto* const answer = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
+        m_awaited[key] = answer;
+        connect(answer, &QDBusPendingCallWatcher::finished, this, [this, key, method, answer] {
+            answer->deleteLater();
+            if (m_awaited.value(key) != answer)
+                return;
+            if (method == readOne && answer->error().type() == QDBusError::UnknownMethod)
+                return askFor(key, read);
+            m_awaited.remove(key);
+            if (!answer->isError())
+                takeAnswer(key, unwrapped(answer->reply().arguments().value(0)));
+            if (m_awaited.isEmpty())
+                report();
+        });
     }
 
-    void take(const QString& key, const QVariant& value)
+    void takeAnswer(const QString& key, const QVariant& value)
     {
-        if (key == QLatin1String("color-scheme"))
+        if (key == colorScheme)
             m_wish.isDark = isDark(value);
-        else if (key == QLatin1String("accent-color"))
+        else
             m_wish.accent = accent(value);
     }
 
-    AppearanceSettings::Receiver m_receiver;
+    void report()
+    {
+        if (std::exchange(m_reported, m_wish) != m_wish)
+            m_receiver(m_wish);
+    }
+
+    Receiver m_receiver;
     AppearanceWish m_wish;
+    AppearanceWish m_reported;
     QDBusConnection m_bus = QDBusConnection::sessionBus();
-    QDBusPendingCallWatcher m_answer;
+    QMap<QString, const QDBusPendingCallWatcher*> m_awaited; // By key; earlier answers are void.
 };
 
 } // namespace
 
-PortalAppearanceSettings::PortalAppearanceSettings() = default;
-
-PortalAppearanceSettings::~PortalAppearanceSettings() = default;
-
-void PortalAppearanceSettings::watch(Receiver receiver)
+std::unique_ptr<AppearanceSettings> makePortalAppearanceSettings()
 {
-    if (QDBusConnection::sessionBus().isConnected())
-        m_watch = std::make_unique<SettingsWatch>(std::move(receiver));
+    return std::make_unique<PortalAppearanceSettings>();
 }
 
 } // namespace clavo

@@ -5,22 +5,10 @@
 
 #include <memory>
 
-class QObject;
-
 namespace clavo
 {
 
-/// The settings that the desktop portal hands on, whatever the desktop.
-class PortalAppearanceSettings final : public AppearanceSettings
-{
-public:
-    PortalAppearanceSettings();
-    ~PortalAppearanceSettings() override;
-
-    void watch(Receiver receiver) override;
-
-private:
-    std::unique_ptr<QObject> m_watch;
-};
+/// The settings that the desktop portal reports, on whatever desktop.
+[[nodiscard]] std::unique_ptr<AppearanceSettings> makePortalAppearanceSettings();
 
 } // namespace clavo

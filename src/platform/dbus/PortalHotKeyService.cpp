@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/PortalHotKeyService.h"
 
+#include "platform/dbus/DBusSignal.h"
+#include "platform/dbus/PortalRequest.h"
+
 #include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -10,10 +13,16 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
 #include <QList>
+#include <QObject>
 #include <QPair>
+#include <QString>
+#include <QVariant>
 #include <QVariantMap>
 
 #include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <map>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -26,13 +35,14 @@ namespace
 const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString shortcuts = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
+const QString registry = QStringLiteral("org.freedesktop.host.portal.Registry");
+const QString program = QStringLiteral("app.clavo.Clavo"); // The name of its desktop entry.
+const QString connectionName = QStringLiteral("clavo shortcuts");
+const QString shortcutsKey = QStringLiteral("shortcuts");
 const QString shortcutName = QStringLiteral("shortcut");
 
-/// What a request of the portal ends with.
-enum Outcome : uint { success = 0, cancelled = 1, failed = 2 };
-
 /// A shortcut as the portal takes it: its name and properties.
-using Wish = QPair<QString, QVariantMap>;
+using ShortcutRequest = QPair<QString, QVariantMap>;
 
 QString nameOf(std::uint32_t keyCode)
 {
@@ -42,7 +52,7 @@ QString nameOf(std::uint32_t keyCode)
     return key == ' ' ? QString() : QString(QLatin1Char(key));
 }
 
-/// The keys we wish for, as the portal spells them; empty where it cannot.
+/// The preferred keys as the portal spells them; empty if it cannot.
 QString trigger(const HotKey& hotKey)
 {
     const auto key = nameOf(hotKey.keyCode);
@@ -61,29 +71,46 @@ QDBusMessage call(const QString& interface, const QString& method)
     return QDBusMessage::createMethodCall(service, path, interface, method);
 }
 
-} // namespace
+/// Whether the shortcut is among those that the portal says the session has.
+bool hasShortcut(const QVariantMap& results)
+{
+    const auto listed = results.value(shortcutsKey);
+    if (!listed.canConvert<QDBusArgument>())
+        return false;
+    const auto argument = listed.value<QDBusArgument>();
+    if (argument.currentSignature() != QLatin1String("a(sa{sv})"))
+        return false;
+    const auto all = qdbus_cast<QList<ShortcutRequest>>(argument);
+    return std::ranges::any_of(
+        all, [](const ShortcutRequest& each) { return each.first == shortcutName; });
+}
 
-/// One shortcut: a session of its own at the portal, or a registration at the other service.
+/// One shortcut: a session of its own at the portal, or a registration at the fallback.
 class PortalShortcut final : public QObject
 {
     Q_OBJECT
 
 public:
-    PortalShortcut(HotKeyService& otherwise, const HotKey& hotKey, std::function<void()> pressed)
-        : m_otherwise(otherwise), m_hotKey(hotKey), m_pressed(std::move(pressed))
+    /// The desktop may keep the user's choice of keys by the session's name.
+    PortalShortcut(const QDBusConnection& bus, QString sessionName, HotKeyService& fallback,
+                   const HotKey& hotKey, std::function<void()> pressed)
+        : m_bus(bus), m_sessionName(std::move(sessionName)), m_fallback(fallback), m_hotKey(hotKey),
+          m_pressed(std::move(pressed))
     {
-        qDBusRegisterMetaType<Wish>();
-        qDBusRegisterMetaType<QList<Wish>>();
+        qDBusRegisterMetaType<ShortcutRequest>();
+        qDBusRegisterMetaType<QList<ShortcutRequest>>();
         qRegisterMetaType<QDBusObjectPath>(); // Found by its name in the slot.
         if (!m_bus.isConnected()) {
-            useOther();
+            useFallback();
             return;
         }
         connect(&m_portal, &QDBusServiceWatcher::serviceOwnerChanged, this,
                 [this](const QString&, const QString& before, const QString& now) {
-                    follow(!before.isEmpty(), !now.isEmpty());
+                    followPortal(!before.isEmpty(), !now.isEmpty());
                 });
-        ask();
+        listen(m_bus, {service, path, shortcuts, QStringLiteral("Activated")}, this,
+               SLOT(receivePress(QDBusObjectPath, QString)));
+        registerProgram();
     }
     ~PortalShortcut() override { stop(); }
     PortalShortcut(const PortalShortcut&) = delete;
@@ -92,8 +119,8 @@ public:
     /// Nothing is called from here on.
     void stop()
     {
-        if (m_other)
-            m_otherwise.unregisterHotKey(*std::exchange(m_other, std::nullopt));
+        if (m_fallbackRef)
+            m_fallback.unregisterHotKey(*std::exchange(m_fallbackRef, std::nullopt));
         if (!m_session.isEmpty())
             m_bus.send(QDBusMessage::createMethodCall(
                 service, std::exchange(m_session, {}),
@@ -102,27 +129,6 @@ public:
     }
 
 private slots:
-    void receiveSession(uint outcome, const QVariantMap& results)
-    {
-        stopListening(SLOT(receiveSession(uint, QVariantMap)));
-        if (m_isOver)
-            return;
-        const auto session = results.value(QStringLiteral("session_handle"));
-        m_session = session.canConvert<QDBusObjectPath>() ? session.value<QDBusObjectPath>().path()
-                                                          : session.toString();
-        if (outcome == success && !m_session.isEmpty())
-            bind();
-        else
-            end(outcome == cancelled ? cancelled : failed);
-    }
-
-    void receiveBinding(uint outcome, const QVariantMap& /*results*/)
-    {
-        stopListening(SLOT(receiveBinding(uint, QVariantMap)));
-        if (outcome != success && !m_isOver)
-            end(outcome);
-    }
-
     void receivePress(const QDBusObjectPath& session, const QString& name)
     {
         if (m_isOver || session.path() != m_session || name != shortcutName)
@@ -133,147 +139,197 @@ private slots:
 
 private:
     /// A portal that ends takes its sessions with it; the next one is asked anew.
-    void follow(bool ended, bool began)
+    void followPortal(bool ended, bool began)
     {
         if (ended) {
             m_session.clear();
             m_isLost = true;
         }
         if (began && !m_isOver && std::exchange(m_isLost, false))
-            ask();
+            registerProgram();
     }
 
-    void ask()
+    /// The desktop finds the program's title by the name of its desktop entry. Without the entry or
+    /// the interface the portal still gives shortcuts.
+    void registerProgram()
+    {
+        auto question = call(registry, QStringLiteral("Register"));
+        question << program << QVariantMap();
+        send(question, [this](bool) { askForShortcuts(); });
+    }
+
+    void askForShortcuts()
     {
         auto question =
             call(QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
         question << shortcuts << QStringLiteral("version");
-        send(question, [this] { createSession(); });
+        send(question, [this](bool isAnswered) {
+            if (isAnswered)
+                createSession();
+            else
+                end(PortalOutcome::failed);
+        });
     }
 
+    /// Portals of the interface's draft take the shortcuts here, and at BindShortcuts only open the
+    /// desktop's settings.
     void createSession()
     {
-        m_bus.connect(service, path, shortcuts, QStringLiteral("Activated"), this,
-                      SLOT(receivePress(QDBusObjectPath, QString)));
-        auto message = call(shortcuts, QStringLiteral("CreateSession"));
-        message << QVariantMap{
-            {QStringLiteral("handle_token"), listen(SLOT(receiveSession(uint, QVariantMap)))},
-            {QStringLiteral("session_handle_token"), newToken()}};
-        send(message, [] {});
+        const QVariantMap options{
+            {QStringLiteral("session_handle_token"), m_sessionName},
+            {shortcutsKey, QVariant::fromValue(requests())},
+        };
+        request(call(shortcuts, QStringLiteral("CreateSession")), options,
+                [this](PortalOutcome outcome, const QVariantMap& results) {
+                    const auto session = results.value(QStringLiteral("session_handle"));
+                    m_session = session.canConvert<QDBusObjectPath>()
+                                    ? session.value<QDBusObjectPath>().path()
+                                    : session.toString();
+                    if (outcome != PortalOutcome::success || m_session.isEmpty())
+                        end(outcome);
+                    else if (!hasShortcut(results))
+                        listShortcuts();
+                });
     }
 
-    void bind()
+    /// A session may have the shortcut from an earlier start; some desktops open their settings
+    /// whenever it is bound.
+    void listShortcuts()
+    {
+        auto question = call(shortcuts, QStringLiteral("ListShortcuts"));
+        question << QVariant::fromValue(QDBusObjectPath(m_session));
+        request(question, {}, [this](PortalOutcome outcome, const QVariantMap& results) {
+            if (outcome != PortalOutcome::success || !hasShortcut(results))
+                bindShortcuts();
+        });
+    }
+
+    void bindShortcuts()
+    {
+        auto question = call(shortcuts, QStringLiteral("BindShortcuts"));
+        question << QVariant::fromValue(QDBusObjectPath(m_session))
+                 << QVariant::fromValue(requests()) << QString(); // No window asks.
+        request(question, {}, [this](PortalOutcome outcome, const QVariantMap& results) {
+            if (outcome != PortalOutcome::success || !hasShortcut(results))
+                end(outcome);
+        });
+    }
+
+    [[nodiscard]] QList<ShortcutRequest> requests() const
     {
         QVariantMap properties{
             {QStringLiteral("description"),
              QCoreApplication::translate("HotKey", "Turn the sounds of Clavo on or off")}};
-        if (const auto wish = trigger(m_hotKey); !wish.isEmpty())
-            properties.insert(QStringLiteral("preferred_trigger"), wish);
-        auto message = call(shortcuts, QStringLiteral("BindShortcuts"));
-        message << QVariant::fromValue(QDBusObjectPath(m_session))
-                << QVariant::fromValue(QList<Wish>{{shortcutName, properties}})
-                << QString() // No window asks.
-                << QVariantMap{{QStringLiteral("handle_token"),
-                                listen(SLOT(receiveBinding(uint, QVariantMap)))}};
-        send(message, [] {});
+        if (const auto keys = trigger(m_hotKey); !keys.isEmpty())
+            properties.insert(QStringLiteral("preferred_trigger"), keys);
+        return {{shortcutName, properties}};
     }
 
-    /// A portal that knows no such call, or refuses it, does without us.
-    template <typename Next> void send(const QDBusMessage& message, Next next)
+    template <typename Next> void send(const QDBusMessage& question, Next next)
     {
-        auto* const answer = new QDBusPendingCallWatcher(m_bus.asyncCall(message), this);
+        auto* const answer = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
         connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, next] {
             answer->deleteLater();
-            if (m_isOver)
-                return;
-            if (answer->isError())
-                end(failed);
-            else
-                next();
+            if (!m_isOver)
+                next(!answer->isError());
         });
     }
 
-    static QString newToken()
+    template <typename Next>
+    void request(const QDBusMessage& question, const QVariantMap& options, Next next)
     {
-        static int last = 0;
-        return QStringLiteral("clavo_%1_%2").arg(QCoreApplication::applicationPid()).arg(++last);
+        clavo::request(m_bus, question, options, this,
+                       [this, next](PortalOutcome outcome, const QVariantMap& results) {
+                           if (!m_isOver)
+                               next(outcome, results);
+                       });
     }
 
-    /// Listens before the question is asked, as the portal may answer at once; the question's
-    /// token.
-    QString listen(const char* slot)
-    {
-        auto token = newToken();
-        auto sender = m_bus.baseService().mid(1);
-        sender.replace(QLatin1Char('.'), QLatin1Char('_'));
-        m_request =
-            QStringLiteral("/org/freedesktop/portal/desktop/request/%1/%2").arg(sender, token);
-        m_bus.connect(service, m_request, QStringLiteral("org.freedesktop.portal.Request"),
-                      QStringLiteral("Response"), this, slot);
-        return token;
-    }
-
-    void stopListening(const char* slot)
-    {
-        m_bus.disconnect(service, m_request, QStringLiteral("org.freedesktop.portal.Request"),
-                         QStringLiteral("Response"), this, slot);
-    }
-
-    void end(uint outcome)
+    /// Gives up on the portal. A shortcut that the user has refused is not taken elsewhere.
+    void end(PortalOutcome outcome)
     {
         stop();
-        if (outcome != cancelled)
-            useOther();
+        if (outcome != PortalOutcome::cancelled)
+            useFallback();
     }
 
-    void useOther()
+    void useFallback()
     {
         m_isOver = true;
-        m_other = m_otherwise.registerHotKey(m_hotKey, m_pressed);
+        m_fallbackRef = m_fallback.registerHotKey(m_hotKey, m_pressed);
     }
 
-    HotKeyService& m_otherwise;
+    QDBusConnection m_bus;
+    QString m_sessionName;
+    HotKeyService& m_fallback;
     HotKey m_hotKey;
     std::function<void()> m_pressed;
-    QDBusConnection m_bus = QDBusConnection::sessionBus();
     QDBusServiceWatcher m_portal{service, m_bus, QDBusServiceWatcher::WatchForOwnerChange};
-    QString m_request;                // The path of the one that is under way.
-    QString m_session;                // Its path; empty where there is none.
-    bool m_isLost = false;            // The portal ended, and with it the session.
-    bool m_isOver = false;            // The portal has no more say.
-    std::optional<HotKeyRef> m_other; // The registration at the other service.
+    QString m_session;                      // Its path; empty if there is none.
+    bool m_isLost = false;                  // The portal ended, and with it the session.
+    bool m_isOver = false;                  // The portal has no more say.
+    std::optional<HotKeyRef> m_fallbackRef; // The registration at the fallback.
 };
 
-PortalHotKeyService::PortalHotKeyService(std::unique_ptr<HotKeyService> otherwise)
-    : m_otherwise(std::move(otherwise))
+class PortalHotKeyService final : public HotKeyService
 {
-}
+public:
+    // A connection of its own: the portal registers a program only before any other call, and other
+    // parts of the program use the shared one.
+    explicit PortalHotKeyService(std::unique_ptr<HotKeyService> fallback)
+        : m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName)),
+          m_fallback(std::move(fallback))
+    {
+    }
+    ~PortalHotKeyService() override { QDBusConnection::disconnectFromBus(connectionName); }
+    PortalHotKeyService(const PortalHotKeyService&) = delete;
+    PortalHotKeyService& operator=(const PortalHotKeyService&) = delete;
 
-PortalHotKeyService::~PortalHotKeyService() = default;
+    [[nodiscard]] std::optional<HotKeyRef> registerHotKey(const HotKey& hotKey,
+                                                          std::function<void()> pressed) override
+    {
+        const auto isSame = [&](const auto& each) {
+            const auto& other = each.second.hotKey;
+            return other.keyCode == hotKey.keyCode && other.modifiers == hotKey.modifiers;
+        };
+        if (std::ranges::any_of(m_registrations, isSame))
+            return std::nullopt;
+        // The same at every start; the connection makes it unique.
+        const auto sessionName = QStringLiteral("clavo_%1").arg(++m_lastRef);
+        m_registrations[m_lastRef] = {
+            .hotKey = hotKey,
+            .shortcut = std::make_unique<PortalShortcut>(m_bus, sessionName, *m_fallback, hotKey,
+                                                         std::move(pressed))};
+        return m_lastRef;
+    }
 
-std::optional<HotKeyRef> PortalHotKeyService::registerHotKey(const HotKey& hotKey,
-                                                             std::function<void()> pressed)
-{
-    const auto isSame = [&](const auto& each) {
-        const auto& other = each.second.hotKey;
-        return other.keyCode == hotKey.keyCode && other.modifiers == hotKey.modifiers;
+    void unregisterHotKey(HotKeyRef ref) override
+    {
+        const auto found = m_registrations.find(ref);
+        if (found == m_registrations.end())
+            return;
+        found->second.shortcut->stop();
+        found->second.shortcut.release()->deleteLater(); // It may be reporting a press.
+        m_registrations.erase(found);
+    }
+
+private:
+    struct Registration {
+        HotKey hotKey;
+        std::unique_ptr<PortalShortcut> shortcut;
     };
-    if (std::ranges::any_of(m_registrations, isSame))
-        return std::nullopt;
-    m_registrations[++m_lastRef] = {
-        .hotKey = hotKey,
-        .shortcut = std::make_unique<PortalShortcut>(*m_otherwise, hotKey, std::move(pressed))};
-    return m_lastRef;
-}
 
-void PortalHotKeyService::unregisterHotKey(HotKeyRef ref)
+    QDBusConnection m_bus;
+    std::unique_ptr<HotKeyService> m_fallback;
+    std::map<HotKeyRef, Registration> m_registrations;
+    HotKeyRef m_lastRef = 0;
+};
+
+} // namespace
+
+std::unique_ptr<HotKeyService> makePortalHotKeyService(std::unique_ptr<HotKeyService> fallback)
 {
-    const auto found = m_registrations.find(ref);
-    if (found == m_registrations.end())
-        return;
-    found->second.shortcut->stop();
-    found->second.shortcut.release()->deleteLater(); // It may be telling of a press.
-    m_registrations.erase(found);
+    return std::make_unique<PortalHotKeyService>(std::move(fallback));
 }
 
 } // namespace clavo

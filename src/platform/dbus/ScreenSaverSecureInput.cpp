@@ -2,17 +2,18 @@
 #include "platform/dbus/ScreenSaverSecureInput.h"
 
 #include "platform/dbus/DBusQuestion.h"
+#include "platform/dbus/DBusSignal.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
+#include <QObject>
 #include <QSet>
+#include <QString>
 
 #include <array>
-#include <functional>
-#include <utility>
 
 namespace clavo
 {
@@ -35,34 +36,35 @@ constexpr std::array screenSavers{
 const QString bus = QStringLiteral("org.freedesktop.DBus");
 const QString busPath = QStringLiteral("/org/freedesktop/DBus");
 
-} // namespace
-
-class ScreenSaverSecureInput::Watch final : public QObject
+class ScreenSaverSecureInput final : public QObject, public ObservableSecureInput
 {
     Q_OBJECT
 
 public:
-    explicit Watch(std::function<void(bool isActive)> receiver) : m_receiver(std::move(receiver))
+    ScreenSaverSecureInput()
     {
         if (!m_bus.isConnected())
             return;
         connect(&m_owners, &QDBusServiceWatcher::serviceUnregistered, this,
-                [this](const QString& owner) { set(owner, false); });
+                [this](const QString& owner) { setActive(owner, false); });
         for (const auto& screenSaver : screenSavers)
-            follow(screenSaver);
+            watchScreenSaver(screenSaver);
     }
 
 private slots:
-    void change(bool isActive, const QDBusMessage& signal) { set(signal.service(), isActive); }
+    void receiveChange(bool isActive, const QDBusMessage& signal)
+    {
+        setActive(signal.service(), isActive);
+    }
 
 private:
-    /// Whoever sends the signal: to name the sender would mean to wait for the bus to tell who has
-    /// the name.
-    void follow(const ScreenSaver& screenSaver)
+    /// Listens to every sender: to name one would mean to wait for the bus to look up the name's
+    /// owner.
+    void watchScreenSaver(const ScreenSaver& screenSaver)
     {
         const auto name = QString::fromLatin1(screenSaver.name);
-        m_bus.connect({}, {}, name, QStringLiteral("ActiveChanged"), this,
-                      SLOT(change(bool, QDBusMessage)));
+        listen(m_bus, {{}, {}, name, QStringLiteral("ActiveChanged")}, this,
+               SLOT(receiveChange(bool, QDBusMessage)));
         auto question = QDBusMessage::createMethodCall(name, QString::fromLatin1(screenSaver.path),
                                                        name, QStringLiteral("GetActive"));
         question.setAutoStartService(false);
@@ -70,43 +72,45 @@ private:
         connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
             answer->deleteLater();
             if (const QDBusPendingReply<bool> reply = *answer; reply.isValid())
-                set(reply.reply().service(), reply.value());
+                setActive(reply.reply().service(), reply.value());
         });
     }
 
-    void set(const QString& owner, bool isActive)
+    void setActive(const QString& owner, bool isActive)
     {
         if (!isActive) {
             m_active.remove(owner);
             m_owners.removeWatchedService(owner);
-            return m_receiver(!m_active.isEmpty());
+            return updateReason();
         }
         m_active.insert(owner);
-        m_receiver(true);
+        updateReason();
         m_owners.addWatchedService(owner);
         // It may have left before it was watched.
         auto question =
             QDBusMessage::createMethodCall(bus, busPath, bus, QStringLiteral("NameHasOwner"));
-        ask<bool>(m_bus, question << owner, this, [this, owner](bool isThere) {
-            if (!isThere)
-                set(owner, false);
+        ask<bool>(m_bus, question << owner, this, [this, owner](bool hasOwner) {
+            if (!hasOwner)
+                setActive(owner, false);
         });
     }
 
-    std::function<void(bool isActive)> m_receiver;
+    void updateReason()
+    {
+        setReason(m_active.isEmpty() ? SecureReason::none : SecureReason::lockedSession);
+    }
+
     QDBusConnection m_bus = QDBusConnection::sessionBus();
     QDBusServiceWatcher m_owners{{}, m_bus, QDBusServiceWatcher::WatchForUnregistration};
-    QSet<QString> m_active; // The connections whose screen saver is.
+    QSet<QString> m_active; // The connections whose screen saver is active.
 };
 
-ScreenSaverSecureInput::ScreenSaverSecureInput()
-    : m_watch(std::make_unique<Watch>([this](bool isActive) {
-          setReason(isActive ? SecureReason::lockedSession : SecureReason::none);
-      }))
-{
-}
+} // namespace
 
-ScreenSaverSecureInput::~ScreenSaverSecureInput() = default;
+std::unique_ptr<ObservableSecureInput> makeScreenSaverSecureInput()
+{
+    return std::make_unique<ScreenSaverSecureInput>();
+}
 
 } // namespace clavo
 

@@ -17,7 +17,7 @@ namespace clavo::evdev
 namespace
 {
 
-/// Whether the user is a member of the devices' group by now, and this process is not.
+/// Whether the user has become a member of the devices' group, but this process has not.
 bool isMemberOfNextLogin()
 {
     // NOLINTBEGIN(concurrency-mt-unsafe): one thread asks.

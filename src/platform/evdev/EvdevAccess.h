@@ -12,11 +12,11 @@ using Access = InputAccess::State;
 
 inline constexpr auto deviceFolder = "/dev/input";
 
-/// What the devices of the folder say; leaves none of them open. notInThisLogin: the user has
-/// joined the devices' group since this session was opened.
+/// The access to the keyboards of the folder. notInThisLogin: the user has joined the devices'
+/// group since this session was opened.
 [[nodiscard]] Access accessToKeyboards(const std::filesystem::path& folder = deviceFolder);
 
-/// Whether the file's name is one the kernel gives to input devices.
+/// Whether the file's name is that of an input device.
 [[nodiscard]] bool isDeviceNode(const std::filesystem::path& node);
 
 } // namespace clavo::evdev

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/evdev/EvdevDecoder.h"
 
-#include "platform/linux/EvdevKeyCodes.h"
+#include "platform/evdev/EvdevKeyCodes.h"
 
 #include <linux/input-event-codes.h>
 
@@ -70,7 +70,7 @@ std::span<const RawEvent> EvdevDecoder::decode(Device device, const DeviceEvent&
     };
 
     if (event.type == EV_KEY && !isButton(event.code)) {
-        key(device, event);
+        handleKey(device, event);
     } else if (event.type == EV_KEY && event.value != repeated) {
         if (const auto type = typeOfButton(event.code, event.value == pressed))
             m_decoded.push_back({.type = *type, .x = m_pointer.x(screens.extents())});
@@ -94,9 +94,9 @@ std::span<const RawEvent> EvdevDecoder::decode(Device device, const DeviceEvent&
         default:
             break;
         }
-    } else if (event.type == EV_ABS && event.code == ABS_X && state.traits.places) {
-        const double least = state.traits.places->least;
-        const double width = state.traits.places->greatest - least;
+    } else if (event.type == EV_ABS && event.code == ABS_X && state.traits.absoluteX) {
+        const double least = state.traits.absoluteX->least;
+        const double width = state.traits.absoluteX->greatest - least;
         if (width > 0)
             m_pointer.place((event.value - least) / width, screens.extents());
     }
@@ -135,7 +135,7 @@ bool EvdevDecoder::isHeldElsewhere(Device device, std::uint32_t code) const
     });
 }
 
-void EvdevDecoder::key(Device device, const DeviceEvent& event)
+void EvdevDecoder::handleKey(Device device, const DeviceEvent& event)
 {
     auto& keys = m_devices.at(device).keys;
     const auto raw = event.value == released ? keys.release(event.code) : keys.press(event.code);

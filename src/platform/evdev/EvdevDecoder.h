@@ -2,9 +2,9 @@
 #pragma once
 
 #include "input/EventTap.h"
+#include "platform/evdev/HeldKeys.h"
 #include "platform/evdev/Pointer.h"
 #include "platform/evdev/Wheel.h"
-#include "platform/linux/HeldKeys.h"
 
 #include <cstdint>
 #include <map>
@@ -15,63 +15,62 @@
 namespace clavo::evdev
 {
 
-/// What of a device matters for its events.
+/// The capabilities that decide how a device's events are decoded.
 struct DeviceTraits {
-    bool hasTypingKeys = false; // A keyboard people type on, not just a power button.
+    bool hasTypingKeys = false; // A keyboard, not just a power button.
     bool hasKeys = false;
     bool hasButtons = false; // Of a mouse or a touchpad.
     bool hasWheel = false;
     bool hasFineWheel = false;
     bool hasFineHorizontalWheel = false;
     bool isGamepad = false;
-    /// The range of a device that tells places (a tablet); nothing where the places are those of
-    /// a finger on a touchpad.
     struct Range {
         int least = 0;
         int greatest = 0;
     };
-    std::optional<Range> places = std::nullopt;
+    /// The range of the absolute X axis, as a tablet has it; none for touchpads.
+    std::optional<Range> absoluteX = std::nullopt;
 
-    /// Whether the device has anything to say that is heard.
+    /// Whether the device has events that are listened to.
     [[nodiscard]] bool isWanted() const
     {
         return !isGamepad && (hasKeys || hasButtons || hasWheel);
     }
 };
 
-/// One event as the kernel tells it (linux/input.h).
+/// An event as the kernel reports it (linux/input.h).
 struct DeviceEvent {
     std::uint16_t type = 0;
     std::uint16_t code = 0;
     std::int32_t value = 0;
 };
 
-/// Turns what several devices tell at once into raw events.
+/// Merges the events of all devices into one stream of raw events.
 ///
-/// A modifier that two keyboards hold goes down with the first and up with the last. Keys repeat by
-/// what the kernel says, on each keyboard for itself.
+/// A modifier that is held on two keyboards goes down with the first and up with the last. Keys
+/// repeat as the kernel reports it for each keyboard.
 class EvdevDecoder
 {
 public:
-    using Device = int; // A number that tells the devices apart.
+    using Device = int; // A number that identifies the device.
 
-    /// A device, and the keys that are down on it already: they are not pressed any more.
+    /// Adds a device with the keys that are down on it already; they cause no events.
     void add(Device device, const DeviceTraits& traits, std::span<const std::uint16_t> down);
 
-    /// A device is gone: what it held is released. The events are those of the modifiers.
+    /// Removes a device and releases its keys. Returns the events of the modifiers.
     [[nodiscard]] std::vector<RawEvent> remove(Device device);
 
-    /// What followed from one event, valid until the next call; `screens` are where the pointer may
-    /// be, and are asked only where it matters.
+    /// Returns the raw events of one event, valid until the next call. The pointer is kept on
+    /// `screens`, which are asked only for events of the pointer.
     [[nodiscard]] std::span<const RawEvent> decode(Device device, const DeviceEvent& event,
                                                    Screens& screens);
 
-    /// Events of a device were lost, and these keys are down on it now. The events are those of the
-    /// modifiers: a key that was struck meanwhile would be heard late.
+    /// Sets the keys that are down on a device whose events were lost. Returns the events of the
+    /// modifiers only: a key that was struck meanwhile would be heard late.
     [[nodiscard]] std::vector<RawEvent> resynchronize(Device device,
                                                       std::span<const std::uint16_t> down);
 
-    /// Whether the event is one of a pointer that moved.
+    /// Whether the event reports motion of a pointer.
     [[nodiscard]] static bool isMotion(const DeviceEvent& event);
 
 private:
@@ -85,7 +84,7 @@ private:
     };
 
     [[nodiscard]] bool isHeldElsewhere(Device device, std::uint32_t code) const;
-    void key(Device device, const DeviceEvent& event);
+    void handleKey(Device device, const DeviceEvent& event);
 
     std::map<Device, State> m_devices;
     Pointer m_pointer;

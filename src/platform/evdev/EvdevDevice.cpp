@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/evdev/EvdevDevice.h"
 
-#include "files/Descriptor.h"
-
 #include <fcntl.h>
 #include <libevdev/libevdev.h>
 #include <linux/input.h>
@@ -10,16 +8,15 @@
 
 #include <bitset>
 #include <cerrno>
-#include <utility>
 
 namespace clavo::evdev
 {
 namespace
 {
 
-/// Has the kernel tell of these codes of a type of event and of no others; the file is not woken
-/// for what is left of a packet that has nothing else.
-void hearOnly(int file, std::uint32_t type, std::uint64_t codes)
+/// Has the kernel report only these codes of an event type. A packet without any of them does not
+/// make the file readable.
+void reportOnly(int file, std::uint32_t type, std::uint64_t codes)
 {
     input_mask mask{};
     mask.type = type;
@@ -30,51 +27,43 @@ void hearOnly(int file, std::uint32_t type, std::uint64_t codes)
 
 } // namespace
 
-struct EvdevDevice::Library {
-    explicit Library(int number) : file(number) {}
-    ~Library() { libevdev_free(device); }
-    Library(const Library&) = delete;
-    Library& operator=(const Library&) = delete;
-
-    [[nodiscard]] bool has(unsigned int type, unsigned int code) const
-    {
-        return libevdev_has_event_code(device, type, code) != 0;
-    }
-
-    Descriptor file;
-    libevdev* device = nullptr;
-};
+void EvdevDevice::Free::operator()(libevdev* device) const noexcept
+{
+    libevdev_free(device);
+}
 
 std::unique_ptr<EvdevDevice> EvdevDevice::open(const std::filesystem::path& node)
 {
     const int file = ::open(node.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
-    auto library = std::make_unique<Library>(file);
-    if (file < 0 || libevdev_new_from_fd(file, &library->device) != 0)
+    std::unique_ptr<EvdevDevice> device(new EvdevDevice(file));
+    libevdev* opened = nullptr;
+    if (file < 0 || libevdev_new_from_fd(file, &opened) != 0)
         return nullptr;
-    return std::unique_ptr<EvdevDevice>(new EvdevDevice(std::move(library)));
+    device->m_device.reset(opened);
+    return device;
 }
 
-EvdevDevice::EvdevDevice(std::unique_ptr<Library> library) : m_library(std::move(library)) {}
-
-EvdevDevice::~EvdevDevice() = default;
+bool EvdevDevice::has(unsigned int type, unsigned int code) const
+{
+    return libevdev_has_event_code(m_device.get(), type, code) != 0;
+}
 
 DeviceTraits EvdevDevice::traits() const
 {
-    const auto& device = *m_library;
-    const auto isKey = [&](unsigned int code) { return device.has(EV_KEY, code); };
+    const auto isKey = [&](unsigned int code) { return has(EV_KEY, code); };
     DeviceTraits traits{
         .hasTypingKeys = isKey(KEY_A) || isKey(KEY_SPACE) || isKey(KEY_KP1),
         .hasButtons = isKey(BTN_LEFT) || isKey(BTN_RIGHT),
-        .hasWheel = device.has(EV_REL, REL_WHEEL) || device.has(EV_REL, REL_HWHEEL),
-        .hasFineWheel = device.has(EV_REL, REL_WHEEL_HI_RES),
-        .hasFineHorizontalWheel = device.has(EV_REL, REL_HWHEEL_HI_RES),
+        .hasWheel = has(EV_REL, REL_WHEEL) || has(EV_REL, REL_HWHEEL),
+        .hasFineWheel = has(EV_REL, REL_WHEEL_HI_RES),
+        .hasFineHorizontalWheel = has(EV_REL, REL_HWHEEL_HI_RES),
     };
     for (unsigned int code = KEY_ESC; code < BTN_MISC; ++code)
         traits.hasKeys = traits.hasKeys || isKey(code);
     traits.isGamepad = !traits.hasTypingKeys && (isKey(BTN_JOYSTICK) || isKey(BTN_GAMEPAD));
-    if (device.has(EV_ABS, ABS_X) && !isKey(BTN_TOOL_FINGER))
-        traits.places = {.least = libevdev_get_abs_minimum(device.device, ABS_X),
-                         .greatest = libevdev_get_abs_maximum(device.device, ABS_X)};
+    if (has(EV_ABS, ABS_X) && !isKey(BTN_TOOL_FINGER))
+        traits.absoluteX = {.least = libevdev_get_abs_minimum(m_device.get(), ABS_X),
+                            .greatest = libevdev_get_abs_maximum(m_device.get(), ABS_X)};
     return traits;
 }
 
@@ -82,7 +71,7 @@ std::vector<std::uint16_t> EvdevDevice::keysDown() const
 {
     std::vector<std::uint16_t> down;
     for (std::uint16_t code = 0; code < KEY_CNT; ++code) {
-        if (libevdev_get_event_value(m_library->device, EV_KEY, code) != 0)
+        if (libevdev_get_event_value(m_device.get(), EV_KEY, code) != 0)
             down.push_back(code);
     }
     return down;
@@ -91,7 +80,7 @@ std::vector<std::uint16_t> EvdevDevice::keysDown() const
 EvdevDevice::Outcome EvdevDevice::read(DeviceEvent& event)
 {
     input_event read{};
-    const int status = libevdev_next_event(m_library->device, LIBEVDEV_READ_FLAG_NORMAL, &read);
+    const int status = libevdev_next_event(m_device.get(), LIBEVDEV_READ_FLAG_NORMAL, &read);
     if (status == LIBEVDEV_READ_STATUS_SYNC)
         return Outcome::dropped;
     if (status != LIBEVDEV_READ_STATUS_SUCCESS)
@@ -103,7 +92,7 @@ EvdevDevice::Outcome EvdevDevice::read(DeviceEvent& event)
 void EvdevDevice::synchronize()
 {
     input_event difference{};
-    while (libevdev_next_event(m_library->device, LIBEVDEV_READ_FLAG_SYNC, &difference) ==
+    while (libevdev_next_event(m_device.get(), LIBEVDEV_READ_FLAG_SYNC, &difference) ==
            LIBEVDEV_READ_STATUS_SYNC) {
     }
 }
@@ -118,13 +107,8 @@ void EvdevDevice::setMotionHeard(bool isHeard)
         relative.set(code, isHeard);
     for (const auto code : {ABS_X, ABS_Y})
         absolute.set(code, isHeard);
-    hearOnly(descriptor(), EV_REL, relative.to_ullong());
-    hearOnly(descriptor(), EV_ABS, absolute.to_ullong());
-}
-
-int EvdevDevice::descriptor() const
-{
-    return m_library->file.number();
+    reportOnly(descriptor(), EV_REL, relative.to_ullong());
+    reportOnly(descriptor(), EV_ABS, absolute.to_ullong());
 }
 
 } // namespace clavo::evdev

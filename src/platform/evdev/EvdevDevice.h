@@ -1,22 +1,24 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "files/Descriptor.h"
 #include "platform/evdev/EvdevDecoder.h"
 
 #include <cstdint>
 #include <filesystem>
 #include <memory>
-#include <optional>
 #include <vector>
+
+struct libevdev;
 
 namespace clavo::evdev
 {
 
-/// One open input device, only ever read: neither grabbed nor written to.
+/// An open input device. It is only read, never grabbed or written to.
 class EvdevDevice
 {
 public:
-    /// What became of a try to read an event.
+    /// The result of an attempt to read an event.
     enum class Outcome {
         event,
         nothingMore,
@@ -24,32 +26,33 @@ public:
         gone,
     };
 
-    /// Nothing where the file is no input device or must not be read.
+    /// Null if the file is no input device or may not be read.
     [[nodiscard]] static std::unique_ptr<EvdevDevice> open(const std::filesystem::path& node);
-    ~EvdevDevice();
-    EvdevDevice(const EvdevDevice&) = delete;
-    EvdevDevice& operator=(const EvdevDevice&) = delete;
 
     [[nodiscard]] DeviceTraits traits() const;
-    /// The keys that are down, as far as the events read so far tell.
+    /// The keys that are down according to the events read so far.
     [[nodiscard]] std::vector<std::uint16_t> keysDown() const;
 
-    /// Never waits. Fills `event` where there is one.
+    /// Never waits. Fills `event` if there is one.
     [[nodiscard]] Outcome read(DeviceEvent& event);
-    /// Asks the device what is down on it now.
+    /// Updates the keys that are down from the device itself.
     void synchronize();
 
-    /// Whether read() tells of a pointer that moves, as it does in the beginning. Where the kernel
-    /// does not know how to leave motion out, it does so ever after.
+    /// Turns motion events on or off (initially on). Kernels without EVIOCSMASK always send them.
     void setMotionHeard(bool isHeard);
 
-    [[nodiscard]] int descriptor() const;
+    [[nodiscard]] int descriptor() const { return m_file.number(); }
 
 private:
-    struct Library;
-    explicit EvdevDevice(std::unique_ptr<Library> library);
+    struct Free {
+        void operator()(libevdev* device) const noexcept;
+    };
 
-    std::unique_ptr<Library> m_library;
+    explicit EvdevDevice(int file) : m_file(file) {}
+    [[nodiscard]] bool has(unsigned int type, unsigned int code) const;
+
+    Descriptor m_file;
+    std::unique_ptr<libevdev, Free> m_device;
 };
 
 } // namespace clavo::evdev

@@ -30,23 +30,21 @@ namespace
 
 using namespace std::chrono_literals;
 
-constexpr auto pause = 2s; // Between two looks for a folder that is not there.
+constexpr auto pause = 2s; // Between two attempts to watch a missing folder.
 
-} // namespace
-
-class EvdevEventTap::Listener
+class EvdevEventTap final : public EventTap
 {
 public:
-    Listener(Screens& screens, std::filesystem::path folder)
+    EvdevEventTap(Screens& screens, std::filesystem::path folder)
         : m_screens(screens), m_folder(std::move(folder))
     {
-        m_soon.setSingleShot(true);
-        m_retry.setSingleShot(true);
-        QObject::connect(&m_soon, &QTimer::timeout, [this] { settle(); });
-        QObject::connect(&m_retry, &QTimer::timeout, [this] { watchFolder(); });
+        m_settleTimer.setSingleShot(true);
+        m_retryTimer.setSingleShot(true);
+        m_settleTimer.callOnTimeout([this] { settleDevices(); });
+        m_retryTimer.callOnTimeout([this] { watchFolder(); });
     }
 
-    bool create(EventMask mask, Receiver receiver)
+    [[nodiscard]] bool create(EventMask mask, Receiver receiver) override
     {
         m_mask = mask;
         m_receiver = std::move(receiver);
@@ -54,7 +52,7 @@ public:
         const bool hears = std::ranges::any_of(
             m_sources, [](const auto& each) { return each.second->isKeyboard; });
         if (!hears) {
-            m_retry.stop();
+            m_retryTimer.stop();
             m_changes.reset();
             m_watch.reset();
             m_sources.clear();
@@ -63,19 +61,20 @@ public:
         return hears;
     }
 
-    /// Not here: the loss may still be on its way through the reader.
-    void enable() { m_soon.start(0ms); }
+    void enable() override { m_settleTimer.start(0ms); } // The loss may be on the stack.
 
-    void notifyNextMotion(std::function<void()> moved)
+    [[nodiscard]] std::string name() const override { return "/dev/input"; }
+
+    void notifyNextMotion(std::function<void()> moved) override
     {
         m_moved = std::move(moved);
-        chooseMotion();
+        updateMotion();
     }
 
-    void setPositionUsed(bool isUsed)
+    void setPositionUsed(bool isUsed) override
     {
         m_isPositionUsed = isUsed;
-        chooseMotion();
+        updateMotion();
     }
 
 private:
@@ -83,47 +82,47 @@ private:
         std::filesystem::path node;
         std::unique_ptr<evdev::EvdevDevice> device;
         bool isKeyboard = false;
-        bool isDropped = false; // Waits to be enabled.
+        bool isDropped = false; // Its events were dropped; waits for enable().
         bool isGone = false;
         std::optional<QSocketNotifier> readable;
     };
 
     void watchFolder();
     void readChanges();
-    void open(const std::filesystem::path& node);
-    void read(int number, Source& source);
-    void settle();
+    void openDevice(const std::filesystem::path& node);
+    void readDevice(int number, Source& source);
+    void settleDevices();
     void deliver(std::span<const RawEvent> events);
-    void chooseMotion();
+    void updateMotion();
 
     Screens& m_screens;
     std::filesystem::path m_folder;
     EventMask m_mask = 0;
     Receiver m_receiver;
-    std::function<void()> m_moved; // Waits for the next motion.
+    std::function<void()> m_moved; // Called at the next motion.
     bool m_isPositionUsed = true;
-    bool m_hearsMotion = true; // What the devices have been told.
+    bool m_hearsMotion = true; // As the devices are set.
 
-    std::optional<Descriptor> m_watch; // Of the folder.
+    std::optional<Descriptor> m_watch; // For changes of the folder.
     std::optional<QSocketNotifier> m_changes;
-    std::map<int, std::unique_ptr<Source>> m_sources; // By the number the decoder knows.
+    std::map<int, std::unique_ptr<Source>> m_sources; // By their number in the decoder.
     int m_lastNumber = 0;
     evdev::EvdevDecoder m_decoder;
-    QTimer m_soon;
-    QTimer m_retry;
+    QTimer m_settleTimer;
+    QTimer m_retryTimer;
 };
 
-/// The folder comes and goes with the devices. The watch is there before the look around, so that
-/// no device is missed in between.
-void EvdevEventTap::Listener::watchFolder()
+/// The folder comes and goes with the devices. The watch starts before the devices are listed, so
+/// that none is missed in between.
+void EvdevEventTap::watchFolder()
 {
     m_changes.reset();
     m_watch.emplace(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
-    // The right to read a node is given after the node is there: a change of its attributes.
+    // Read permission is granted after the node has appeared, as a change of its attributes.
     if (::inotify_add_watch(m_watch->number(), m_folder.c_str(),
                             IN_CREATE | IN_ATTRIB | IN_MOVED_TO | IN_DELETE_SELF | IN_ONLYDIR) <
         0) {
-        m_retry.start(pause);
+        m_retryTimer.start(pause);
         return;
     }
     m_changes.emplace(m_watch->number(), QSocketNotifier::Read);
@@ -132,10 +131,10 @@ void EvdevEventTap::Listener::watchFolder()
     std::error_code error;
     for (std::filesystem::directory_iterator entry(m_folder, error), end; !error && entry != end;
          entry.increment(error))
-        open(entry->path());
+        openDevice(entry->path());
 }
 
-void EvdevEventTap::Listener::readChanges()
+void EvdevEventTap::readChanges()
 {
     alignas(inotify_event) std::array<char, 4096> buffer{};
     bool isFolderGone = false;
@@ -147,17 +146,17 @@ void EvdevEventTap::Listener::readChanges()
             isFolderGone = isFolderGone || (change.mask & (IN_DELETE_SELF | IN_IGNORED)) != 0;
             isIncomplete = isIncomplete || (change.mask & IN_Q_OVERFLOW) != 0;
             if (change.len > 0)
-                open(m_folder / std::string(change.name));
+                openDevice(m_folder / std::string(change.name));
             next += sizeof(inotify_event) + change.len;
         }
     }
     if (isFolderGone || isIncomplete) {
-        m_changes->setEnabled(false); // It is on the stack.
-        m_retry.start(isFolderGone ? pause : 0ms);
+        m_changes->setEnabled(false); // Not destroyed: it is on the stack.
+        m_retryTimer.start(isFolderGone ? pause : 0ms);
     }
 }
 
-void EvdevEventTap::Listener::open(const std::filesystem::path& node)
+void EvdevEventTap::openDevice(const std::filesystem::path& node)
 {
     const bool isOpen = std::ranges::any_of(m_sources, [&](const auto& each) {
         return each.second->node == node && !each.second->isGone;
@@ -179,11 +178,11 @@ void EvdevEventTap::Listener::open(const std::filesystem::path& node)
     device->setMotionHeard(m_hearsMotion);
     source->device = std::move(device);
     QObject::connect(&*source->readable, &QSocketNotifier::activated,
-                     [this, number, opened = source.get()] { read(number, *opened); });
+                     [this, number, opened = source.get()] { readDevice(number, *opened); });
     m_sources.emplace(number, std::move(source));
 }
 
-void EvdevEventTap::Listener::read(int number, Source& source)
+void EvdevEventTap::readDevice(int number, Source& source)
 {
     evdev::DeviceEvent event;
     while (true) {
@@ -192,7 +191,7 @@ void EvdevEventTap::Listener::read(int number, Source& source)
             deliver(m_decoder.decode(number, event, m_screens));
             if (m_moved && evdev::EvdevDecoder::isMotion(event)) {
                 std::exchange(m_moved, nullptr)();
-                chooseMotion();
+                updateMotion();
             }
             continue;
         case evdev::EvdevDevice::Outcome::nothingMore:
@@ -206,7 +205,7 @@ void EvdevEventTap::Listener::read(int number, Source& source)
             source.isGone = true;
             source.readable->setEnabled(false);
             deliver(m_decoder.remove(number));
-            m_soon.start(0ms);
+            m_settleTimer.start(0ms);
             const bool isAnyLeft = std::ranges::any_of(
                 m_sources, [](const auto& each) { return !each.second->isGone; });
             if (!isAnyLeft) {
@@ -218,9 +217,9 @@ void EvdevEventTap::Listener::read(int number, Source& source)
     }
 }
 
-/// Goes on with the devices that lost events, closes those that are gone. Another device may have
-/// taken the name of such a one before its end was noticed.
-void EvdevEventTap::Listener::settle()
+/// Resumes the devices that lost events and closes those that are gone. Another device may have
+/// taken a node's name before its end was noticed.
+void EvdevEventTap::settleDevices()
 {
     std::vector<std::filesystem::path> freed;
     for (const auto& [number, source] : m_sources) {
@@ -229,7 +228,7 @@ void EvdevEventTap::Listener::settle()
     }
     std::erase_if(m_sources, [](const auto& each) { return each.second->isGone; });
     for (const auto& node : freed)
-        open(node);
+        openDevice(node);
     std::vector<int> dropped;
     for (const auto& [number, source] : m_sources) {
         if (source->isDropped)
@@ -241,11 +240,11 @@ void EvdevEventTap::Listener::settle()
         source.device->synchronize();
         deliver(m_decoder.resynchronize(number, source.device->keysDown()));
         source.readable->setEnabled(true);
-        read(number, source);
+        readDevice(number, source);
     }
 }
 
-void EvdevEventTap::Listener::chooseMotion()
+void EvdevEventTap::updateMotion()
 {
     const bool hears = m_isPositionUsed || m_moved;
     if (std::exchange(m_hearsMotion, hears) == hears)
@@ -254,7 +253,7 @@ void EvdevEventTap::Listener::chooseMotion()
         source->device->setMotionHeard(hears);
 }
 
-void EvdevEventTap::Listener::deliver(std::span<const RawEvent> events)
+void EvdevEventTap::deliver(std::span<const RawEvent> events)
 {
     for (const auto& event : events) {
         if ((m_mask >> event.type & 1) != 0)
@@ -262,31 +261,11 @@ void EvdevEventTap::Listener::deliver(std::span<const RawEvent> events)
     }
 }
 
-EvdevEventTap::EvdevEventTap(Screens& screens, std::filesystem::path folder)
-    : m_listener(std::make_unique<Listener>(screens, std::move(folder)))
-{
-}
+} // namespace
 
-EvdevEventTap::~EvdevEventTap() = default;
-
-bool EvdevEventTap::create(EventMask mask, Receiver receiver)
+std::unique_ptr<EventTap> makeEvdevEventTap(Screens& screens, std::filesystem::path folder)
 {
-    return m_listener->create(mask, std::move(receiver));
-}
-
-void EvdevEventTap::enable()
-{
-    m_listener->enable();
-}
-
-void EvdevEventTap::notifyNextMotion(std::function<void()> moved)
-{
-    m_listener->notifyNextMotion(std::move(moved));
-}
-
-void EvdevEventTap::setPositionUsed(bool isUsed)
-{
-    m_listener->setPositionUsed(isUsed);
+    return std::make_unique<EvdevEventTap>(screens, std::move(folder));
 }
 
 } // namespace clavo

@@ -11,31 +11,16 @@
 namespace clavo
 {
 
-/// The tap of a desktop that is not X11: reads every keyboard and mouse of the kernel, also those
-/// that a remapping program has made up.
+/// The tap of a desktop other than X11: reads every keyboard and mouse of the kernel, including the
+/// virtual devices of remapping programs. The pointer is kept on the screens, which outlive the
+/// tap.
 ///
-/// Devices may come and go, and the right to read one may come later than the device. Where the
-/// kernel has lost events of a device, and where the last device is gone, the tap counts as lost.
-/// Keys that were held on a device that is gone count as released. The kernel keeps a pointer's
-/// motion to itself while nobody has a use for it, so that a mouse that moves wakes nobody. Thread:
-/// main, which runs a Qt event loop.
-class EvdevEventTap final : public EventTap
-{
-public:
-    /// The screens, which live longer than the tap, are those the pointer is kept on.
-    explicit EvdevEventTap(Screens& screens, std::filesystem::path folder = evdev::deviceFolder);
-    ~EvdevEventTap() override;
-
-    /// False where no keyboard can be read.
-    [[nodiscard]] bool create(EventMask mask, Receiver receiver) override;
-    void enable() override;
-    [[nodiscard]] std::string name() const override { return "/dev/input"; }
-    void notifyNextMotion(std::function<void()> moved) override;
-    void setPositionUsed(bool isUsed) override;
-
-private:
-    class Listener;
-    std::unique_ptr<Listener> m_listener;
-};
+/// create() is refused if no keyboard can be read. Devices may come and go, and read permission may
+/// be granted after a device has appeared. The tap is lost when the kernel drops events of a device
+/// and when the last device is gone. Modifiers that are held on a device when it is gone are
+/// released. The kernel leaves a pointer's motion out while it is not needed, so that a moving
+/// mouse wakes nothing. Thread: main, which runs a Qt event loop.
+[[nodiscard]] std::unique_ptr<EventTap>
+makeEvdevEventTap(Screens& screens, std::filesystem::path folder = evdev::deviceFolder);
 
 } // namespace clavo

@@ -8,8 +8,8 @@
 namespace clavo::evdev
 {
 
-/// Where the pointer is, from left to right, as far as the movements of the mice tell: a desktop
-/// that accelerates them has it elsewhere, but never beyond the screens, where both stop.
+/// The pointer's horizontal position, added up from the motion of the mice. A desktop that
+/// accelerates the pointer has it elsewhere, but both stop at the edges of the screens.
 class Pointer
 {
 public:
@@ -18,7 +18,7 @@ public:
 
     void move(double distance, std::span<const ScreenExtent> screens);
 
-    /// To a place between the left edge of the screens (0) and the right one (1).
+    /// Sets the position, from the left edge of the screens (0) to the right one (1).
     void place(double fraction, std::span<const ScreenExtent> screens);
 
 private:

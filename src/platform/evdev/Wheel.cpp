@@ -23,7 +23,7 @@ int Wheel::turnedSteps(int steps)
 {
     constexpr int most = mostDetents * stepsOfDetent;
     const int turned = std::clamp(steps, -most, most);
-    if ((m_rest < 0) != (turned < 0)) // It has turned back: the detent it left is behind it.
+    if ((m_rest < 0) != (turned < 0)) // Turned back: the incomplete detent no longer counts.
         m_rest = 0;
     m_rest += turned;
     const int detents = m_rest / stepsOfDetent;

@@ -1,20 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Platform.h"
 
+#include "audio/output/FallbackOutput.h"
+#include "audio/output/ServerBackedOutput.h"
 #include "log/Log.h"
-#include "platform/linux/Environment.h"
-#include "platform/linux/FallbackOutput.h"
-#include "platform/linux/ParseNumber.h"
-#include "platform/linux/QtTimer.h"
+#include "loop/QtTimer.h"
 #include "platform/none/SilentOutput.h"
 #include "platform/pipewire/PipeWireOutput.h"
+#include "platform/posix/Environment.h"
 #include "platform/pulse/PulseOutput.h"
+#include "text/ParseNumber.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -27,7 +29,7 @@ constexpr std::uint32_t defaultQuantum = 128;
 constexpr std::uint32_t leastQuantum = 16;
 constexpr std::uint32_t greatestQuantum = 8192;
 
-std::uint32_t quantumWish()
+std::uint32_t wantedQuantum()
 {
     const auto text = environment("CLAVO_QUANTUM");
     if (text.empty())
@@ -40,8 +42,8 @@ std::uint32_t quantumWish()
     return defaultQuantum;
 }
 
-/// Whether the session's PulseAudio is the daemon itself. PipeWire often runs beside it then, but
-/// for screen sharing only: it has no devices.
+/// Whether the session's PulseAudio is the daemon itself. PipeWire, if it runs as well, then serves
+/// screen sharing only and has no devices.
 bool hasPulseAudioDaemon()
 {
     const std::filesystem::path folder = environment("XDG_RUNTIME_DIR");
@@ -55,34 +57,27 @@ bool hasPulseAudioDaemon()
 
 std::unique_ptr<AudioOutput> makeAudioOutput()
 {
-    const auto quantum = quantumWish();
-    const auto pipeWire = [&] {
-        return FallbackOutput::Candidate{"PipeWire", std::make_unique<PipeWireOutput>(quantum)};
-    };
-    const auto pulse = [&] {
-        return FallbackOutput::Candidate{"PulseAudio", std::make_unique<PulseOutput>(quantum)};
-    };
-
+    const auto quantum = wantedQuantum();
     std::vector<FallbackOutput::Candidate> candidates;
+    const auto add = [&](const char* name, std::unique_ptr<ServerBackedOutput> output) {
+        if (output) // Else the program is built without it.
+            candidates.push_back({name, std::move(output)});
+    };
     const auto choice = environment("CLAVO_AUDIO");
     if (choice == "none") {
         log::notice("sortie audio : aucune, à la demande de CLAVO_AUDIO");
-        return std::make_unique<SilentOutput>();
+        return makeSilentOutput();
     }
-    if (choice == "pipewire") {
-        candidates.push_back(pipeWire());
-    } else if (choice == "pulse") {
-        candidates.push_back(pulse());
-    } else {
-        if (!choice.empty())
-            log::notice("CLAVO_AUDIO « {} » ignoré : il faut pipewire, pulse ou none", choice);
-        candidates.push_back(pipeWire());
-        candidates.push_back(pulse());
-        if (hasPulseAudioDaemon())
-            std::swap(candidates.front(), candidates.back());
-    }
-    return std::make_unique<FallbackOutput>(std::move(candidates), std::make_unique<SilentOutput>(),
-                                            std::make_unique<QtTimer>());
+    if (!choice.empty() && choice != "pipewire" && choice != "pulse")
+        log::notice("CLAVO_AUDIO « {} » ignoré : il faut pipewire, pulse ou none", choice);
+    if (choice != "pulse")
+        add("PipeWire", makePipeWireOutput(quantum));
+    if (choice != "pipewire")
+        add("PulseAudio", makePulseOutput(quantum));
+    if (hasPulseAudioDaemon())
+        std::ranges::reverse(candidates);
+    return std::make_unique<FallbackOutput>(std::move(candidates), makeSilentOutput(),
+                                            makeQtTimer());
 }
 
 } // namespace clavo

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Platform.h"
 
+#include "app/FileDefaultsStore.h"
+#include "input/TapHotKeyService.h"
 #include "log/Log.h"
 #include "platform/dbus/DBusFileManager.h"
 #include "platform/dbus/DBusInstance.h"
@@ -8,31 +10,33 @@
 #include "platform/dbus/PortalAppearanceSettings.h"
 #include "platform/dbus/PortalHotKeyService.h"
 #include "platform/evdev/EvdevEventTap.h"
-#include "platform/linux/AutostartEntry.h"
-#include "platform/linux/Environment.h"
-#include "platform/linux/EvdevInputAccess.h"
-#include "platform/linux/FileDefaultsStore.h"
-#include "platform/linux/InputSource.h"
-#include "platform/linux/PreferredTrayHosts.h"
-#include "platform/linux/ProcessRelauncher.h"
-#include "platform/linux/ProgramFolders.h"
-#include "platform/linux/QtScreens.h"
-#include "platform/linux/RunningProgram.h"
+#include "platform/evdev/EvdevInputAccess.h"
 #include "platform/linux/SecureInputs.h"
-#include "platform/linux/TapHotKeyService.h"
-#include "platform/none/NoTrayHosts.h"
+#include "platform/linux/Session.h"
+#include "platform/none/NonePlatform.h"
+#include "platform/posix/Environment.h"
+#include "platform/procfs/RunningProgram.h"
+#include "platform/qt/ProcessRelauncher.h"
+#include "platform/qt/QtFileManager.h"
+#include "platform/qt/QtScreens.h"
+#include "platform/systemd/Journal.h"
 #include "platform/x11/X11EventTap.h"
 #include "platform/x11/X11HotKeyService.h"
 #include "platform/x11/X11Screens.h"
+#include "platform/x11/X11Session.h"
 #include "platform/x11/X11TrayHosts.h"
+#include "platform/xdg/AutostartEntry.h"
+#include "platform/xdg/ProgramFolders.h"
+#include "tray/PreferredTrayHosts.h"
 
-#include <QDesktopServices>
 #include <QStandardPaths>
-#include <QUrl>
 
+#include <malloc.h>
 #include <unistd.h>
 
-#include <string_view>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
 #include <system_error>
 #include <utility>
 
@@ -51,45 +55,67 @@ public:
     {
         return environment("DISPLAY").empty() ? State::refused : State::granted;
     }
-    bool request() override { return isGranted(); }
+    bool request(Occasion /*occasion*/) override { return isGranted(); }
     void showSettings() override {}
 };
+
+/// The first service, or the second if the program is built without the first one's technology.
+template <typename Port>
+std::unique_ptr<Port> either(std::unique_ptr<Port> first, std::unique_ptr<Port> second)
+{
+    return first ? std::move(first) : std::move(second);
+}
 
 } // namespace
 
 Platform makePlatform()
 {
-    Platform platform;
+    auto platform = makeNonePlatform();
+    platform.missing = CLAVO_MISSING;
+    if (!platform.missing.empty())
+        log::notice("compilé sans {}", platform.missing);
     if (::geteuid() == 0)
         log::error("Clavo tourne en tant que root : ce n'est jamais nécessaire");
-    const auto session = sessionEnvironment();
-    if (!session.input.empty() && session.input != "x11" && session.input != "evdev")
-        log::notice("CLAVO_INPUT « {} » ignoré : il faut x11 ou evdev", session.input);
-    const auto source = inputSource(session);
-    if (source == InputSource::x11 || isX11Session(session))
-        platform.screens = std::make_unique<X11Screens>();
-    else
-        platform.screens = std::make_unique<QtScreens>();
-    if (source == InputSource::x11)
-        platform.eventTap = std::make_unique<X11EventTap>();
-    else
-        platform.eventTap = std::make_unique<EvdevEventTap>(*platform.screens);
-    if (isX11Session(session)) {
-        platform.hotKeys = std::make_unique<X11HotKeyService>();
+    const auto wanted = environment("CLAVO_INPUT");
+    if (!wanted.empty() && wanted != "x11" && wanted != "evdev")
+        log::notice("CLAVO_INPUT « {} » ignoré : il faut x11 ou evdev", wanted);
+    const auto source = session().input;
+    platform.screens = source == InputSource::x11 || session().isX11()
+                           ? either(makeX11Screens(), makeQtScreens())
+                           : makeQtScreens();
+    platform.eventTap = either(source == InputSource::x11 ? makeX11EventTap()
+                                                          : makeEvdevEventTap(*platform.screens),
+                               std::move(platform.eventTap));
+    if (session().isX11()) {
+        platform.hotKeys = makeX11HotKeyService();
     } else {
         auto tapped = std::make_unique<TapHotKeyService>();
         platform.eventTap = tapped->watched(std::move(platform.eventTap));
-        platform.hotKeys = std::make_unique<PortalHotKeyService>(std::move(tapped));
+        platform.hotKeys = makePortalHotKeyService(std::move(tapped));
     }
-    platform.secureInput = makeSecureInput(session);
+    platform.secureInput = makeSecureInput(session());
     platform.audioOutput = makeAudioOutput();
     platform.inputAccess = makeInputAccess();
     platform.defaults = std::make_unique<FileDefaultsStore>(settingsFile());
     platform.executable = runningProgram();
     const auto configuration = userFolder("XDG_CONFIG_HOME", ".config");
-    platform.loginItem =
-        std::make_unique<AutostartEntry>(autostartFolders(configuration), platform.executable);
-    platform.relauncher = std::make_unique<ProcessRelauncher>(platform.executable);
+    platform.loginItem = makeAutostartEntry(autostartFolders(configuration), platform.executable);
+    platform.relauncher = makeProcessRelauncher(platform.executable);
+    platform.trayHosts = makeTrayHosts();
+    platform.appearance = either(makePortalAppearanceSettings(), std::move(platform.appearance));
+    platform.fileManager = makeDBusFileManager(makeQtFileManager());
+    platform.resources = resourcesFolder(platform.executable);
+    platform.applicationSupport = applicationSupportFolder();
+    return platform;
+}
+
+Platform makeDemonstrationPlatform()
+{
+    auto platform = makeNonePlatform();
+    platform.defaults =
+        std::make_unique<FileDefaultsStore>(settingsFile(), FileDefaultsStore::Changes::forgotten);
+    platform.appearance = either(makePortalAppearanceSettings(), std::move(platform.appearance));
+    platform.executable = runningProgram();
     platform.resources = resourcesFolder(platform.executable);
     platform.applicationSupport = applicationSupportFolder();
     return platform;
@@ -97,40 +123,54 @@ Platform makePlatform()
 
 std::unique_ptr<InputAccess> makeInputAccess()
 {
-    if (inputSource(sessionEnvironment()) == InputSource::x11)
+    if (session().input == InputSource::x11)
         return std::make_unique<X11InputAccess>();
     const auto grant = runningProgram().parent_path() / "clavo-grant-input";
     std::error_code error;
-    return std::make_unique<EvdevInputAccess>(EvdevInputAccess::Programs{
-        .pkexec = QStandardPaths::findExecutable("pkexec").toStdString(),
-        .grant = fs::exists(grant, error) ? grant : fs::path{},
-    });
+    return either(makeEvdevInputAccess({
+                      .pkexec = QStandardPaths::findExecutable("pkexec").toStdString(),
+                      .grant = fs::exists(grant, error) ? grant : fs::path{},
+                  }),
+                  makeNonePlatform().inputAccess);
 }
 
 std::unique_ptr<TrayHosts> makeTrayHosts()
 {
-    std::unique_ptr<TrayHosts> windows = std::make_unique<NoTrayHosts>();
-    if (isX11Session(sessionEnvironment()))
-        windows = std::make_unique<X11TrayHosts>();
-    return std::make_unique<PreferredTrayHosts>(std::make_unique<DBusTrayHosts>(),
-                                                std::move(windows));
+    auto notifier = either(makeDBusTrayHosts(), makeNoTrayHosts());
+    auto windows = session().isX11() ? makeX11TrayHosts() : makeNoTrayHosts();
+    return std::make_unique<PreferredTrayHosts>(std::move(notifier), std::move(windows));
 }
 
-std::unique_ptr<AppearanceSettings> makeAppearanceSettings()
+PackFolders packFolders()
 {
-    return std::make_unique<PortalAppearanceSettings>();
+    return PackLibrary::folders(resourcesFolder(runningProgram()), applicationSupportFolder());
+}
+
+// Qt would end the process if it could not reach the display.
+void prepareForWindows()
+{
+    if (session().windows != WindowSystem::wayland && !isXServerThere())
+        setenv("QT_QPA_PLATFORM", "offscreen", /*overwrite=*/0);
 }
 
 std::unique_ptr<Instance> makeInstance()
 {
-    return std::make_unique<DBusInstance>();
+    return either(makeDBusInstance(), makeNoInstance());
 }
 
-std::unique_ptr<FileManager> makeFileManager()
+void sendLogToSystem()
 {
-    return std::make_unique<DBusFileManager>([](const fs::path& folder) {
-        QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(folder.string())));
-    });
+    if (environment("CLAVO_LOG_LEVEL") == "debug")
+        log::setThreshold(log::Level::debug);
+    if (auto* const sink = journalSink(); sink && environment("CLAVO_LOG") != "stderr")
+        log::setSink(sink);
+}
+
+void returnFreedMemory()
+{
+#ifdef __GLIBC__
+    malloc_trim(0);
+#endif
 }
 
 } // namespace clavo

@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/SecureInputs.h"
 
+#include "input/CombinedSecureInput.h"
+#include "loop/QtTimer.h"
 #include "platform/atspi/AtspiSecureInput.h"
 #include "platform/dbus/LogindSecureInput.h"
 #include "platform/dbus/ScreenSaverSecureInput.h"
-#include "platform/linux/AnySecureInput.h"
-#include "platform/linux/LockerSecureInput.h"
-#include "platform/linux/PromptSecureInput.h"
-#include "platform/linux/QtTimer.h"
-#include "platform/linux/TerminalSecureInput.h"
+#include "platform/procfs/LockerSecureInput.h"
+#include "platform/procfs/PromptSecureInput.h"
+#include "platform/procfs/TerminalSecureInput.h"
 #include "platform/x11/X11ActiveWindow.h"
+
+#include <sys/types.h>
 
 #include <optional>
 #include <utility>
@@ -19,52 +21,54 @@ namespace clavo
 namespace
 {
 
-/// The watchers of a session behind one flag, and the terminals of the program that has the keys,
-/// which tell nothing and are asked.
+/// The session's watchers behind one flag, and the terminals of the focused program, which are
+/// asked since nothing reports their changes.
 class SessionSecureInput final : public SecureInput
 {
 public:
     explicit SessionSecureInput(bool isX11)
-        : m_terminals(isX11 ? TerminalSecureInput::Unknown::noTerminal
-                            : TerminalSecureInput::Unknown::everyTerminal)
+        : m_terminals(makeTerminalSecureInput(isX11 ? TerminalSecureInput::Unknown::noTerminal
+                                                    : TerminalSecureInput::Unknown::everyTerminal))
     {
-        AnySecureInput::Watchers watchers;
-        watchers.push_back(std::make_unique<LogindSecureInput>(std::make_unique<QtTimer>()));
-        watchers.push_back(std::make_unique<ScreenSaverSecureInput>());
-        watchers.push_back(std::make_unique<LockerSecureInput>(LockerSecureInput::installed()));
+        CombinedSecureInput::Watchers watchers;
+        const auto add = [&](std::unique_ptr<ObservableSecureInput> watcher) {
+            if (watcher) // Else the program is built without it.
+                watchers.push_back(std::move(watcher));
+        };
+        add(makeLogindSecureInput(makeQtTimer()));
+        add(makeScreenSaverSecureInput());
+        add(makeLockerSecureInput(installedLockers()));
         auto prompt = std::make_unique<PromptSecureInput>();
         const auto setFocus = [this, prompt = prompt.get()](pid_t process) {
             prompt->setFocus(process);
-            m_terminals.setFocus(process);
+            m_terminals->setFocus(process);
         };
-        // Outside X11 nothing but the element that has the keys tells which program has them, and
-        // many a terminal does not tell it either.
-        watchers.push_back(std::make_unique<AtspiSecureInput>(
-            std::make_unique<QtTimer>(),
-            isX11 ? AtspiSecureInput::FocusReceiver() : AtspiSecureInput::FocusReceiver(setFocus)));
-        watchers.push_back(std::move(prompt));
+        // Without X11 only the focused accessible element identifies the focused process; many
+        // terminals expose none.
+        add(makeAtspiSecureInput(makeQtTimer(), isX11 ? atspi::FocusReceiver() : setFocus));
+        add(std::move(prompt));
         m_watchers.emplace(std::move(watchers));
         if (isX11)
-            m_activeWindow.emplace(setFocus);
+            m_activeWindow = makeX11ActiveWindow(setFocus);
     }
 
     [[nodiscard]] SecureReason reason() const override
     {
-        const auto told = m_watchers->reason();
-        return told != SecureReason::none ? told : m_terminals.reason();
+        const auto reported = m_watchers->reason();
+        return reported != SecureReason::none ? reported : m_terminals->reason();
     }
 
 private:
-    TerminalSecureInput m_terminals;
-    std::optional<AnySecureInput> m_watchers;
-    std::optional<X11ActiveWindow> m_activeWindow;
+    std::unique_ptr<TerminalSecureInput> m_terminals;
+    std::optional<CombinedSecureInput> m_watchers;
+    std::unique_ptr<X11ActiveWindow> m_activeWindow;
 };
 
 } // namespace
 
-std::unique_ptr<SecureInput> makeSecureInput(const SessionEnvironment& session)
+std::unique_ptr<SecureInput> makeSecureInput(const Session& session)
 {
-    return std::make_unique<SessionSecureInput>(isX11Session(session));
+    return std::make_unique<SessionSecureInput>(session.isX11());
 }
 
 } // namespace clavo

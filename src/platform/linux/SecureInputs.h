@@ -2,14 +2,14 @@
 #pragma once
 
 #include "input/SecureInput.h"
-#include "platform/linux/InputSource.h"
+#include "platform/linux/Session.h"
 
 #include <memory>
 
 namespace clavo
 {
 
-/// All that tells in this session that input is secret.
-[[nodiscard]] std::unique_ptr<SecureInput> makeSecureInput(const SessionEnvironment& session);
+/// Creates the session's secure-input detector.
+[[nodiscard]] std::unique_ptr<SecureInput> makeSecureInput(const Session& session);
 
 } // namespace clavo

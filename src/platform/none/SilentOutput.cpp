@@ -6,8 +6,10 @@
 #include <array>
 #include <chrono>
 #include <condition_variable>
+#include <cstddef>
+#include <functional>
 #include <mutex>
-#include <stop_token>
+#include <thread>
 
 namespace clavo
 {
@@ -19,38 +21,68 @@ using Clock = std::chrono::steady_clock;
 constexpr std::size_t blockFrames = 882;
 constexpr std::chrono::milliseconds blockDuration{20}; // 882 frames at 44,100 per second.
 
-void renderUntil(const std::stop_token& stop, Mixer& mixer)
+class SilentOutput final : public AudioOutput
 {
-    std::array<float, blockFrames> left;
-    std::array<float, blockFrames> right;
-    std::mutex mutex;
-    std::condition_variable_any stopped;
-    std::unique_lock lock(mutex);
-    auto next = Clock::now();
-    while (!stop.stop_requested()) {
-        mixer.render({.left = left, .right = right});
-        next += blockDuration;
-        stopped.wait_until(lock, stop, next, [] { return false; });
+public:
+    SilentOutput() = default;
+    ~SilentOutput() override { pause(); }
+    SilentOutput(const SilentOutput&) = delete;
+    SilentOutput& operator=(const SilentOutput&) = delete;
+
+    void prepare(Mixer& mixer, std::function<void()> /*configurationChanged*/) override
+    {
+        m_mixer = &mixer;
     }
-}
+
+    void start() override
+    {
+        if (isRunning())
+            return;
+        m_isEnding = false;
+        m_thread = std::thread([this] { render(); });
+    }
+
+    /// Waits for the block that is being rendered.
+    void pause() override
+    {
+        if (!isRunning())
+            return;
+        {
+            const std::lock_guard lock(m_mutex);
+            m_isEnding = true;
+        }
+        m_ending.notify_one();
+        m_thread.join();
+    }
+
+    [[nodiscard]] bool isRunning() const override { return m_thread.joinable(); }
+    [[nodiscard]] OutputStatus status() const override { return {}; }
+
+private:
+    void render()
+    {
+        std::array<float, blockFrames> left;
+        std::array<float, blockFrames> right;
+        std::unique_lock lock(m_mutex);
+        auto next = Clock::now();
+        do {
+            m_mixer->render({.left = left, .right = right});
+            next += blockDuration;
+        } while (!m_ending.wait_until(lock, next, [this] { return m_isEnding; }));
+    }
+
+    Mixer* m_mixer = nullptr;
+    std::mutex m_mutex;
+    std::condition_variable m_ending;
+    bool m_isEnding = false;
+    std::thread m_thread;
+};
 
 } // namespace
 
-void SilentOutput::prepare(Mixer& mixer, std::function<void()>)
+std::unique_ptr<AudioOutput> makeSilentOutput()
 {
-    m_mixer = &mixer;
-}
-
-void SilentOutput::start()
-{
-    if (!isRunning())
-        m_thread = std::jthread(
-            [mixer = m_mixer](const std::stop_token& stop) { renderUntil(stop, *mixer); });
-}
-
-void SilentOutput::pause()
-{
-    m_thread = {}; // Asks the thread to end and waits for it: at most one block's rendering.
+    return std::make_unique<SilentOutput>();
 }
 
 } // namespace clavo

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QSocketNotifier>
+
 #include <memory>
 
 struct pw_context;
@@ -12,7 +14,7 @@ namespace clavo
 
 /// What this process needs to be a client of PipeWire, whether or not there is a server: a loop
 /// inside the Qt main loop, so that all of PipeWire's events arrive on the main thread, and a
-/// context with the real-time data thread, both made when they are first needed.
+/// context with the real-time data thread.
 class PipeWireClient
 {
 public:
@@ -24,12 +26,13 @@ public:
     /// A new connection, or null when there is no server. The caller disconnects it.
     [[nodiscard]] pw_core* connect();
 
-    /// Once there is a connection.
-    [[nodiscard]] pw_loop* loop() const;
+    /// Null only when there can be no connection.
+    [[nodiscard]] pw_loop* loop() const { return m_loop; }
 
 private:
-    struct Parts;
-    std::unique_ptr<Parts> m_parts;
+    pw_loop* m_loop = nullptr;
+    pw_context* m_context = nullptr;
+    std::unique_ptr<QSocketNotifier> m_readable;
 };
 
 } // namespace clavo

@@ -1,19 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/ServerOutput.h"
+#include "audio/output/ServerBackedOutput.h"
 
 #include <cstdint>
+#include <memory>
 
 namespace clavo
 {
 
-/// Plays through PulseAudio, or a server that speaks its protocol, on the default device.
-class PulseOutput final : public ServerOutput
-{
-public:
-    /// `quantumFrames` at 44,100 per second is how much the server is to ask for at a time.
-    explicit PulseOutput(std::uint32_t quantumFrames);
-};
+/// Plays through PulseAudio, or a server that speaks its protocol, on the default device; starts no
+/// server. `quantumFrames` at 44,100 per second is how much the server is to ask for at a time.
+[[nodiscard]] std::unique_ptr<ServerBackedOutput> makePulseOutput(std::uint32_t quantumFrames);
 
 } // namespace clavo

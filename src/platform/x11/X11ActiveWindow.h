@@ -10,25 +10,17 @@
 namespace clavo
 {
 
-/// The window that the window manager gives the keys to, by the process it belongs to.
-///
-/// Thread: main. The receiver is called there whenever another window is active, with 0 where
-/// nothing tells whose it is. The X server is never waited for after the construction.
+/// Watches which window is active, as the window manager reports it, as long as this exists.
 class X11ActiveWindow
 {
 public:
-    using Receiver = std::function<void(pid_t)>;
-
-    /// Watches the display; the session's own one if it is empty.
-    explicit X11ActiveWindow(Receiver receiver, const std::string& display = {});
-    ~X11ActiveWindow();
-    X11ActiveWindow(const X11ActiveWindow&) = delete;
-    X11ActiveWindow& operator=(const X11ActiveWindow&) = delete;
-
-private:
-    class Watch;
-
-    std::unique_ptr<Watch> m_watch;
+    virtual ~X11ActiveWindow() = default;
 };
+
+/// Calls the receiver with the process of the active window, now and whenever another window
+/// becomes active; with 0 if the process is unknown. Watches the display, the session's own one if
+/// it is empty, and waits for the X server here only. Thread: main, which runs a Qt event loop.
+[[nodiscard]] std::unique_ptr<X11ActiveWindow>
+makeX11ActiveWindow(std::function<void(pid_t)> receiver, std::string display = {});
 
 } // namespace clavo

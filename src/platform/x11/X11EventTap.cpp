@@ -2,16 +2,16 @@
 #include "platform/x11/X11EventTap.h"
 
 #include "log/Log.h"
-#include "platform/linux/HeldKeys.h"
-#include "platform/x11/XInput.h"
+#include "platform/evdev/HeldKeys.h"
+#include "platform/x11/XServer.h"
 
-#include <QSocketNotifier>
-#include <QTimer>
 #include <xcb/xcbext.h> // Declares xcb_poll_for_reply().
+#include <xcb/xinput.h>
 
-#include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <deque>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -20,12 +20,7 @@ namespace clavo
 namespace
 {
 
-using namespace std::chrono_literals;
-
-constexpr auto firstPause = 1s; // Between two attempts to find a lost server.
-constexpr auto longestPause = 4s;
-
-constexpr std::uint32_t firstKeycode = 8; // Of X; the kernel's key number is the rest.
+constexpr std::uint32_t firstKeycode = 8; // X keycodes are the kernel's key numbers plus 8.
 
 constexpr EventMask bit(std::uint32_t type)
 {
@@ -38,12 +33,11 @@ constexpr EventMask pressTypes = bit(RawEventType::leftMouseDown) |
                                  bit(RawEventType::rightMouseDown) | bit(RawEventType::scrollWheel);
 constexpr EventMask releaseTypes = bit(RawEventType::leftMouseUp) | bit(RawEventType::rightMouseUp);
 
-/// The raw event type of a button's press; nothing for a button that is not one of ours.
+/// The raw event type of a button's press; nothing for a button that is not listened to.
 ///
 /// Each detent of a wheel is a press of button 4, 5, 6 or 7, whatever the device: the server adds
-/// those presses, marked as emulated, to the fine scroll steps of a device that reports such, and
-/// passes on the plain ones of a device that does not. So they count with or without the mark, and
-/// the steps never do.
+/// presses marked as emulated to the fine scroll steps of one device and passes on the plain
+/// presses of another. So presses count with or without the mark, and steps never count.
 std::optional<std::uint32_t> typeOfPress(std::uint32_t button)
 {
     switch (button) {
@@ -73,109 +67,96 @@ std::optional<std::uint32_t> typeOfRelease(std::uint32_t button)
     }
 }
 
-} // namespace
+/// Announces XInput 2.1 and returns the extension's number, which marks its events; nothing if the
+/// server lacks it. With an older version the events of grabbed keyboards and pointers would go to
+/// the grabbing client alone.
+std::optional<std::uint8_t> announceXInput(xcb_connection_t* server)
+{
+    constexpr std::pair<std::uint16_t, std::uint16_t> needed{2, 1};
 
-class X11EventTap::Listener
+    const auto* extension = xcb_get_extension_data(server, &xcb_input_id);
+    if (!extension || extension->present == 0)
+        return std::nullopt;
+    const xcb::Owned<xcb_input_xi_query_version_reply_t> version{xcb_input_xi_query_version_reply(
+        server, xcb_input_xi_query_version(server, needed.first, needed.second), nullptr)};
+    if (!version || std::pair(version->major_version, version->minor_version) < needed)
+        return std::nullopt;
+    return extension->major_opcode;
+}
+
+class X11EventTap final : public EventTap, private XServer::Client
 {
 public:
-    explicit Listener(std::string display) : m_display(std::move(display))
-    {
-        m_soon.setSingleShot(true);
-        m_retry.setSingleShot(true);
-        QObject::connect(&m_soon, &QTimer::timeout, [this] { drain(); });
-        QObject::connect(&m_retry, &QTimer::timeout, [this] { retry(); });
-    }
+    explicit X11EventTap(std::string display) : m_server(*this, std::move(display)) {}
 
-    bool create(EventMask mask, Receiver receiver)
-    {
-        m_mask = mask;
-        m_receiver = std::move(receiver);
-        return connect();
-    }
-
-    void enable()
-    {
-        if (!isReportedLost() || m_retry.isActive())
-            return;
-        m_pause = firstPause;
-        m_retry.start(0ms); // Not here: the notifier of the lost connection may be on the stack.
-    }
-
-    void notifyNextMotion(std::function<void()> moved)
-    {
-        m_moved = std::move(moved);
-        if (!m_input.desktop.connection)
-            return;
-        select();
-        m_soon.start(0ms);
-    }
+    [[nodiscard]] bool create(EventMask mask, Receiver receiver) override;
+    void enable() override;
+    [[nodiscard]] std::string name() const override { return "X11"; }
+    void notifyNextMotion(std::function<void()> moved) override;
+    void setPositionUsed(bool /*isUsed*/) override {} // The server is asked for it.
 
 private:
     struct Click {
         std::uint32_t type = 0;
-        unsigned int query = 0; // Of the pointer's place.
+        unsigned int query = 0; // The request for the pointer's position.
     };
 
-    [[nodiscard]] xcb_connection_t* server() const { return m_input.desktop.connection.get(); }
-    [[nodiscard]] bool isLost() const
-    {
-        return server() && xcb_connection_has_error(server()) != 0;
-    }
+    [[nodiscard]] bool prepareConnection() override;
+    void handleEvent(const xcb_generic_event_t& event) override;
+    void takeReplies() override;
+    void handleLoss() override;
 
-    [[nodiscard]] bool isReportedLost() const { return m_readable && !m_readable->isEnabled(); }
-
-    bool connect();
     [[nodiscard]] std::uint32_t wantedEvents() const;
-    void select();
-
-    void drain();
-    void handle(const xcb_generic_event_t& event);
-    void click(xcb_input_device_id_t pointer, std::optional<std::uint32_t> type);
-    void deliverLocatedClicks();
+    [[nodiscard]] xcb_void_cookie_t selectEvents() const;
+    void updateSelection();
+    void handleClick(xcb_input_device_id_t pointer, std::optional<std::uint32_t> type);
     void deliver(const std::optional<RawEvent>& event);
 
-    void lose();
-    void retry();
-
-    std::string m_display;
+    XServer m_server;
+    std::uint8_t m_extension = 0; // The number of XInput on this server.
     EventMask m_mask = 0;
     Receiver m_receiver;
-    std::function<void()> m_moved; // Waits for the next motion.
-
-    xcb::XInput m_input;
-    std::optional<QSocketNotifier> m_readable;
-    bool m_isUnsent = false; // Requests stand in xcb's buffer.
-    QTimer m_soon;           // Drains in the next turn of the event loop.
+    std::function<void()> m_moved; // Called at the next motion.
 
     evdev::HeldKeys m_keys;
-    std::deque<Click> m_clicks; // Wait for the pointer's place, in order.
+    std::deque<Click> m_clicks; // In order; each waits for the pointer's position.
     double m_pointerX = 0;
-
-    QTimer m_retry;
-    std::chrono::milliseconds m_pause = firstPause;
 };
 
-/// Opens a connection in place of the present one and selects the events on it.
-bool X11EventTap::Listener::connect()
+bool X11EventTap::create(EventMask mask, Receiver receiver)
 {
-    auto input = xcb::connectXInput(m_display);
-    if (!input)
-        return false;
-    auto* connection = input->desktop.connection.get();
-    const auto selection = xcb::select(input->desktop, XCB_INPUT_DEVICE_ALL_MASTER, wantedEvents());
-    const xcb::Owned<xcb_generic_error_t> refusal{xcb_request_check(connection, selection)};
-    if (refusal || xcb_connection_has_error(connection) != 0)
-        return false;
-
-    m_readable.reset(); // Before its descriptor is closed.
-    m_input = std::move(*input);
-    m_readable.emplace(xcb_get_file_descriptor(connection), QSocketNotifier::Read);
-    QObject::connect(&*m_readable, &QSocketNotifier::activated, [this] { drain(); });
-    m_soon.start(0ms); // The replies may have brought events along.
-    return true;
+    m_mask = mask;
+    m_receiver = std::move(receiver);
+    return m_server.connect();
 }
 
-std::uint32_t X11EventTap::Listener::wantedEvents() const
+void X11EventTap::enable()
+{
+    if (m_server.isLost() && !m_server.isReconnecting())
+        m_server.connectAfter(std::chrono::milliseconds(0)); // The loss may be on the stack.
+}
+
+void X11EventTap::notifyNextMotion(std::function<void()> moved)
+{
+    m_moved = std::move(moved);
+    if (!m_server.connection())
+        return;
+    updateSelection();
+    m_server.drainSoon();
+}
+
+bool X11EventTap::prepareConnection()
+{
+    const auto extension = announceXInput(m_server.connection());
+    if (!extension)
+        return false;
+    m_extension = *extension;
+    const xcb::Owned<xcb_generic_error_t> refusal{
+        xcb_request_check(m_server.connection(), selectEvents())};
+    return !refusal && xcb_connection_has_error(m_server.connection()) == 0;
+}
+
+std::uint32_t X11EventTap::wantedEvents() const
 {
     std::uint32_t events = 0;
     if ((m_mask & keyTypes) != 0)
@@ -189,41 +170,33 @@ std::uint32_t X11EventTap::Listener::wantedEvents() const
     return events;
 }
 
-/// The master devices stand for all there are and will be, and the server releases the keys of one
-/// that goes. With the slaves that feed them every event would come twice.
-void X11EventTap::Listener::select()
+/// Replaces the selected events. They are those of the master devices, which represent all devices
+/// present and future; with the slaves every event would come twice. The server releases the keys
+/// of a device that is removed. They are selected on one root window: raw events go to the root
+/// windows of all screens.
+xcb_void_cookie_t X11EventTap::selectEvents() const
 {
-    const auto selection =
-        xcb::select(m_input.desktop, XCB_INPUT_DEVICE_ALL_MASTER, wantedEvents());
-    xcb_discard_reply(server(), selection.sequence);
-    m_isUnsent = true;
+    struct {
+        xcb_input_event_mask_t head;
+        std::uint32_t events;
+    } const request{.head = {.deviceid = XCB_INPUT_DEVICE_ALL_MASTER, .mask_len = 1},
+                    .events = wantedEvents()};
+    return xcb_input_xi_select_events_checked(m_server.connection(), m_server.desktop().root, 1,
+                                              &request.head);
 }
 
-/// Takes all that has arrived. Sending may make xcb read as well, and then nothing would wake us
-/// for what it read: so the last thing done is always to look once more.
-void X11EventTap::Listener::drain()
+void X11EventTap::updateSelection()
 {
-    if (isReportedLost())
-        return;
-    while (true) {
-        while (const xcb::Owned<xcb_generic_event_t> event{xcb_poll_for_event(server())})
-            handle(*event);
-        deliverLocatedClicks();
-        if (!m_isUnsent)
-            break;
-        m_isUnsent = false;
-        xcb_flush(server());
-    }
-    if (isLost())
-        lose();
+    xcb_discard_reply(m_server.connection(), selectEvents().sequence);
+    m_server.noteRequests();
 }
 
-void X11EventTap::Listener::handle(const xcb_generic_event_t& event)
+void X11EventTap::handleEvent(const xcb_generic_event_t& event)
 {
     if ((event.response_type & 0x7F) != XCB_GE_GENERIC)
         return;
     const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
-    if (generic.extension != m_input.extension)
+    if (generic.extension != m_extension)
         return;
 
     const auto& raw = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
@@ -235,14 +208,14 @@ void X11EventTap::Listener::handle(const xcb_generic_event_t& event)
         deliver(m_keys.release(raw.detail - firstKeycode));
         break;
     case XCB_INPUT_RAW_BUTTON_PRESS:
-        click(raw.deviceid, typeOfPress(raw.detail));
+        handleClick(raw.deviceid, typeOfPress(raw.detail));
         break;
     case XCB_INPUT_RAW_BUTTON_RELEASE:
-        click(raw.deviceid, typeOfRelease(raw.detail));
+        handleClick(raw.deviceid, typeOfRelease(raw.detail));
         break;
     case XCB_INPUT_RAW_MOTION:
         if (const auto moved = std::exchange(m_moved, nullptr)) {
-            select();
+            updateSelection();
             moved();
         }
         break;
@@ -251,44 +224,45 @@ void X11EventTap::Listener::handle(const xcb_generic_event_t& event)
     }
 }
 
-/// Asks where the pointer is, without waiting for the answer: while another client grabs the server
-/// none comes.
-void X11EventTap::Listener::click(xcb_input_device_id_t pointer, std::optional<std::uint32_t> type)
+/// Asks for the pointer's position without waiting: while another client grabs the server no reply
+/// comes.
+void X11EventTap::handleClick(xcb_input_device_id_t pointer, std::optional<std::uint32_t> type)
 {
     if (!type)
         return;
-    const auto query = xcb_input_xi_query_pointer(server(), m_input.desktop.root, pointer);
+    const auto query =
+        xcb_input_xi_query_pointer(m_server.connection(), m_server.desktop().root, pointer);
     m_clicks.push_back({.type = *type, .query = query.sequence});
-    m_isUnsent = true;
+    m_server.noteRequests();
 }
 
-void X11EventTap::Listener::deliverLocatedClicks()
+/// Delivers the clicks whose position is known.
+void X11EventTap::takeReplies()
 {
     while (!m_clicks.empty()) {
         const auto click = m_clicks.front();
         void* reply = nullptr;
         xcb_generic_error_t* error = nullptr;
-        if (xcb_poll_for_reply(server(), click.query, &reply, &error) == 0)
+        if (xcb_poll_for_reply(m_server.connection(), click.query, &reply, &error) == 0)
             return;
         const xcb::Owned<xcb_generic_error_t> refusal{error}; // The pointer is gone already.
-        const xcb::Owned<xcb_input_xi_query_pointer_reply_t> place{
+        const xcb::Owned<xcb_input_xi_query_pointer_reply_t> position{
             static_cast<xcb_input_xi_query_pointer_reply_t*>(reply)};
-        if (place)
-            m_pointerX = place->root_x / 65536.0; // 16.16 fixed point.
+        if (position)
+            m_pointerX = position->root_x / 65536.0; // 16.16 fixed point.
         m_clicks.pop_front();
         deliver(RawEvent{.type = click.type, .x = m_pointerX});
     }
 }
 
-void X11EventTap::Listener::deliver(const std::optional<RawEvent>& event)
+void X11EventTap::deliver(const std::optional<RawEvent>& event)
 {
     if (event && (m_mask & bit(event->type)) != 0)
         m_receiver(*event);
 }
 
-void X11EventTap::Listener::lose()
+void X11EventTap::handleLoss()
 {
-    m_readable->setEnabled(false);
     m_clicks.clear();
     log::notice("serveur X perdu : écoute interrompue");
     for (const auto& event : m_keys.releaseAll())
@@ -296,34 +270,11 @@ void X11EventTap::Listener::lose()
     m_receiver({.type = RawEventType::tapDisabledByTimeout});
 }
 
-void X11EventTap::Listener::retry()
-{
-    if (connect())
-        return;
-    m_retry.start(m_pause);
-    m_pause = std::min<std::chrono::milliseconds>(2 * m_pause, longestPause);
-}
+} // namespace
 
-X11EventTap::X11EventTap(std::string display)
-    : m_listener(std::make_unique<Listener>(std::move(display)))
+std::unique_ptr<EventTap> makeX11EventTap(std::string display)
 {
-}
-
-X11EventTap::~X11EventTap() = default;
-
-bool X11EventTap::create(EventMask mask, Receiver receiver)
-{
-    return m_listener->create(mask, std::move(receiver));
-}
-
-void X11EventTap::enable()
-{
-    m_listener->enable();
-}
-
-void X11EventTap::notifyNextMotion(std::function<void()> moved)
-{
-    m_listener->notifyNextMotion(std::move(moved));
+    return std::make_unique<X11EventTap>(std::move(display));
 }
 
 } // namespace clavo

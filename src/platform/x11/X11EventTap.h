@@ -9,29 +9,13 @@
 namespace clavo
 {
 
-/// The tap of an X11 session: XInput2 raw events of every keyboard and pointer, whichever window or
-/// grab they go to.
+/// The tap of an X11 session: XInput2 raw events of every keyboard and pointer, regardless of the
+/// focus and of grabs. Listens to the display; to the session's own one if it is empty.
 ///
-/// Nothing ever waits for the X server: a click is delivered when the server has answered where the
-/// pointer is, and a key at once. Keys that were held when the server was lost count as released. A
-/// lost server is looked for until it is back. Thread: main, which runs a Qt event loop.
-class X11EventTap final : public EventTap
-{
-public:
-    /// Listens to the display; to the session's own one if it is empty.
-    explicit X11EventTap(std::string display = {});
-    ~X11EventTap() override;
-
-    /// False also when the server has no XInput 2.1.
-    [[nodiscard]] bool create(EventMask mask, Receiver receiver) override;
-    void enable() override;
-    [[nodiscard]] std::string name() const override { return "X11"; }
-    void notifyNextMotion(std::function<void()> moved) override;
-    void setPositionUsed(bool /*isUsed*/) override {} // It is asked for.
-
-private:
-    class Listener;
-    std::unique_ptr<Listener> m_listener;
-};
+/// create() is also refused if the server lacks XInput 2.1. Nothing waits for the X server after
+/// it: a key is delivered at once, a click when the server has reported the pointer's position.
+/// Modifiers that are held when the server is lost are released. Thread: main, which runs a Qt
+/// event loop.
+[[nodiscard]] std::unique_ptr<EventTap> makeX11EventTap(std::string display = {});
 
 } // namespace clavo

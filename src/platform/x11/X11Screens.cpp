@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/x11/X11Screens.h"
 
-#include "platform/x11/Xcb.h"
+#include "platform/x11/XServer.h"
 
 #include <xcb/randr.h>
 
@@ -15,8 +15,6 @@ namespace
 {
 
 using Clock = std::chrono::steady_clock;
-
-constexpr auto pause = std::chrono::seconds(1); // Between two attempts to find a lost server.
 
 /// Whether the server has monitors (RandR 1.5).
 bool hasMonitors(xcb_connection_t* server)
@@ -56,19 +54,17 @@ std::vector<ScreenExtent> wholeDesktop(const xcb::Desktop& desktop)
     return {{.x = 0, .width = static_cast<double>(root->width)}};
 }
 
-} // namespace
-
-class X11Screens::Watcher
+class X11Screens final : public Screens
 {
 public:
-    explicit Watcher(std::string display) : m_display(std::move(display)) {}
+    explicit X11Screens(std::string display) : m_display(std::move(display)) {}
 
-    std::span<const ScreenExtent> extents()
+    [[nodiscard]] std::span<const ScreenExtent> extents() override
     {
         if (!m_desktop.connection && !connect())
             return {};
         while (const xcb::Owned<xcb_generic_event_t> event{xcb_poll_for_event(server())})
-            m_isStale = true; // It is a change of the screens, or (rarely) of the keymap.
+            m_isStale = true; // Only changes of the screens and, rarely, of the keymap are sent.
         if (m_isStale) {
             m_isStale = false;
             m_extents = m_hasMonitors ? monitors(m_desktop) : wholeDesktop(m_desktop);
@@ -88,12 +84,12 @@ private:
         const auto now = Clock::now();
         if (now < m_nextAttempt)
             return false;
-        m_nextAttempt = now + pause;
+        m_nextAttempt = now + XServer::firstPause;
         m_desktop = xcb::connect(m_display);
         if (!server())
             return false;
         m_hasMonitors = hasMonitors(server());
-        // Modes and places come as RandR's events, monitors as a change of the root window.
+        // RandR reports modes and positions; a change of the root window reports monitors.
         const std::uint32_t structure = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
         xcb_change_window_attributes(server(), m_desktop.root, XCB_CW_EVENT_MASK, &structure);
         if (m_hasMonitors)
@@ -112,16 +108,11 @@ private:
     Clock::time_point m_nextAttempt = Clock::time_point::min();
 };
 
-X11Screens::X11Screens(std::string display)
-    : m_watcher(std::make_unique<Watcher>(std::move(display)))
-{
-}
+} // namespace
 
-X11Screens::~X11Screens() = default;
-
-std::span<const ScreenExtent> X11Screens::extents()
+std::unique_ptr<Screens> makeX11Screens(std::string display)
 {
-    return m_watcher->extents();
+    return std::make_unique<X11Screens>(std::move(display));
 }
 
 } // namespace clavo

@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "platform/x11/X11TrayHosts.h"
 
-#include "platform/x11/Xcb.h"
+#include "platform/x11/XServer.h"
 
 #include <QGuiApplication>
-#include <QSocketNotifier>
-#include <QTimer>
 
+#include <algorithm>
+#include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace clavo
 {
@@ -35,37 +37,53 @@ xcb_atom_t answer(xcb_connection_t* server, xcb_intern_atom_cookie_t cookie)
 
 } // namespace
 
-class X11TrayHosts::Watch
+class X11TrayHosts::Watch : private XServer::Client
 {
 public:
     Watch(const std::string& display, Receiver receiver)
-        : m_receiver(std::move(receiver)), m_desktop(xcb::connect(display))
+        : m_receiver(std::move(receiver)), m_server(*this, display)
     {
-        m_soon.setSingleShot(true);
-        QObject::connect(&m_soon, &QTimer::timeout, [this] { drain(); });
     }
 
     void start()
     {
-        if (!server())
+        if (!m_server.connect())
             return m_receiver(TrayHost::none);
-        m_readable.emplace(xcb_get_file_descriptor(server()), QSocketNotifier::Read);
-        QObject::connect(&*m_readable, &QSocketNotifier::activated, [this] { drain(); });
 
         const auto selection =
-            ask(server(), "_NET_SYSTEM_TRAY_S" + std::to_string(m_desktop.screen));
+            ask(server(), "_NET_SYSTEM_TRAY_S" + std::to_string(m_server.desktop().screen));
         const auto manager = ask(server(), "MANAGER");
         const auto opcode = ask(server(), "_NET_SYSTEM_TRAY_OPCODE");
+        const auto visual = ask(server(), "_NET_SYSTEM_TRAY_VISUAL");
+        const auto colors = ask(server(), "_NET_SYSTEM_TRAY_COLORS");
         m_selection = answer(server(), selection);
         m_manager = answer(server(), manager);
         m_opcode = answer(server(), opcode);
+        m_visual = answer(server(), visual);
+        m_colors = answer(server(), colors);
 
         // Announcements go to the root window. They are listened to before the host is asked for.
-        follow(m_desktop.root);
+        follow(m_server.desktop().root);
         const xcb::Owned<xcb_get_selection_owner_reply_t> owner{xcb_get_selection_owner_reply(
             server(), xcb_get_selection_owner(server(), m_selection), nullptr)};
         setHost(owner ? owner->owner : noWindow);
-        m_soon.start(); // The replies may have brought events along.
+    }
+
+    [[nodiscard]] TrayLook look()
+    {
+        if (m_host == noWindow)
+            return {};
+        constexpr double brightest = 0xffff;
+        m_server.drainSoon(); // The answers may bring events along.
+        const auto visualAsked = askHost(m_visual, XCB_ATOM_VISUALID, 1);
+        const auto colorsAsked = askHost(m_colors, XCB_ATOM_CARDINAL, 3);
+        TrayLook look;
+        if (const auto visual = hostsAnswer(visualAsked); !visual.empty())
+            look.showsThrough = hasAlpha(visual.front());
+        // The colour of the texts comes first: red, green and blue.
+        if (const auto color = hostsAnswer(colorsAsked); color.size() == 3)
+            look.symbolColor = {color[0] / brightest, color[1] / brightest, color[2] / brightest};
+        return look;
     }
 
     /// On the application's own connection, which has made the window before.
@@ -88,13 +106,50 @@ public:
     }
 
 private:
-    [[nodiscard]] xcb_connection_t* server() const { return m_desktop.connection.get(); }
+    [[nodiscard]] xcb_connection_t* server() const { return m_server.connection(); }
+
+    [[nodiscard]] xcb_get_property_cookie_t askHost(xcb_atom_t property, xcb_atom_t type,
+                                                    std::uint32_t length) const
+    {
+        return xcb_get_property(server(), 0, m_host, property, type, 0, length);
+    }
+
+    /// Empty where the host does not have the property, or is gone.
+    [[nodiscard]] std::vector<std::uint32_t> hostsAnswer(xcb_get_property_cookie_t cookie) const
+    {
+        const xcb::Owned<xcb_get_property_reply_t> reply{
+            xcb_get_property_reply(server(), cookie, nullptr)};
+        if (!reply || reply->format != 32)
+            return {};
+        const auto* const first =
+            static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+        return {first, first + reply->value_len};
+    }
+
+    [[nodiscard]] bool hasAlpha(xcb_visualid_t visual) const
+    {
+        constexpr std::uint8_t depthWithAlpha = 32;
+        auto screens = xcb_setup_roots_iterator(xcb_get_setup(server()));
+        for (; screens.rem > 0; xcb_screen_next(&screens)) {
+            auto depths = xcb_screen_allowed_depths_iterator(screens.data);
+            for (; depths.rem > 0; xcb_depth_next(&depths)) {
+                const std::span visuals(
+                    xcb_depth_visuals(depths.data),
+                    static_cast<std::size_t>(xcb_depth_visuals_length(depths.data)));
+                if (depths.data->depth == depthWithAlpha &&
+                    std::ranges::find(visuals, visual, &xcb_visualtype_t::visual_id) !=
+                        visuals.end())
+                    return true;
+            }
+        }
+        return false;
+    }
 
     void follow(xcb_window_t window)
     {
         const std::uint32_t structure = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
         xcb_change_window_attributes(server(), window, XCB_CW_EVENT_MASK, &structure);
-        xcb_flush(server());
+        m_server.noteRequests();
     }
 
     void setHost(xcb_window_t host)
@@ -105,18 +160,13 @@ private:
         m_receiver(m_host == noWindow ? TrayHost::none : TrayHost::xembed);
     }
 
-    void drain()
+    void handleLoss() override
     {
-        while (const xcb::Owned<xcb_generic_event_t> event{xcb_poll_for_event(server())})
-            handle(*event);
-        if (xcb_connection_has_error(server()) != 0) {
-            m_readable.reset();
-            if (m_host != noWindow)
-                setHost(noWindow);
-        }
+        if (m_host != noWindow)
+            setHost(noWindow);
     }
 
-    void handle(const xcb_generic_event_t& event)
+    void handleEvent(const xcb_generic_event_t& event) override
     {
         switch (event.response_type & ~sentBySomebody) {
         case XCB_CLIENT_MESSAGE: {
@@ -143,12 +193,12 @@ private:
     }
 
     Receiver m_receiver;
-    xcb::Desktop m_desktop;
-    std::optional<QSocketNotifier> m_readable;
-    QTimer m_soon; // Drains in the next turn of the event loop.
+    XServer m_server;
     xcb_atom_t m_selection = noAtom;
     xcb_atom_t m_manager = noAtom;
     xcb_atom_t m_opcode = noAtom;
+    xcb_atom_t m_visual = noAtom;
+    xcb_atom_t m_colors = noAtom;
     xcb_window_t m_host = noWindow;
 };
 
@@ -162,10 +212,20 @@ void X11TrayHosts::watch(Receiver receiver)
     m_watch->start();
 }
 
+TrayLook X11TrayHosts::look()
+{
+    return m_watch ? m_watch->look() : TrayLook{};
+}
+
 void X11TrayHosts::dock(std::uint32_t window)
 {
     if (m_watch)
         m_watch->dock(window);
+}
+
+std::unique_ptr<TrayHosts> makeX11TrayHosts(std::string display)
+{
+    return std::make_unique<X11TrayHosts>(std::move(display));
 }
 
 } // namespace clavo

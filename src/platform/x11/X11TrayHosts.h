@@ -11,8 +11,8 @@ namespace clavo
 
 /// The XEmbed host of an X11 session: the owner of its system-tray selection.
 ///
-/// The first answer is given at once and is the only one the X server is waited for. There is no
-/// host any more when the server is lost.
+/// The first answer is given at once. The X server is waited for with it and with the tray's look,
+/// and with nothing else. There is no host any more when the server is lost.
 class X11TrayHosts final : public TrayHosts
 {
 public:
@@ -21,6 +21,7 @@ public:
     ~X11TrayHosts() override;
 
     void watch(Receiver receiver) override;
+    TrayLook look() override;
     /// Of a window of the running QGuiApplication.
     void dock(std::uint32_t window) override;
 
@@ -30,5 +31,8 @@ private:
     std::string m_display;
     std::unique_ptr<Watch> m_watch;
 };
+
+/// Null when the program is built without the technology.
+[[nodiscard]] std::unique_ptr<TrayHosts> makeX11TrayHosts(std::string display = {});
 
 } // namespace clavo

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/x11/Xkb.h"
 
+#include "platform/x11/XServer.h"
+
 #include <xcb/xcbext.h>    // Declares xcb_poll_for_reply().
 #define explicit explicit_ // The name of a member.
 #include <xcb/xkb.h>
@@ -9,7 +11,6 @@
 #include <algorithm>
 #include <array>
 #include <span>
-#include <utility>
 
 namespace clavo::xcb
 {
@@ -29,12 +30,12 @@ std::uint16_t modifiersOf(const xcb_get_modifier_mapping_reply_t& keycodes,
         xcb_get_keyboard_mapping_keysyms(&keysyms),
         static_cast<std::size_t>(xcb_get_keyboard_mapping_keysyms_length(&keysyms))};
     const std::size_t width = keysyms.keysyms_per_keycode;
-    const auto* const slots = xcb_get_modifier_mapping_keycodes(&keycodes);
+    const auto* const entries = xcb_get_modifier_mapping_keycodes(&keycodes);
     unsigned found = 0;
     for (int i = 0; i < xcb_get_modifier_mapping_keycodes_length(&keycodes); ++i) {
-        const unsigned keycode = slots[i];
+        const unsigned keycode = entries[i];
         const auto first = (keycode - firstKeycode) * width;
-        if (keycode < firstKeycode || first + width > all.size()) // An empty slot is 0.
+        if (keycode < firstKeycode || first + width > all.size()) // An empty entry is 0.
             continue;
         const auto own = all.subspan(first, width);
         if (std::ranges::find_first_of(own, wanted) != own.end())
@@ -43,11 +44,11 @@ std::uint16_t modifiersOf(const xcb_get_modifier_mapping_reply_t& keycodes,
     return static_cast<std::uint16_t>(found);
 }
 
-/// The answer, whose second part has come.
+/// The modifiers from both replies, of which the second has arrived.
 Modifiers modifiers(xcb_connection_t* server, const ModifierQuery& query,
                     const xcb_get_keyboard_mapping_reply_t* keysyms)
 {
-    // Came before the other, so this does not wait.
+    // Arrived before the other, so this does not wait.
     const Owned<xcb_get_modifier_mapping_reply_t> keycodes{
         xcb_get_modifier_mapping_reply(server, query.keycodes, nullptr)};
     if (!keysyms || !keycodes)
@@ -60,12 +61,8 @@ Modifiers modifiers(xcb_connection_t* server, const ModifierQuery& query,
 
 } // namespace
 
-std::optional<Xkb> connectXkb(const std::string& display)
+std::optional<std::uint8_t> useXkb(xcb_connection_t* server)
 {
-    auto desktop = connect(display);
-    auto* server = desktop.connection.get();
-    if (!server)
-        return std::nullopt;
     const auto* extension = xcb_get_extension_data(server, &xcb_xkb_id);
     if (!extension || extension->present == 0)
         return std::nullopt;
@@ -82,13 +79,13 @@ std::optional<Xkb> connectXkb(const std::string& display)
     if (!flags || (flags->value & repeat) == 0)
         return std::nullopt;
 
-    // Another keyboard that is struck brings its own map along: a new keyboard.
+    // A key of another keyboard brings that keyboard's map: reported as a new keyboard.
     constexpr std::uint16_t changes =
         XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
     constexpr std::uint16_t parts = XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP;
     xcb_xkb_select_events(server, XCB_XKB_ID_USE_CORE_KBD, changes, 0, changes, parts, parts,
                           nullptr);
-    return Xkb{.desktop = std::move(desktop), .event = extension->first_event};
+    return extension->first_event;
 }
 
 ModifierQuery queryModifiers(xcb_connection_t* server)

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace clavo
 {
@@ -43,10 +42,9 @@ Appearance::Appearance()
     QCoreApplication::instance()->installEventFilter(this);
 }
 
-void Appearance::follow(std::unique_ptr<AppearanceSettings> settings)
+void Appearance::follow(AppearanceSettings& settings)
 {
-    m_settings = std::move(settings);
-    m_settings->watch([this](const AppearanceWish& wish) {
+    settings.watch([this](const AppearanceWish& wish) {
         m_wish = wish;
         emit changed();
     });

@@ -7,8 +7,6 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-#include <memory>
-
 class QJSEngine;
 class QQmlEngine;
 
@@ -16,7 +14,7 @@ namespace clavo
 {
 
 /// How the desktop looks at the moment: light or dark, and its accent colour. Both are taken from
-/// the application's palette and follow it live; a desktop's own word goes before the palette.
+/// the application's palette and follow it live; a desktop's own settings go before the palette.
 /// Thread: main.
 class Appearance : public QObject
 {
@@ -31,18 +29,18 @@ public:
     static Appearance& shared();
     static Appearance* create(QQmlEngine* engine, QJSEngine* scriptEngine);
 
-    /// Lets the desktop's own word go before the palette, from now on.
-    void follow(std::unique_ptr<AppearanceSettings> settings);
+    /// Prefers what these settings report to the palette, from now on. They may end before it.
+    void follow(AppearanceSettings& settings);
 
     [[nodiscard]] bool isDark() const;
     [[nodiscard]] QColor accent() const;
 
-    /// The colour itself where its contrast to the background is at least `ratio` (1 to 21), else
-    /// the nearest lighter or darker one of its hue whose contrast is; where none is, black or
+    /// The colour itself when its contrast to the background is at least `ratio` (1 to 21), else
+    /// the nearest lighter or darker one of its hue whose contrast is; when none is, black or
     /// white.
     [[nodiscard]] Q_INVOKABLE static QColor readable(const QColor& color, const QColor& background,
                                                      double ratio);
-    /// White where it can be read on the background, else black.
+    /// White when it can be read on the background, else black.
     [[nodiscard]] Q_INVOKABLE static QColor textOn(const QColor& background);
     /// The ratio of two opaque colours' relative luminances, 1 to 21, as WCAG 2 defines it.
     [[nodiscard]] Q_INVOKABLE static double contrast(const QColor& one, const QColor& other);
@@ -55,7 +53,6 @@ signals:
 private:
     Appearance(); // Were it public, every engine would make an instance of its own.
 
-    std::unique_ptr<AppearanceSettings> m_settings;
     AppearanceWish m_wish;
 };
 

@@ -14,6 +14,10 @@ T.ComboBox {
         return event.key === Qt.Key_Return || event.key === Qt.Key_Enter;
     }
 
+    // A row that is destroyed together with the hidden list is announced to assistive technology as
+    // shown while it is half destroyed, which crashes (Qt 6.4). So the rows go before.
+    Component.onDestruction: (popup.contentItem as ListView).model = null
+
     implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, 120)
     implicitHeight: 28
     implicitContentWidthPolicy: T.ComboBox.WidestText

@@ -2,9 +2,11 @@
 #include "ui/menubar/DockedIcon.h"
 
 #include <QBitmap>
+#include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QRegion>
+#include <QSurfaceFormat>
 
 namespace clavo
 {
@@ -15,8 +17,13 @@ constexpr int smallestSize = 16; // The host gives more where its bar is higher.
 
 } // namespace
 
-DockedIcon::DockedIcon()
+DockedIcon::DockedIcon(Background background) : m_background(background)
 {
+    if (m_background == Background::tray) {
+        QSurfaceFormat format;
+        format.setAlphaBufferSize(8);
+        setFormat(format);
+    }
     setFlags(Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
     resize(smallestSize, smallestSize);
     create();
@@ -35,7 +42,13 @@ void DockedIcon::setIcon(const QIcon& icon, const QColor& backdrop)
 void DockedIcon::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
-    painter.fillRect(QRect({}, size()), m_backdrop);
+    if (m_background == Background::tray) {
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.fillRect(QRect({}, size()), Qt::transparent);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    } else {
+        painter.fillRect(QRect({}, size()), m_backdrop);
+    }
     m_icon.paint(&painter, QRect({}, size()));
 }
 
@@ -60,12 +73,15 @@ void DockedIcon::mouseReleaseEvent(QMouseEvent* event)
 
 void DockedIcon::cutOut()
 {
-    QPixmap picture(size());
+    if (m_background == Background::tray)
+        return;
+    QImage picture(size(), QImage::Format_ARGB32_Premultiplied);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     m_icon.paint(&painter, picture.rect());
     painter.end();
-    setMask(QRegion(picture.mask()));
+    // Without what is seen the least: on the backdrop it would be as opaque as the rest.
+    setMask(QRegion(QBitmap::fromImage(picture.createAlphaMask(Qt::ThresholdDither))));
 }
 
 } // namespace clavo

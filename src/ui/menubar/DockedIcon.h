@@ -11,14 +11,19 @@ namespace clavo
 /// The window that an XEmbed host takes into its tray. The host puts it on the screen; shown
 /// before, it would be seen where it is not yet in the tray.
 ///
-/// Without a compositing host a window has no transparency: so it has the shape of the icon, and
-/// what is half transparent is mixed with a backdrop.
+/// Where the tray does not show through, a window has no transparency: so it has the shape of the
+/// icon, and what is half transparent is mixed with a backdrop.
 class DockedIcon : public QRasterWindow
 {
     Q_OBJECT
 
 public:
-    DockedIcon();
+    enum class Background {
+        tray,     // Shows through.
+        backdrop, // Within the shape of the icon.
+    };
+
+    explicit DockedIcon(Background background);
 
     void setIcon(const QIcon& icon, const QColor& backdrop);
 
@@ -35,6 +40,7 @@ protected:
 private:
     void cutOut();
 
+    const Background m_background;
     QIcon m_icon;
     QColor m_backdrop;
 };

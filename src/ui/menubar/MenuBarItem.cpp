@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "ui/menubar/MenuBarItem.h"
 
+#include "ui/controls/Appearance.h"
 #include "ui/menubar/DockedIcon.h"
 #include "ui/menubar/MenuBarSymbol.h"
 
 #include <QCoreApplication>
 #include <QCursor>
-#include <QEvent>
-#include <QGuiApplication>
 #include <QMenu>
-#include <QPalette>
 #include <QSystemTrayIcon>
 
 namespace clavo
@@ -42,6 +40,7 @@ MenuBarItem::MenuBarItem(TrayHosts& hosts)
             [this] { emit openRequested(m_dockedIcon ? m_menuPlace : pointerPlace()); });
     connect(&m_settings, &QAction::triggered, this, &MenuBarItem::settingsRequested);
     connect(&m_quit, &QAction::triggered, this, &MenuBarItem::quitRequested);
+    connect(&Appearance::shared(), &Appearance::changed, this, &MenuBarItem::showSymbol);
     m_hosts.watch([this](TrayHost host) { moveTo(host); });
 }
 
@@ -54,18 +53,11 @@ void MenuBarItem::setEnabled(bool enabled)
     showSymbol();
 }
 
-/// A change of the colour scheme reaches every widget.
-bool MenuBarItem::eventFilter(QObject* watched, QEvent* event)
-{
-    if (event->type() == QEvent::PaletteChange)
-        showSymbol();
-    return QObject::eventFilter(watched, event);
-}
-
 void MenuBarItem::moveTo(TrayHost host)
 {
     m_statusItem.reset();
     m_dockedIcon.reset();
+    m_trayColor.reset();
     m_menu.reset();
     if (host == TrayHost::none)
         return;
@@ -78,7 +70,6 @@ void MenuBarItem::moveTo(TrayHost host)
     m_menu->addAction(&m_settings);
     m_menu->addSeparator();
     m_menu->addAction(&m_quit);
-    m_menu->installEventFilter(this);
 
     if (host == TrayHost::statusNotifier)
         showStatusItem();
@@ -104,7 +95,14 @@ void MenuBarItem::showStatusItem()
 /// and stays dead in the other. So it serves for StatusNotifier only.
 void MenuBarItem::dockIcon()
 {
-    m_dockedIcon = std::make_unique<DockedIcon>();
+    const auto tray = m_hosts.look();
+    if (const auto& color = tray.symbolColor)
+        m_trayColor =
+            QColor::fromRgbF(static_cast<float>(color->red), static_cast<float>(color->green),
+                             static_cast<float>(color->blue));
+    using Background = DockedIcon::Background;
+    m_dockedIcon =
+        std::make_unique<DockedIcon>(tray.showsThrough ? Background::tray : Background::backdrop);
     showSymbol();
     connect(m_dockedIcon.get(), &DockedIcon::clicked, this, &MenuBarItem::openRequested);
     connect(m_dockedIcon.get(), &DockedIcon::menuRequested, this, [this](const QRect& place) {
@@ -116,7 +114,8 @@ void MenuBarItem::dockIcon()
 
 void MenuBarItem::showSymbol()
 {
-    const auto color = QGuiApplication::palette().color(QPalette::WindowText);
+    const QColor usual = Appearance::shared().isDark() ? Qt::white : Qt::black;
+    const auto color = m_trayColor.value_or(usual);
     const auto icon = menuBarSymbol(m_enabled, color);
     if (m_statusItem)
         m_statusItem->setIcon(icon);

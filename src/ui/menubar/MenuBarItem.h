@@ -4,10 +4,12 @@
 #include "tray/TrayHosts.h"
 
 #include <QAction>
+#include <QColor>
 #include <QObject>
 #include <QRect>
 
 #include <memory>
+#include <optional>
 
 class QMenu;
 class QSystemTrayIcon;
@@ -19,7 +21,7 @@ class DockedIcon;
 
 /// The program's icon in the desktop's tray, with its native menu. It is there whenever a host is.
 ///
-/// Keeps no state of the program: it shows what it is told and tells what the user asks for.
+/// Keeps no state of the program: it shows what it is given and reports what the user asks for.
 /// Thread: main, of a QApplication.
 class MenuBarItem : public QObject
 {
@@ -32,16 +34,16 @@ public:
 
     void setEnabled(bool enabled);
 
+    /// A host has been given the item.
+    [[nodiscard]] bool isShown() const { return m_menu != nullptr; }
+
 signals:
     void enabledRequested(bool enabled);
-    /// The panel is wanted near this place on the screen: the icon's where the host tells it, else
+    /// The panel is wanted near this place on the screen: the icon's when the host reports it, else
     /// the pointer's, with no extent.
     void openRequested(const QRect& place);
     void settingsRequested();
     void quitRequested();
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void moveTo(TrayHost host);
@@ -51,6 +53,7 @@ private:
 
     TrayHosts& m_hosts;
     bool m_enabled = true;
+    std::optional<QColor> m_trayColor; // Of the symbols in the tray, when the host reports it.
     QAction m_sounds;
     QAction m_open;
     QAction m_settings;

@@ -1,65 +1,104 @@
 // SPDX-License-Identifier: MIT
 #include "ui/menubar/MenuBarSymbol.h"
 
+#include <QIconEngine>
 #include <QImage>
 #include <QPainter>
 #include <QPixmap>
+#include <QStandardPaths>
 #include <QString>
 #include <QSvgRenderer>
+
+#include <algorithm>
+#include <utility>
 
 namespace clavo
 {
 namespace
 {
 
-constexpr double rimOpacity = 0.4;
+constexpr double grid = 16;           // Of the drawings, in which
+constexpr QRectF plate(0, 2, 16, 12); // is one unit larger than the keyboard on every side.
+constexpr double plateRadius = 3;
+constexpr float plateOpacity = 0.6F;
 
-QImage blank(int size)
+QImage blank(int side)
 {
-    QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
+    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     return image;
 }
 
-void tint(QImage& image, const QColor& color)
+class SymbolEngine final : public QIconEngine
 {
-    QPainter painter(&image);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    painter.fillRect(image.rect(), color);
-}
+public:
+    SymbolEngine(QString name, const QColor& color) : m_name(std::move(name)), m_color(color) {}
 
-/// The shape and what is within a pixel of the smallest size around it.
-QImage widened(const QImage& shape)
-{
-    const double step = shape.width() / 22.0;
-    QImage image = blank(shape.width());
-    QPainter painter(&image);
-    for (const double x : {-step, 0.0, step}) {
-        for (const double y : {-step, 0.0, step})
-            painter.drawImage(QPointF(x, y), shape);
-    }
-    return image;
-}
-
-QImage drawn(QSvgRenderer& symbol, int size, const QColor& color, double opacity)
-{
-    QImage shape = blank(size);
+    void paint(QPainter* painter, const QRect& place, QIcon::Mode /*mode*/,
+               QIcon::State /*state*/) override
     {
-        QPainter painter(&shape);
-        symbol.render(&painter);
+        const double ratio = painter->device()->devicePixelRatioF();
+        painter->drawImage(place, drawn(qRound(place.width() * ratio)));
     }
-    QImage rim = widened(shape);
-    tint(shape, color);
-    tint(rim, contrasting(color));
 
-    QImage image = blank(size);
-    QPainter painter(&image);
-    painter.setOpacity(opacity * rimOpacity);
-    painter.drawImage(0, 0, rim);
-    painter.setOpacity(opacity);
-    painter.drawImage(0, 0, shape);
-    return image;
-}
+    QPixmap pixmap(const QSize& size, QIcon::Mode /*mode*/, QIcon::State /*state*/) override
+    {
+        return QPixmap::fromImage(drawn(std::min(size.width(), size.height())));
+    }
+
+    /// A square, in the middle of a place that is none.
+    QSize actualSize(const QSize& size, QIcon::Mode /*mode*/, QIcon::State /*state*/) override
+    {
+        const int side = std::min(size.width(), size.height());
+        return {side, side};
+    }
+
+    /// The usual ones of trays and their double.
+    QList<QSize> availableSizes(QIcon::Mode /*mode*/, QIcon::State /*state*/) override
+    {
+        return {{16, 16}, {22, 22}, {24, 24}, {32, 32}, {44, 44}, {48, 48}};
+    }
+
+    QString iconName() override
+    {
+        const auto file = QStringLiteral("icons/hicolor/symbolic/apps/%1.svg").arg(m_name);
+        const auto found = QStandardPaths::locate(QStandardPaths::GenericDataLocation, file);
+        return found.isEmpty() ? QString() : m_name;
+    }
+
+    [[nodiscard]] QIconEngine* clone() const override { return new SymbolEngine(*this); }
+
+private:
+    [[nodiscard]] QImage drawn(int side) const
+    {
+        QImage symbol = blank(side);
+        {
+            QPainter painter(&symbol);
+            QSvgRenderer(QStringLiteral(":/clavo/menubar/%1.svg").arg(m_name)).render(&painter);
+            painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+            painter.fillRect(symbol.rect(), m_color);
+        }
+        QImage image = blank(side);
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.scale(side / grid, side / grid);
+        auto plateColor = contrasting(m_color);
+        plateColor.setAlphaF(plateOpacity);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(plateColor);
+        painter.drawRoundedRect(plate, plateRadius, plateRadius);
+        painter.resetTransform();
+        // The plate does not shine through the symbol.
+        painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+        painter.drawImage(0, 0, symbol);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        painter.drawImage(0, 0, symbol);
+        return image;
+    }
+
+    QString m_name;
+    QColor m_color;
+};
 
 } // namespace
 
@@ -70,12 +109,8 @@ QColor contrasting(const QColor& color)
 
 QIcon menuBarSymbol(bool enabled, const QColor& color)
 {
-    QSvgRenderer symbol(QStringLiteral(":/clavo/menubar/") +
-                        (enabled ? "keyboard.fill.svg" : "keyboard.svg"));
-    QIcon icon;
-    for (const int size : {16, 22, 24, 32, 44, 48})
-        icon.addPixmap(QPixmap::fromImage(drawn(symbol, size, color, enabled ? 1.0 : 0.5)));
-    return icon;
+    const auto* const name = enabled ? "app.clavo.Clavo-symbolic" : "app.clavo.Clavo-off-symbolic";
+    return QIcon(new SymbolEngine(QString::fromLatin1(name), color));
 }
 
 } // namespace clavo

@@ -3,7 +3,7 @@
 
 #include "desktop/atspi/AccessibleProgram.h"
 #include "desktop/x11/EventLoop.h"
-#include "fakes/ManualTimer.h"
+#include "fakes/SimulatedTime.h"
 
 #include <gmock/gmock.h>
 
@@ -33,11 +33,9 @@ protected:
         program.add("/alone", AccessibleProgram::text);
     }
 
-    void watch(AtspiSecureInput::FocusReceiver receiver = {})
+    void watch(atspi::FocusReceiver receiver = {})
     {
-        auto made = std::make_unique<ManualTimer>();
-        timer = made.get();
-        secureInput.emplace(std::move(made), std::move(receiver));
+        secureInput = makeAtspiSecureInput(time.makeTimer(), std::move(receiver));
     }
     void listen()
     {
@@ -53,14 +51,14 @@ protected:
     [[nodiscard]] bool settles() const
     {
         return EventLoop::until([this] { return program.questions > 0; }) &&
-               EventLoop::until([this] { return !timer->delay(); });
+               EventLoop::until([this] { return !time.untilNext(); });
     }
 
     EventLoop loop;
     std::optional<AccessibilityBus> bus;
     AccessibleProgram program;
-    ManualTimer* timer = nullptr;
-    std::optional<AtspiSecureInput> secureInput;
+    SimulatedTime time;
+    std::unique_ptr<SecureInput> secureInput;
 };
 
 TEST_F(AtspiSecureInputTest, AsksForChangesOfFocusAndNothingElse)
@@ -132,9 +130,9 @@ TEST_F(AtspiSecureInputTest, AProgramThatHangsKeepsInputSecretForAMomentOnly)
 
     program.giveKeysTo("/name");
     ASSERT_TRUE(becomes(SecureReason::passwordField));
-    EXPECT_THAT(timer->delay(), Optional(AtspiSecureInput::patience));
+    EXPECT_THAT(time.untilNext(), Optional(atspi::patience));
 
-    timer->elapse();
+    time.elapse();
     EXPECT_EQ(secureInput->reason(), SecureReason::none);
 }
 
@@ -159,7 +157,7 @@ TEST_F(AtspiSecureInputTest, AProgramThatEndsTakesItsPasswordFieldAlong)
         prompt.add("/password", AccessibleProgram::passwordText);
         prompt.giveKeysTo("/password");
         ASSERT_TRUE(becomes(SecureReason::passwordField));
-        ASSERT_TRUE(EventLoop::until([this] { return !timer->delay(); }));
+        ASSERT_TRUE(EventLoop::until([this] { return !time.untilNext(); }));
     }
 
     EXPECT_TRUE(becomes(SecureReason::none));
@@ -187,9 +185,9 @@ TEST_F(AtspiSecureInputTest, TheBusMayComeLaterAndComeAgain)
     watch();
     EXPECT_EQ(secureInput->reason(), SecureReason::none);
 
-    for (int time = 0; time < 2; ++time) {
+    for (int round = 0; round < 2; ++round) {
         bus.emplace();
-        ASSERT_TRUE(EventLoop::until([this] { return bus->registered().size() >= 2; })) << time;
+        ASSERT_TRUE(EventLoop::until([this] { return bus->registered().size() >= 2; })) << round;
         program.giveKeysTo("/password");
         ASSERT_TRUE(becomes(SecureReason::passwordField));
         program.giveKeysTo("/name");

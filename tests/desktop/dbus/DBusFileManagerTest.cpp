@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <memory>
 #include <vector>
 
 namespace clavo
@@ -61,43 +62,60 @@ private:
     QDBusConnection m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "manager");
 };
 
+/// Remembers what it was to show, also when it is gone.
+class Fallback final : public FileManager
+{
+public:
+    explicit Fallback(Paths& opened) : m_opened(opened) {}
+
+    void show(const std::filesystem::path& folder) override { m_opened.push_back(folder); }
+
+private:
+    Paths& m_opened;
+};
+
 class DBusFileManagerTest : public testing::Test
 {
 protected:
+    [[nodiscard]] std::unique_ptr<FileManager> make()
+    {
+        return makeDBusFileManager(std::make_unique<Fallback>(opened));
+    }
+
     EventLoop loop;
     Paths opened; // Without the bus.
-    DBusFileManager fileManager{[this](const auto& folder) { opened.push_back(folder); }};
+    std::unique_ptr<FileManager> fileManager = make();
 };
 
 TEST_F(DBusFileManagerTest, TheDesktopsFileManagerShowsTheFolder)
 {
     FileManagerService service;
 
-    fileManager.show("/tmp/my packs/é");
+    fileManager->show("/tmp/my packs/é");
     EXPECT_TRUE(EventLoop::until([&] { return !service.shown.isEmpty(); }));
 
     EXPECT_EQ(service.shown, QStringList("file:///tmp/my%20packs/%C3%A9"));
     // Answers come in the order of the calls.
     service.refuses = true;
-    fileManager.show("/tmp/next");
+    fileManager->show("/tmp/next");
     EXPECT_TRUE(EventLoop::until([&] { return !opened.empty(); }));
     EXPECT_THAT(opened, ElementsAre("/tmp/next"));
 }
 
-TEST_F(DBusFileManagerTest, WithoutOneTheFolderIsOpenedOtherwise)
+TEST_F(DBusFileManagerTest, WithoutOneTheFallbackShowsTheFolder)
 {
-    fileManager.show("/tmp/packs");
+    fileManager->show("/tmp/packs");
 
     EXPECT_TRUE(EventLoop::until([&] { return !opened.empty(); }));
     EXPECT_THAT(opened, ElementsAre("/tmp/packs"));
 }
 
-TEST_F(DBusFileManagerTest, WhatItRefusesIsOpenedOtherwise)
+TEST_F(DBusFileManagerTest, WhatItRefusesTheFallbackShows)
 {
     FileManagerService service;
     service.refuses = true;
 
-    fileManager.show("/tmp/packs");
+    fileManager->show("/tmp/packs");
 
     EXPECT_TRUE(EventLoop::until([&] { return !opened.empty(); }));
     EXPECT_THAT(opened, ElementsAre("/tmp/packs"));
@@ -105,9 +123,7 @@ TEST_F(DBusFileManagerTest, WhatItRefusesIsOpenedOtherwise)
 
 TEST_F(DBusFileManagerTest, AnAnswerMayComeWhenItIsGone)
 {
-    DBusFileManager(DBusFileManager::Open([this](const auto& folder) {
-        opened.push_back(folder);
-    })).show("/tmp/packs");
+    make()->show("/tmp/packs");
 
     EXPECT_TRUE(EventLoop::until([&] { return !opened.empty(); }));
 }

@@ -2,7 +2,7 @@
 #include "platform/dbus/LogindSecureInput.h"
 
 #include "desktop/x11/EventLoop.h"
-#include "fakes/ManualTimer.h"
+#include "fakes/SimulatedTime.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
@@ -12,7 +12,7 @@
 
 #include <gmock/gmock.h>
 
-#include <optional>
+#include <memory>
 
 namespace clavo
 {
@@ -91,12 +91,7 @@ protected:
     {
         return EventLoop::until([&] { return secureInput->reason() == reason; });
     }
-    void watch()
-    {
-        auto made = std::make_unique<ManualTimer>();
-        timer = made.get();
-        secureInput.emplace(std::move(made));
-    }
+    void watch() { secureInput = makeLogindSecureInput(time.makeTimer()); }
 
     /// Watches a session that comes to the screen, so that one sees that it is watched.
     [[nodiscard]] bool watchesUnlocked(Logind& logind)
@@ -109,8 +104,8 @@ protected:
     }
 
     EventLoop loop;
-    ManualTimer* timer = nullptr;
-    std::optional<LogindSecureInput> secureInput;
+    SimulatedTime time;
+    std::unique_ptr<SecureInput> secureInput;
 };
 
 TEST_F(LogindSecureInputTest, TellsThatTheSessionIsLockedAlready)
@@ -152,7 +147,7 @@ TEST_F(LogindSecureInputTest, ALockThatWasOrderedCountsAtOnceAndUntilItIsUndone)
     ASSERT_TRUE(becomes(SecureReason::lockedSession));
     logind.order("Unlock");
     EXPECT_TRUE(becomes(SecureReason::none));
-    EXPECT_EQ(timer->delay(), std::nullopt);
+    EXPECT_EQ(time.untilNext(), std::nullopt);
 }
 
 TEST_F(LogindSecureInputTest, AnOrderThatNoLockFollowsIsForgotten)
@@ -161,9 +156,9 @@ TEST_F(LogindSecureInputTest, AnOrderThatNoLockFollowsIsForgotten)
     ASSERT_TRUE(watchesUnlocked(logind));
     logind.order("Lock");
     ASSERT_TRUE(becomes(SecureReason::lockedSession));
-    EXPECT_THAT(timer->delay(), Optional(LogindSecureInput::timeToLock));
+    EXPECT_THAT(time.untilNext(), Optional(timeToLock));
 
-    timer->elapse();
+    time.elapse();
 
     EXPECT_EQ(secureInput->reason(), SecureReason::none);
 }
@@ -176,7 +171,7 @@ TEST_F(LogindSecureInputTest, AnOrderThatALockFollowsEndsWithIt)
     ASSERT_TRUE(becomes(SecureReason::lockedSession));
 
     logind.change("LockedHint", true);
-    ASSERT_TRUE(EventLoop::until([&] { return !timer->delay(); }));
+    ASSERT_TRUE(EventLoop::until([&] { return !time.untilNext(); }));
     EXPECT_EQ(secureInput->reason(), SecureReason::lockedSession);
 
     logind.change("LockedHint", false);

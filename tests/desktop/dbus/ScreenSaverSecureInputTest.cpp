@@ -61,14 +61,14 @@ TEST_F(ScreenSaverSecureInputTest, TellsThatOneIsActiveAlready)
 {
     const ScreenSaver screenSaver("org.gnome.ScreenSaver", "/org/gnome/ScreenSaver", true);
 
-    const ScreenSaverSecureInput secureInput;
+    const auto secureInput = makeScreenSaverSecureInput();
 
-    EXPECT_TRUE(becomes(secureInput, SecureReason::lockedSession));
+    EXPECT_TRUE(becomes(*secureInput, SecureReason::lockedSession));
 }
 
 TEST_F(ScreenSaverSecureInputTest, FollowsTheScreenSaverOfEveryDesktop)
 {
-    const ScreenSaverSecureInput secureInput;
+    const auto secureInput = makeScreenSaverSecureInput();
 
     for (const std::string desktop : {"freedesktop", "gnome", "cinnamon", "mate", "xfce"}) {
         const auto name = "org." + desktop + ".ScreenSaver";
@@ -76,32 +76,32 @@ TEST_F(ScreenSaverSecureInputTest, FollowsTheScreenSaverOfEveryDesktop)
         ScreenSaver screenSaver(QString::fromStdString(name), QString::fromStdString(path), false);
 
         screenSaver.activate(true);
-        EXPECT_TRUE(becomes(secureInput, SecureReason::lockedSession)) << desktop;
+        EXPECT_TRUE(becomes(*secureInput, SecureReason::lockedSession)) << desktop;
         screenSaver.activate(false);
-        EXPECT_TRUE(becomes(secureInput, SecureReason::none)) << desktop;
+        EXPECT_TRUE(becomes(*secureInput, SecureReason::none)) << desktop;
     }
 }
 
 TEST_F(ScreenSaverSecureInputTest, OneThatHasAnotherPathIsFollowedToo)
 {
-    const ScreenSaverSecureInput secureInput;
+    const auto secureInput = makeScreenSaverSecureInput();
     ScreenSaver screenSaver("org.freedesktop.ScreenSaver", "/ScreenSaver", false);
 
     screenSaver.activate(true);
 
-    EXPECT_TRUE(becomes(secureInput, SecureReason::lockedSession));
+    EXPECT_TRUE(becomes(*secureInput, SecureReason::lockedSession));
 }
 
 TEST_F(ScreenSaverSecureInputTest, OneThatEndsWhileItIsActiveIsNotActiveAnyMore)
 {
-    const ScreenSaverSecureInput secureInput;
+    const auto secureInput = makeScreenSaverSecureInput();
     {
         ScreenSaver screenSaver("org.mate.ScreenSaver", "/org/mate/ScreenSaver", false);
         screenSaver.activate(true);
-        ASSERT_TRUE(becomes(secureInput, SecureReason::lockedSession));
+        ASSERT_TRUE(becomes(*secureInput, SecureReason::lockedSession));
     }
 
-    EXPECT_TRUE(becomes(secureInput, SecureReason::none));
+    EXPECT_TRUE(becomes(*secureInput, SecureReason::none));
 }
 
 } // namespace

@@ -16,7 +16,6 @@
 namespace
 {
 
-using clavo::DBusInstance;
 using clavo::Instance;
 
 void tell(const char* word)
@@ -39,7 +38,7 @@ const std::map<Instance::Delivery, const char*> deliveries{
     {Instance::Delivery::nobodyRuns, "nobodyRuns"},
     {Instance::Delivery::noAnswer, "noAnswer"}};
 
-int run(DBusInstance& instance)
+int run(Instance& instance)
 {
     const auto receiver = [](Instance::Request received) {
         if (const auto token = qgetenv("XDG_ACTIVATION_TOKEN"); !token.isEmpty())
@@ -61,18 +60,18 @@ int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
     const std::string word = argc == 2 ? argv[1] : "";
-    DBusInstance instance;
+    const auto instance = clavo::makeDBusInstance();
     if (const auto request = requests.find(word); request != requests.end()) {
-        tell(deliveries.at(instance.send(request->second)));
+        tell(deliveries.at(instance->send(request->second)));
         return 0;
     }
     if (word == "status") {
-        const auto answer = instance.askStatus();
+        const auto answer = instance->askStatus();
         tell(answer.delivery == Instance::Delivery::delivered ? answer.status.c_str()
                                                               : deliveries.at(answer.delivery));
         return 0;
     }
-    const auto standing = word == "replace" ? instance.replace() : instance.claim();
+    const auto standing = word == "replace" ? instance->replace() : instance->claim();
     tell(standings.at(standing));
-    return standing == Instance::Standing::first ? run(instance) : 0;
+    return standing == Instance::Standing::first ? run(*instance) : 0;
 }

@@ -5,9 +5,11 @@
 #include "desktop/x11/EventLoop.h"
 #include "fakes/FakeScreens.h"
 #include "platform/evdev/EvdevEventTap.h"
-#include "platform/linux/EvdevKeyCodes.h"
+#include "platform/evdev/EvdevKeyCodes.h"
 
 #include <linux/input-event-codes.h>
+
+#include <memory>
 
 namespace clavo
 {
@@ -16,7 +18,7 @@ namespace clavo
 class EvdevTapRig
 {
 public:
-    EventTap& tap() { return m_tap; }
+    EventTap& tap() { return *m_tap; }
 
     void key(std::int64_t code, bool down)
     {
@@ -69,7 +71,7 @@ public:
 private:
     EventLoop m_loop;
     FakeScreens m_screens;
-    EvdevEventTap m_tap{m_screens};
+    std::unique_ptr<EventTap> m_tap = makeEvdevEventTap(m_screens);
 };
 
 } // namespace clavo

@@ -76,7 +76,7 @@ DeviceKind tabletKind()
 {
     return {.name = "Test tablet",
             .keys = {BTN_LEFT, BTN_RIGHT},
-            .places = evdev::DeviceTraits::Range{.least = 0, .greatest = 1000}};
+            .absoluteX = evdev::DeviceTraits::Range{.least = 0, .greatest = 1000}};
 }
 
 /// What the kernel knows of a device. The questions come on another thread, also while the device
@@ -223,7 +223,7 @@ std::optional<std::vector<std::uint8_t>> KernelDevice::Knowledge::answerTo(unsig
         std::set<std::uint16_t> types{EV_SYN, EV_KEY};
         if (!m_kind.axes.empty())
             types.insert(EV_REL);
-        if (m_kind.places)
+        if (m_kind.absoluteX)
             types.insert(EV_ABS);
         return bits(types);
     }
@@ -232,15 +232,15 @@ std::optional<std::vector<std::uint8_t>> KernelDevice::Knowledge::answerTo(unsig
     case abilities + EV_REL:
         return bits(m_kind.axes);
     case abilities + EV_ABS:
-        return bits(m_kind.places ? std::set<std::uint16_t>{ABS_X, ABS_Y}
-                                  : std::set<std::uint16_t>{});
+        return bits(m_kind.absoluteX ? std::set<std::uint16_t>{ABS_X, ABS_Y}
+                                     : std::set<std::uint16_t>{});
     case ranges + ABS_X:
     case ranges + ABS_Y:
-        if (!m_kind.places)
+        if (!m_kind.absoluteX)
             return std::nullopt;
         return bytesOf(input_absinfo{.value = 0,
-                                     .minimum = m_kind.places->least,
-                                     .maximum = m_kind.places->greatest,
+                                     .minimum = m_kind.absoluteX->least,
+                                     .maximum = m_kind.absoluteX->greatest,
                                      .fuzz = 0,
                                      .flat = 0,
                                      .resolution = 0});

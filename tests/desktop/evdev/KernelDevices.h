@@ -21,7 +21,7 @@ struct DeviceKind {
     std::string name;
     std::set<std::uint16_t> keys = {}; // And buttons.
     std::set<std::uint16_t> axes = {}; // Relative ones.
-    std::optional<evdev::DeviceTraits::Range> places = std::nullopt;
+    std::optional<evdev::DeviceTraits::Range> absoluteX = std::nullopt;
 };
 
 [[nodiscard]] DeviceKind keyboardKind();

@@ -35,11 +35,11 @@ struct DesktopHost {
 };
 
 struct PipeWireHost : DesktopHost {
-    static std::unique_ptr<AudioOutput> make() { return std::make_unique<PipeWireOutput>(128); }
+    static std::unique_ptr<AudioOutput> make() { return makePipeWireOutput(128); }
 };
 
 struct PulseHost : DesktopHost {
-    static std::unique_ptr<AudioOutput> make() { return std::make_unique<PulseOutput>(128); }
+    static std::unique_ptr<AudioOutput> make() { return makePulseOutput(128); }
 };
 
 /// What the program plays through: whatever this desktop has.

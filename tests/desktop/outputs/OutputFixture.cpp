@@ -88,7 +88,10 @@ bool OutputFixture::isHeardOn(const std::string& sink)
 std::string OutputFixture::ask(const std::string& command)
 {
     std::string answer;
-    const std::unique_ptr<FILE, decltype(&pclose)> pipe(popen(command.c_str(), "re"), pclose);
+    struct Closer {
+        void operator()(FILE* pipe) const { pclose(pipe); }
+    };
+    const std::unique_ptr<FILE, Closer> pipe(popen(command.c_str(), "re"));
     std::array<char, 256> text{};
     while (pipe && std::fgets(text.data(), text.size(), pipe.get()))
         answer += text.data();

@@ -12,7 +12,7 @@ using PipeWireOutputTest = OutputFixture;
 
 TEST_F(PipeWireOutputTest, PlaysTheSamplesOnTheDefaultSink)
 {
-    use(std::make_unique<PipeWireOutput>(128));
+    use(makePipeWireOutput(128));
 
     ASSERT_TRUE(runsOn("PipeWire"));
     EXPECT_TRUE(isHeardOn(desktopSink));
@@ -20,7 +20,7 @@ TEST_F(PipeWireOutputTest, PlaysTheSamplesOnTheDefaultSink)
 
 TEST_F(PipeWireOutputTest, TellsThePeriodItWasGranted)
 {
-    use(std::make_unique<PipeWireOutput>(64));
+    use(makePipeWireOutput(64));
 
     ASSERT_TRUE(runsOn("PipeWire"));
     // The server rounds down to a power of two of its own frames.
@@ -30,23 +30,24 @@ TEST_F(PipeWireOutputTest, TellsThePeriodItWasGranted)
 
 TEST_F(PipeWireOutputTest, TellsAPeriodThatOthersHaveShortened)
 {
-    use(std::make_unique<PipeWireOutput>(1024));
+    use(makePipeWireOutput(1024));
     ASSERT_TRUE(runsOn("PipeWire"));
 
-    PipeWireOutput other(64);
-    other.prepare(m_mixer, [] {});
-    other.connect(); // Streams until it is up, silent, and with a wish of its own.
+    const auto other = makePipeWireOutput(64);
+    other->prepare(m_mixer, [] {});
+    other->connect(); // Streams until it is up, silent, and with a wish of its own.
 
     EXPECT_TRUE(EventLoop::until([&] { return m_output->status().quantumFrames == 64; }));
 }
 
 TEST_F(PipeWireOutputTest, IsKnownByItsName)
 {
-    use(std::make_unique<PipeWireOutput>(128));
+    use(makePipeWireOutput(128));
     ASSERT_TRUE(runsOn("PipeWire"));
 
     EXPECT_THAT(ask("pactl list sink-inputs"),
                 testing::AllOf(testing::HasSubstr("application.name = \"Clavo\""),
+                               testing::HasSubstr("application.icon_name = \"app.clavo.Clavo\""),
                                testing::HasSubstr("node.latency = \"128/44100\"")));
 }
 

@@ -111,6 +111,20 @@ TEST_F(ProgramOutputTest, SurvivesTheServersDeathAndReturnWhilePaused)
     EXPECT_TRUE(isHeardOn(desktopSink));
 }
 
+TEST_F(ProgramOutputTest, TellsOfNoServerThatDiesWhilePaused)
+{
+    use(makeAudioOutput());
+    ASSERT_TRUE(runsOnTheServer());
+    m_output->pause();
+    EXPECT_NE(m_output->status().server, "");
+
+    soundServer("stop");
+    EXPECT_TRUE(hasLostTheServer());
+    EXPECT_FALSE(m_output->isRunning());
+
+    soundServer("start");
+}
+
 TEST_F(ProgramOutputTest, FollowsTheDefaultSink)
 {
     use(makeAudioOutput());

@@ -12,7 +12,7 @@ using PulseOutputTest = OutputFixture;
 
 TEST_F(PulseOutputTest, PlaysTheSamplesOnTheDefaultSink)
 {
-    use(std::make_unique<PulseOutput>(128));
+    use(makePulseOutput(128));
 
     ASSERT_TRUE(runsOn("PulseAudio"));
     EXPECT_TRUE(isHeardOn(desktopSink));
@@ -20,11 +20,20 @@ TEST_F(PulseOutputTest, PlaysTheSamplesOnTheDefaultSink)
 
 TEST_F(PulseOutputTest, TellsThePeriodItWasGranted)
 {
-    use(std::make_unique<PulseOutput>(1024));
+    use(makePulseOutput(1024));
 
     ASSERT_TRUE(runsOn("PulseAudio"));
     EXPECT_EQ(m_output->status().quantumFrames, 1024U);
     EXPECT_EQ(m_output->status().sampleRate, 44100U);
+}
+
+TEST_F(PulseOutputTest, IsKnownByItsIcon)
+{
+    use(makePulseOutput(128));
+    ASSERT_TRUE(runsOn("PulseAudio"));
+
+    EXPECT_THAT(ask("pactl list sink-inputs"),
+                testing::HasSubstr("application.icon_name = \"app.clavo.Clavo\""));
 }
 
 } // namespace

@@ -1,21 +1,79 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/program/WindowFixture.h"
+#include "desktop/tray/HostPrograms.h"
+
+#include <QDeadlineTimer>
 
 namespace clavo
 {
 namespace
 {
 
+using namespace std::chrono_literals;
+
 class ProgramPanel : public WindowFixture
 {
 };
 
-TEST_F(ProgramPanel, IsNotThereUnasked)
+/// Whether the panel opens by itself within the time after which a start without a tray opens it.
+class PanelUnasked : public WindowFixture
 {
-    RunningProgram program(user.path());
+protected:
+    static bool opensByItself()
+    {
+        QDeadlineTimer time(2000ms + 1500ms); // For the tray, and for the window.
+        bool opened = false;
+        EXPECT_TRUE(EventLoop::until([&] {
+            opened = opened || openWindow("clavo");
+            return opened || time.hasExpired();
+        }));
+        return opened;
+    }
+
+    HostPrograms hosts;
+};
+
+TEST_F(PanelUnasked, OpensOnceAfterAStartByHandWithoutATray)
+{
+    RunningProgram program(user.path(), {});
     ASSERT_TRUE(program.listens());
 
-    EXPECT_FALSE(openWindow("clavo"));
+    ASSERT_TRUE(opens(panelWidth));
+    hands.strike(keyEscape);
+    ASSERT_TRUE(closes());
+    EXPECT_FALSE(opensByItself());
+}
+
+TEST_F(PanelUnasked, StaysClosedWhereTheIconIsInATray)
+{
+    hosts.startXEmbedHost();
+    RunningProgram program(user.path(), {});
+    ASSERT_TRUE(program.listens());
+
+    EXPECT_FALSE(opensByItself());
+}
+
+TEST_F(PanelUnasked, StaysClosedAfterAStartInTheBackground)
+{
+    RunningProgram program(user.path(), {"--background"});
+    ASSERT_TRUE(program.listens());
+
+    EXPECT_FALSE(opensByItself());
+    RunningProgram second(user.path(), {"--background"});
+    EXPECT_TRUE(second.endsWith(0));
+    EXPECT_FALSE(opensByItself());
+}
+
+TEST_F(PanelUnasked, StaysClosedWhenTheProgramTakesItsOwnPlace)
+{
+    RunningProgram first(user.path());
+    ASSERT_TRUE(first.listens());
+
+    RunningProgram program(user.path(), {"--replace", "--background"});
+    ASSERT_TRUE(first.endsWith(0));
+    ASSERT_TRUE(program.listens());
+
+    EXPECT_FALSE(opensByItself());
 }
 
 TEST_F(ProgramPanel, ASecondStartOpensItAndEscapeClosesIt)

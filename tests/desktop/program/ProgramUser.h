@@ -27,7 +27,7 @@ protected:
     /// Starts the program once more; true once that has ended well.
     [[nodiscard]] bool startAgain() const
     {
-        RunningProgram second(user.path());
+        RunningProgram second(user.path(), {});
         return second.endsWith(0);
     }
 

@@ -20,8 +20,9 @@ namespace clavo
 class RunningProgram
 {
 public:
+    /// Opens nothing unless the arguments say otherwise.
     explicit RunningProgram(const std::filesystem::path& userFolder,
-                            const QStringList& arguments = {});
+                            const QStringList& arguments = {"--background"});
     ~RunningProgram();
     RunningProgram(const RunningProgram&) = delete;
     RunningProgram& operator=(const RunningProgram&) = delete;

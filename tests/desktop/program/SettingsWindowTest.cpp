@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/program/WindowFixture.h"
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+
+#include <optional>
+
 namespace clavo
 {
 namespace
@@ -12,13 +17,14 @@ class SettingsOfTheProgram : public WindowFixture
 protected:
     [[nodiscard]] bool opensFromThePanel()
     {
-        if (!program.listens() || !startAgain() || !opens(panelWidth))
+        program.emplace(user.path());
+        if (!program->listens() || !startAgain() || !opens(panelWidth))
             return false;
         strikeWithControl(keyComma);
         return opens(settingsWidth);
     }
 
-    RunningProgram program{user.path()};
+    std::optional<RunningProgram> program;
 };
 
 TEST_F(SettingsOfTheProgram, EscapeClosesThemAndTheProgramGoesOn)
@@ -28,9 +34,9 @@ TEST_F(SettingsOfTheProgram, EscapeClosesThemAndTheProgramGoesOn)
     hands.strike(keyEscape);
     ASSERT_TRUE(closes());
 
-    const auto said = program.logLines().size();
+    const auto said = program->logLines().size();
     hands.strike(keyA);
-    EXPECT_TRUE(EventLoop::until([&] { return program.logLines().size() > said; }));
+    EXPECT_TRUE(EventLoop::until([&] { return program->logLines().size() > said; }));
 }
 
 TEST_F(SettingsOfTheProgram, TheExportIsSavedWhereTheDialogSays)
@@ -56,6 +62,57 @@ TEST_F(SettingsOfTheProgram, TheExportIsSavedWhereTheDialogSays)
         testing::AllOf(testing::SizeIs(3),
                        testing::ResultOf([](const json& all) { return all.value("total", 0); },
                                          testing::Gt(0))));
+}
+
+/// The same on a desktop for assistive technology: the windows of programs tell what is in them.
+class SettingsReadAloud : public SettingsOfTheProgram
+{
+protected:
+    SettingsReadAloud()
+    {
+        qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
+        // Answered once the accessibility bus runs: a program started before would tell nothing.
+        QDBusConnection::sessionBus().call(QDBusMessage::createMethodCall(
+            "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress"));
+    }
+    ~SettingsReadAloud() override { qunsetenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"); }
+
+    /// Past the tabs and the switch of the first section.
+    void openTheListOfLanguages() { strike({keyTab, keyTab, keyTab, keySpace}); }
+
+    /// What is open in the window takes the key first.
+    [[nodiscard]] bool closesByEscape()
+    {
+        return EventLoop::until([this] {
+            hands.strike(keyEscape);
+            return !openWindow("clavo");
+        });
+    }
+};
+
+TEST_F(SettingsReadAloud, AnotherTabMayFollowTheListOfLanguages)
+{
+    ASSERT_TRUE(opensFromThePanel());
+
+    openTheListOfLanguages();
+    hands.strike(keyEscape);
+    hands.press(keyShift);
+    strike({keyTab, keyTab});
+    hands.release(keyShift);
+    hands.strike(keyRight);
+
+    EXPECT_TRUE(closesByEscape());
+    EXPECT_EQ(program->quit(), 0);
+}
+
+TEST_F(SettingsReadAloud, MayBeClosedAfterTheListOfLanguages)
+{
+    ASSERT_TRUE(opensFromThePanel());
+
+    openTheListOfLanguages();
+
+    EXPECT_TRUE(closesByEscape());
+    EXPECT_EQ(program->quit(), 0);
 }
 
 } // namespace

@@ -1,5 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/program/ProgramFixture.h"
+#include "unit/packs/PackFiles.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
 
 #include <fstream>
 
@@ -8,6 +12,7 @@ namespace clavo
 namespace
 {
 
+using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
@@ -22,6 +27,21 @@ struct Outcome {
 class Start : public ProgramFixture
 {
 protected:
+    /// True once the device may sleep. Without a sound the program waits about as long for that as
+    /// one wait for a condition takes.
+    [[nodiscard]] static bool sleeps()
+    {
+        const auto isAsleep = [] {
+            const auto question = QDBusMessage::createMethodCall(
+                "app.clavo.Clavo", "/app/clavo/Clavo", "app.clavo.Clavo", "Status");
+            const auto answer = QDBusConnection::sessionBus().call(question);
+            const auto status = json::parse(answer.arguments().value(0).toString().toStdString(),
+                                            nullptr, /*allow_exceptions=*/false);
+            return status.is_object() && !status["output"]["running"].get<bool>();
+        };
+        return EventLoop::until(isAsleep) || EventLoop::until(isAsleep);
+    }
+
     [[nodiscard]] Outcome run(const QStringList& arguments, const QString& display = {}) const
     {
         auto environment = RunningProgram::environment(user.path());
@@ -148,6 +168,42 @@ TEST_F(Start, TheRunningOneTellsWhatItListensToAndPlaysThrough)
     EXPECT_EQ(status["pack"]["id"], "cherrymx-red-abs");
     EXPECT_GE(status["input"]["secondsSinceEvent"], 0);
     EXPECT_EQ(status["settings"]["volume"], 0.5);
+}
+
+TEST_F(Start, TheServerIsToldOfWhileTheDeviceSleeps)
+{
+    RunningProgram program(user.path());
+    ASSERT_TRUE(program.plays());
+    ASSERT_TRUE(sleeps());
+
+    EXPECT_THAT(run({"--status"}).output,
+                ContainsRegex("Output:     PipeWire, .* ms; asleep until the next sound\n"));
+    const auto status = json::parse(run({"--status", "--json"}).output);
+    EXPECT_EQ(status["output"]["server"], "PipeWire");
+    EXPECT_EQ(status["output"]["running"], false);
+}
+
+TEST_F(Start, APackOfHugeSoundsDoesNotKeepItFromListening)
+{
+    const auto folder = user.path() / "data" / "Clavo" / "Packs" / "huge";
+    std::string press;
+    for (int scancode = 0; scancode < 400; ++scancode) {
+        std::string name(1, "abcd"[scancode % 4]);
+        for (int step = 0; step < scancode; ++step)
+            name.insert(0, "./");
+        press +=
+            (scancode == 0 ? "\"" : ", \"") + std::to_string(scancode) + R"(": ")" + name + '"';
+    }
+    writeFile(folder / "pack.json", manifestText(press, "", "huge"));
+    writeLongSound(folder / "sounds" / "a.wav");
+    for (const auto* const name : {"b.wav", "c.wav", "d.wav"})
+        std::filesystem::copy_file(folder / "sounds" / "a.wav", folder / "sounds" / name);
+    store({{"packID", "custom:huge"}});
+
+    RunningProgram program(user.path());
+
+    EXPECT_TRUE(program.says("clavo: pack custom:huge : 200 sons laissés de côté"));
+    EXPECT_TRUE(program.listens());
 }
 
 TEST_F(Start, ThereIsNoStatusWhereNothingRuns)

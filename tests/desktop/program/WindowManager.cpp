@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/program/WindowManager.h"
 
-#include "platform/x11/Xcb.h"
+#include "platform/x11/XServer.h"
 
 #include <cstring>
 #include <span>

@@ -88,6 +88,12 @@ HostPrograms::HostPrograms()
     configurePanel();
 }
 
+HostPrograms::~HostPrograms()
+{
+    if (m_statusNotifierHost)
+        stopStatusNotifierHost();
+}
+
 void HostPrograms::startXEmbedHost()
 {
     m_xembedHost.emplace("trayer", QStringList{"--edge", "top", "--align", "right", "--widthtype",
@@ -101,7 +107,8 @@ void HostPrograms::startStatusNotifierHost()
         EventLoop::until([] { return ofWatcher("IsStatusNotifierHostRegistered").toBool(); }));
 }
 
-/// The panel's tray is a process of its own, which ends a little later.
+/// The panel's tray is a process of its own, which ends a little later. It is an XEmbed host as
+/// well and would take the selection from the one of the next test.
 void HostPrograms::stopStatusNotifierHost()
 {
     m_statusNotifierHost.reset();

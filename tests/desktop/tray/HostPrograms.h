@@ -32,6 +32,9 @@ class HostPrograms
 {
 public:
     HostPrograms();
+    ~HostPrograms();
+    HostPrograms(const HostPrograms&) = delete;
+    HostPrograms& operator=(const HostPrograms&) = delete;
 
     void startXEmbedHost();
     void stopXEmbedHost() { m_xembedHost.reset(); }

@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: MIT
+#include "fakes/FakeAppearanceSettings.h"
 #include "platform/Platform.h"
+#include "ui/controls/Appearance.h"
 #include "ui/menubar/MenuBarItem.h"
 
 #include <QApplication>
 #include <QPalette>
 #include <QSocketNotifier>
 #include <QTextStream>
+
+#include <memory>
+#include <utility>
 
 #include <unistd.h>
 
@@ -26,7 +31,7 @@ QString text(const QRect& place)
         .arg(place.height());
 }
 
-void obey(clavo::MenuBarItem& item, const QString& command)
+void obey(clavo::MenuBarItem& item, clavo::FakeAppearanceSettings& desktop, const QString& command)
 {
     if (command == "on" || command == "off") {
         item.setEnabled(command == "on");
@@ -34,17 +39,22 @@ void obey(clavo::MenuBarItem& item, const QString& command)
         QPalette palette;
         palette.setColor(QPalette::WindowText, command == "light" ? Qt::black : Qt::white);
         QApplication::setPalette(palette);
+    } else if (command == "wishes light" || command == "wishes dark") {
+        desktop.turnTo({.isDark = command == "wishes dark", .accent = {}});
     }
 }
 
 } // namespace
 
 /// The item in a program of its own: says what it is asked for on the standard output, and takes
-/// "on", "off", "light" and "dark" on the standard input. Ends with it.
+/// "on", "off", "light" and "dark", which are the palette's, "wishes light" and "wishes dark",
+/// which are the desktop's, on the standard input. Ends with it.
 int main(int argc, char* argv[])
 {
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    clavo::FakeAppearanceSettings desktop;
+    clavo::Appearance::shared().follow(desktop);
     const auto hosts = clavo::makeTrayHosts();
     clavo::MenuBarItem item(*hosts);
     using clavo::MenuBarItem;
@@ -58,14 +68,14 @@ int main(int argc, char* argv[])
     QObject::connect(&item, &MenuBarItem::quitRequested, [] { say("quit"); });
 
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
-    QObject::connect(&input, &QSocketNotifier::activated, [&item] {
+    QObject::connect(&input, &QSocketNotifier::activated, [&] {
         char bytes[256];
         const auto count = read(STDIN_FILENO, bytes, sizeof(bytes));
         if (count <= 0)
             return QApplication::quit();
         const auto commands = QString::fromLatin1(bytes, count).split('\n', Qt::SkipEmptyParts);
         for (const auto& command : commands)
-            obey(item, command);
+            obey(item, desktop, command);
     });
     return QApplication::exec();
 }

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/tray/ProgramWindows.h"
 
-#include "platform/x11/Xcb.h"
+#include "platform/x11/XServer.h"
 
 #include <algorithm>
-#include <vector>
+#include <cstdint>
+#include <span>
 
 namespace clavo
 {
@@ -45,6 +46,32 @@ public:
         const Owned<xcb_get_input_focus_reply_t> focus{
             xcb_get_input_focus_reply(server(), xcb_get_input_focus(server()), nullptr)};
         return window != XCB_WINDOW_NONE && focus && focus->focus == window;
+    }
+
+    /// The property holds width, height and the pixels of one icon after the other.
+    [[nodiscard]] std::vector<int> iconWidths() const
+    {
+        constexpr std::string_view name = "_NET_WM_ICON";
+        constexpr std::uint32_t longest = 1 << 20;
+        const Owned<xcb_intern_atom_reply_t> atom{xcb_intern_atom_reply(
+            server(), xcb_intern_atom(server(), true, name.size(), name.data()), nullptr)};
+        if (!atom)
+            return {};
+        const Owned<xcb_get_property_reply_t> reply{xcb_get_property_reply(
+            server(),
+            xcb_get_property(server(), 0, uppermost(), atom->atom, XCB_ATOM_CARDINAL, 0, longest),
+            nullptr)};
+        if (!reply)
+            return {};
+        const std::span numbers(
+            static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get())),
+            static_cast<std::size_t>(xcb_get_property_value_length(reply.get())) /
+                sizeof(std::uint32_t));
+        std::vector<int> widths;
+        for (std::size_t at = 0; at + 1 < numbers.size(); at += 2 + (numbers[at] * numbers[at + 1]))
+            widths.push_back(static_cast<int>(numbers[at]));
+        std::ranges::sort(widths);
+        return widths;
     }
 
 private:
@@ -128,6 +155,11 @@ std::optional<QRect> openWindow(std::string_view program)
 bool hasFocus(std::string_view program)
 {
     return Search(program).isFocused();
+}
+
+std::vector<int> iconWidths(std::string_view program)
+{
+    return Search(program).iconWidths();
 }
 
 } // namespace clavo

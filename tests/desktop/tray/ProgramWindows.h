@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace clavo
 {
@@ -18,5 +19,8 @@ namespace clavo
 
 /// Whether the keys go to that window, and not to one that it has come in the place of.
 [[nodiscard]] bool hasFocus(std::string_view program);
+
+/// The widths of the icons that the uppermost of its windows brings along, in rising order.
+[[nodiscard]] std::vector<int> iconWidths(std::string_view program);
 
 } // namespace clavo

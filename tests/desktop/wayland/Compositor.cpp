@@ -81,6 +81,12 @@ void Compositor::leaveWindows()
     outputOf("swaymsg", {"workspace", "elsewhere"});
 }
 
+void Compositor::resizeScreen(QSize size)
+{
+    const auto resolution = QString("%1x%2").arg(size.width()).arg(size.height());
+    outputOf("swaymsg", {"output", "*", "resolution", resolution});
+}
+
 QImage Compositor::picture()
 {
     return QImage::fromData(outputOf("grim", {"-"}));

@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QProcess>
 #include <QRect>
+#include <QSize>
 #include <QString>
 
 #include <vector>
@@ -33,6 +34,7 @@ public:
     [[nodiscard]] static std::vector<CompositorWindow> windows();
     /// Takes the focus from every window.
     static void leaveWindows();
+    static void resizeScreen(QSize size);
     /// What is on the screen.
     [[nodiscard]] static QImage picture();
 

@@ -176,5 +176,43 @@ TEST_F(WaylandProgram, WithoutAKeyboardItsWindowSaysSo)
     EXPECT_TRUE(isDrawn("no-keyboard"));
 }
 
+TEST_F(WaylandProgram, AStartByHandWithoutThePermissionOpensThePanel)
+{
+    keyboard.unplug();
+    RunningProgram program(user.path(), {});
+
+    EXPECT_TRUE(opens(panelWidth));
+}
+
+/// The panel at its highest on a laptop's screen.
+class WaylandPanelOnALowScreen : public WaylandProgram, public testing::WithParamInterface<QSize>
+{
+protected:
+    WaylandPanelOnALowScreen()
+    {
+        keyboard.unplug();
+        Compositor::resizeScreen(GetParam());
+    }
+    ~WaylandPanelOnALowScreen() override { Compositor::resizeScreen({1600, 1200}); }
+};
+
+TEST_P(WaylandPanelOnALowScreen, LiesOnTheScreenWithRoomForItsTitleAndABar)
+{
+    constexpr int titleAndBar = 30 + 44;
+    RunningProgram program(user.path());
+    ASSERT_TRUE(program.says("clavo: autorisation : false, écoute : false"));
+    ASSERT_TRUE(startAgain());
+    ASSERT_TRUE(opens(panelWidth));
+    const auto name = "low-" + std::to_string(GetParam().height());
+    ASSERT_TRUE(isDrawn(name.c_str()));
+
+    const auto panel = openWindow()->place;
+    EXPECT_TRUE(QRect({}, GetParam()).contains(panel));
+    EXPECT_LE(panel.height(), GetParam().height() - titleAndBar);
+}
+
+INSTANTIATE_TEST_SUITE_P(Screens, WaylandPanelOnALowScreen,
+                         testing::Values(QSize(1366, 768), QSize(1280, 800)));
+
 } // namespace
 } // namespace clavo

@@ -8,6 +8,7 @@
 #include <xcb/xcb.h>
 
 #include <cstdlib>
+#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -78,7 +79,7 @@ protected:
     {
         return EventLoop::until([&] { return processes.size() == count; });
     }
-    X11ActiveWindow::Receiver receiver()
+    std::function<void(pid_t)> receiver()
     {
         return [this](pid_t process) { processes.push_back(process); };
     }
@@ -92,7 +93,7 @@ TEST_F(X11ActiveWindowTest, TellsTheProcessOfTheWindowThatIsActiveAlreadyAndOfTh
 {
     Windows windows(server.display());
     windows.activate(windows.openOf(1234));
-    const X11ActiveWindow window(receiver(), server.display());
+    const auto window = makeX11ActiveWindow(receiver(), server.display());
     ASSERT_TRUE(told(1));
 
     windows.activate(windows.openOf(77));
@@ -104,7 +105,7 @@ TEST_F(X11ActiveWindowTest, TellsTheProcessOfTheWindowThatIsActiveAlreadyAndOfTh
 TEST_F(X11ActiveWindowTest, TellsNobodyWhereNothingSaysWhoseTheWindowIs)
 {
     Windows windows(server.display());
-    const X11ActiveWindow window(receiver(), server.display());
+    const auto window = makeX11ActiveWindow(receiver(), server.display());
     ASSERT_TRUE(told(1)) << "no window is active";
 
     windows.activate(windows.open());
@@ -119,7 +120,7 @@ TEST_F(X11ActiveWindowTest, TellsNobodyWhereNothingSaysWhoseTheWindowIs)
 TEST_F(X11ActiveWindowTest, SurvivesAWindowThatIsGoneAgain)
 {
     Windows windows(server.display());
-    const X11ActiveWindow window(receiver(), server.display());
+    const auto window = makeX11ActiveWindow(receiver(), server.display());
     ASSERT_TRUE(told(1));
 
     const auto shortLived = windows.openOf(9);
@@ -132,7 +133,7 @@ TEST_F(X11ActiveWindowTest, SurvivesAWindowThatIsGoneAgain)
 
 TEST_F(X11ActiveWindowTest, WithoutAServerTellsNothing)
 {
-    const X11ActiveWindow window(receiver(), ":7777");
+    const auto window = makeX11ActiveWindow(receiver(), ":7777");
     QCoreApplication::processEvents();
 
     EXPECT_THAT(processes, ElementsAre());

@@ -4,7 +4,7 @@
 #include "desktop/x11/EventLoop.h"
 #include "desktop/x11/Hands.h"
 #include "desktop/x11/PrivateServer.h"
-#include "platform/linux/EvdevKeyCodes.h"
+#include "platform/evdev/EvdevKeyCodes.h"
 #include "platform/x11/X11EventTap.h"
 
 #include <memory>
@@ -18,7 +18,7 @@ namespace
 class X11TapRig
 {
 public:
-    EventTap& tap() { return m_tap; }
+    EventTap& tap() { return *m_tap; }
 
     void key(std::int64_t code, bool down)
     {
@@ -59,7 +59,7 @@ private:
     EventLoop m_loop;
     PrivateServer m_server;
     std::unique_ptr<Hands> m_hands = std::make_unique<Hands>(m_server.display());
-    X11EventTap m_tap{m_server.display()};
+    std::unique_ptr<EventTap> m_tap = makeX11EventTap(m_server.display());
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(X11, EventTapContract, X11TapRig);

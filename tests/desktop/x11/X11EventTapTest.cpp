@@ -3,7 +3,7 @@
 
 #include "desktop/x11/X11TapFixture.h"
 #include "keyboard/KeyLayout.h"
-#include "platform/linux/EvdevKeyCodes.h"
+#include "platform/evdev/EvdevKeyCodes.h"
 
 #include <linux/input-event-codes.h>
 
@@ -228,7 +228,7 @@ TEST_F(X11EventTapTest, TheNextMotionIsNotedOnceForEachTimeOfAsking)
     listen();
     int moved = 0;
     for (int asked = 1; asked <= 3; ++asked) {
-        tap.notifyNextMotion([&] { ++moved; });
+        tap->notifyNextMotion([&] { ++moved; });
         int x = 100 * asked;
         ASSERT_TRUE(EventLoop::until([&] {
             hands.movePointer(x++);
@@ -243,7 +243,7 @@ TEST_F(X11EventTapTest, TheNextMotionIsNotedOnceForEachTimeOfAsking)
 TEST_F(X11EventTapTest, AMotionAskedForBeforeTheTapIsCreatedIsNoted)
 {
     int moved = 0;
-    tap.notifyNextMotion([&] { ++moved; });
+    tap->notifyNextMotion([&] { ++moved; });
     listen();
 
     hands.movePointer(100);
@@ -256,7 +256,7 @@ TEST_F(X11EventTapTest, MotionIsNotedWithoutInterruptingKeysAndClicks)
 {
     listen();
     int moved = 0;
-    tap.notifyNextMotion([&] { ++moved; });
+    tap->notifyNextMotion([&] { ++moved; });
 
     hands.strike(KEY_A);
     int x = 100;
@@ -275,7 +275,7 @@ TEST_F(X11EventTapTest, NothingIsDeliveredWhileCreateRuns)
     bool isCreated = false;
     bool wasEarly = false;
     hands.strikeInABurst(KEY_A, 100);
-    ASSERT_TRUE(tap.create(everything, [&](const RawEvent& event) {
+    ASSERT_TRUE(tap->create(everything, [&](const RawEvent& event) {
         wasEarly = wasEarly || !isCreated;
         events.push_back(event);
     }));
@@ -288,10 +288,10 @@ TEST_F(X11EventTapTest, NothingIsDeliveredWhileCreateRuns)
 
 TEST_F(X11EventTapTest, AnEmptyDisplayIsTheSessionsOne)
 {
-    X11EventTap ofSession;
+    const auto ofSession = makeX11EventTap();
     Hands handsOfSession(qgetenv("DISPLAY").toStdString());
     ASSERT_TRUE(
-        ofSession.create(everything, [this](const RawEvent& event) { events.push_back(event); }));
+        ofSession->create(everything, [this](const RawEvent& event) { events.push_back(event); }));
 
     handsOfSession.strike(KEY_A);
 
@@ -301,11 +301,11 @@ TEST_F(X11EventTapTest, AnEmptyDisplayIsTheSessionsOne)
 TEST(X11EventTapWithoutAServer, IsNotCreated)
 {
     EventLoop loop;
-    X11EventTap tap(":999");
+    const auto tap = makeX11EventTap(":999");
 
-    EXPECT_FALSE(tap.create(0x401C1E, [](const RawEvent&) {}));
-    tap.enable();
-    tap.notifyNextMotion([] {});
+    EXPECT_FALSE(tap->create(0x401C1E, [](const RawEvent&) {}));
+    tap->enable();
+    tap->notifyNextMotion([] {});
 }
 
 class X11TwoScreensTest : public X11TapFixture

@@ -148,9 +148,9 @@ TEST_F(X11HotKeyChangesTest, TheKeyThatTheLayoutMakesSuperIsTheOneToHold)
 
 TEST_F(X11HotKeyChangesTest, AMapThatChangesWhileTheServerIsGrabbedHoldsNothingUp)
 {
-    X11EventTap tap(server.display());
+    const auto tap = makeX11EventTap(server.display());
     int events = 0;
-    ASSERT_TRUE(tap.create(1U << RawEventType::keyDown, [&](const RawEvent&) { ++events; }));
+    ASSERT_TRUE(tap->create(1U << RawEventType::keyDown, [&](const RawEvent&) { ++events; }));
     add();
     ASSERT_TRUE(isHeard());
     ASSERT_TRUE(EventLoop::until([&] { return events >= pressesOfJ; }));
@@ -219,10 +219,10 @@ TEST_F(X11HotKeyChangesTest, ShortcutsMayComeAndGoWhileTheServerIsLost)
     add();
     ASSERT_TRUE(isHeard());
     server.stop();
-    service.unregisterHotKey(
+    service->unregisterHotKey(
         *refOfJ); // Writes to a connection that is broken, not yet known to be.
-    refOfJ = service.registerHotKey({.keyCode = 37, .modifiers = shiftCommand},
-                                    [this] { ++pressesOfJ; });
+    refOfJ = service->registerHotKey({.keyCode = 37, .modifiers = shiftCommand},
+                                     [this] { ++pressesOfJ; });
     ASSERT_TRUE(refOfJ);
     server.start();
     Hands newHands(server.display());

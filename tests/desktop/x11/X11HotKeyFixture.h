@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <linux/input-event-codes.h>
 
+#include <memory>
 #include <vector>
 
 namespace clavo
@@ -31,10 +32,10 @@ protected:
 
     void add()
     {
-        refOfK = service.registerHotKey({.keyCode = 40, .modifiers = shiftCommand},
-                                        [this] { ++pressesOfK; });
-        refOfJ = service.registerHotKey({.keyCode = 38, .modifiers = shiftCommand},
-                                        [this] { ++pressesOfJ; });
+        refOfK = service->registerHotKey({.keyCode = 40, .modifiers = shiftCommand},
+                                         [this] { ++pressesOfK; });
+        refOfJ = service->registerHotKey({.keyCode = 38, .modifiers = shiftCommand},
+                                         [this] { ++pressesOfJ; });
         ASSERT_TRUE(refOfK && refOfJ);
     }
 
@@ -72,7 +73,7 @@ protected:
     EventLoop loop;
     PrivateServer server;
     Hands hands{server.display()};
-    X11HotKeyService service{server.display()};
+    std::unique_ptr<HotKeyService> service = makeX11HotKeyService(server.display());
     std::optional<HotKeyRef> refOfK;
     std::optional<HotKeyRef> refOfJ;
     int pressesOfK = 0;

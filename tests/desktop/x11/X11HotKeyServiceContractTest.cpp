@@ -8,6 +8,8 @@
 
 #include <linux/input-event-codes.h>
 
+#include <memory>
+
 namespace clavo
 {
 namespace
@@ -17,7 +19,7 @@ namespace
 class X11HotKeyRig
 {
 public:
-    HotKeyService& service() { return m_service; }
+    HotKeyService& service() { return *m_service; }
 
     void strike(std::uint32_t keyCode, std::uint32_t modifiers)
     {
@@ -43,7 +45,7 @@ private:
     EventLoop m_loop;
     PrivateServer m_server;
     Hands m_hands{m_server.display()};
-    X11HotKeyService m_service{m_server.display()};
+    std::unique_ptr<HotKeyService> m_service = makeX11HotKeyService(m_server.display());
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(X11, HotKeyServiceContract, X11HotKeyRig);

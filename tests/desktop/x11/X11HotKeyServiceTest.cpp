@@ -95,8 +95,8 @@ TEST_F(X11HotKeyServiceTest, OneShortcutDoesNotStandForAnotherOfTheSameKey)
 {
     add();
     int others = 0;
-    ASSERT_TRUE(service.registerHotKey({.keyCode = 40, .modifiers = HotKeyModifier::cmdKey},
-                                       [&] { ++others; }));
+    ASSERT_TRUE(service->registerHotKey({.keyCode = 40, .modifiers = HotKeyModifier::cmdKey},
+                                        [&] { ++others; }));
     ASSERT_TRUE(isHeard());
 
     strike(KEY_K, {KEY_LEFTMETA});
@@ -112,8 +112,8 @@ TEST_F(X11HotKeyServiceTest, AModifierItDoesNotKnowIsRefused)
 {
     constexpr std::uint32_t control = 4096;
 
-    EXPECT_FALSE(service.registerHotKey({.keyCode = 40, .modifiers = shiftCommand | control},
-                                        [this] { ++pressesOfK; }));
+    EXPECT_FALSE(service->registerHotKey({.keyCode = 40, .modifiers = shiftCommand | control},
+                                         [this] { ++pressesOfK; }));
 }
 
 TEST_F(X11HotKeyServiceTest, AHeldShortcutIsHeardOnce)
@@ -192,7 +192,7 @@ TEST_F(X11HotKeyServiceTest, TheWindowInFrontGetsTheKeyOnceTheShortcutIsGone)
     ASSERT_TRUE(isHeard());
     hands.openWindow();
 
-    service.unregisterHotKey(*refOfK);
+    service->unregisterHotKey(*refOfK);
     ASSERT_TRUE(isHeard());
     ASSERT_TRUE(settle());
     const auto before = hands.pressesInWindow();
@@ -205,10 +205,10 @@ TEST_F(X11HotKeyServiceTest, TheWindowInFrontGetsTheKeyOnceTheShortcutIsGone)
 TEST_F(X11HotKeyServiceTest, TheTapHearsEveryKeyOfTheShortcut)
 {
     std::vector<RawEvent> events;
-    X11EventTap tap(server.display());
-    ASSERT_TRUE(tap.create(1U << RawEventType::keyDown | 1U << RawEventType::keyUp |
-                               1U << RawEventType::flagsChanged,
-                           [&](const RawEvent& event) { events.push_back(event); }));
+    const auto tap = makeX11EventTap(server.display());
+    ASSERT_TRUE(tap->create(1U << RawEventType::keyDown | 1U << RawEventType::keyUp |
+                                1U << RawEventType::flagsChanged,
+                            [&](const RawEvent& event) { events.push_back(event); }));
     add();
     ASSERT_TRUE(isHeard());
     ASSERT_TRUE(EventLoop::until([&] { return events.size() % 6 == 0; }));
@@ -282,11 +282,11 @@ TEST_F(X11HotKeyServiceTest, AShortcutThatAnotherProgramHasGivenUpIsTakenWithThe
 
 TEST_F(X11HotKeyServiceTest, AnEmptyDisplayIsTheSessionsOne)
 {
-    X11HotKeyService ofSession;
+    const auto ofSession = makeX11HotKeyService();
     Hands handsOfSession(qgetenv("DISPLAY").toStdString());
     int presses = 0;
     ASSERT_TRUE(
-        ofSession.registerHotKey({.keyCode = 40, .modifiers = shiftCommand}, [&] { ++presses; }));
+        ofSession->registerHotKey({.keyCode = 40, .modifiers = shiftCommand}, [&] { ++presses; }));
 
     EXPECT_TRUE(EventLoop::until([&] {
         strike(handsOfSession, KEY_K);

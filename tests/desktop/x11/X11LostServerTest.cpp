@@ -32,10 +32,10 @@ protected:
     /// Loses the server with a tap that enables itself, as the monitor does.
     void loseServer()
     {
-        ASSERT_TRUE(tap.create(everything, [this](const RawEvent& event) {
+        ASSERT_TRUE(tap->create(everything, [this](const RawEvent& event) {
             events.push_back(event);
             if (event.type == RawEventType::tapDisabledByTimeout)
-                tap.enable();
+                tap->enable();
         }));
         server.stop();
         ASSERT_TRUE(untilEvents(1));
@@ -83,7 +83,7 @@ TEST_F(X11LostServerTest, AServerMayBeLostTwice)
 TEST_F(X11LostServerTest, AMotionAskedForIsNotedByTheNewServer)
 {
     int moved = 0;
-    tap.notifyNextMotion([&] { ++moved; });
+    tap->notifyNextMotion([&] { ++moved; });
     loseServer();
     server.start();
     ASSERT_TRUE(isHeardAgain());
@@ -99,7 +99,7 @@ TEST_F(X11LostServerTest, AskingForAMotionOfALostServerIsHarmless)
     listen();
     server.stop();
 
-    tap.notifyNextMotion([] {}); // Writes to a connection that is broken and not yet known to be.
+    tap->notifyNextMotion([] {}); // Writes to a connection that is broken and not yet known to be.
 
     ASSERT_TRUE(untilEvents(1));
     EXPECT_EQ(events[0].type, RawEventType::tapDisabledByTimeout);

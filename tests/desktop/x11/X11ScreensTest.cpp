@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 
+#include <memory>
 #include <ostream>
 #include <vector>
 
@@ -40,13 +41,13 @@ protected:
 
     std::vector<ScreenExtent> extents()
     {
-        const auto now = screens.extents();
+        const auto now = screens->extents();
         return {now.begin(), now.end()};
     }
 
     EventLoop loop;
     PrivateServer server;
-    X11Screens screens{server.display()};
+    std::unique_ptr<Screens> screens = makeX11Screens(server.display());
 };
 
 TEST_F(X11ScreensTest, OneScreenIsTheWholeDesktop)
@@ -94,16 +95,16 @@ TEST_F(X11ScreensTest, ALostServerHasNoScreensUntilItIsBack)
 
 TEST(X11ScreensWithoutAServer, AreNone)
 {
-    EXPECT_THAT(X11Screens(":999").extents(), IsEmpty());
+    EXPECT_THAT(makeX11Screens(":999")->extents(), IsEmpty());
 }
 
 TEST(X11ScreensWithoutRandr, AreTheWholeDesktop)
 {
     EventLoop loop;
     PrivateServer server({"-screen", "0", "1024x768x24", "-extension", "RANDR"});
-    X11Screens screens(server.display());
+    const auto screens = makeX11Screens(server.display());
 
-    const auto now = screens.extents();
+    const auto now = screens->extents();
     ASSERT_EQ(now.size(), 1U);
     EXPECT_EQ(now[0], (ScreenExtent{.x = 0, .width = 1024}));
 }

@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <memory>
 #include <vector>
 
 namespace clavo
@@ -28,8 +29,8 @@ protected:
     void listen()
     {
         ASSERT_TRUE(
-            tap.create(everything, [this](const RawEvent& event) { events.push_back(event); }));
-        tap.enable();
+            tap->create(everything, [this](const RawEvent& event) { events.push_back(event); }));
+        tap->enable();
     }
 
     [[nodiscard]] bool untilEvents(std::size_t count)
@@ -56,7 +57,7 @@ protected:
     EventLoop loop;
     PrivateServer server;
     Hands hands{server.display()};
-    X11EventTap tap{server.display()};
+    std::unique_ptr<EventTap> tap = makeX11EventTap(server.display());
     std::vector<RawEvent> events;
 };
 

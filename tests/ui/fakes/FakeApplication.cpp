@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/fakes/FakeApplication.h"
 
-#include "unit/app/AppStateFixture.h"
+#include "fakes/FakePlatform.h"
+#include "log/Log.h"
 #include "unit/packs/PackFiles.h"
 
 #include <optional>
@@ -15,8 +16,7 @@ namespace
 
 std::unique_ptr<StatsStore> statsOf(FakeApplication::Kind kind)
 {
-    const StatsSurroundings nothingIsSaved{.runLater = [](auto, const auto&) {},
-                                           .runInBackground = [](const auto&) {}};
+    const StatsSurroundings nothingIsSaved{.runInBackground = [](const auto&) {}};
     if (kind == FakeApplication::WithoutPacks)
         return std::make_unique<StatsStore>(std::vector<std::int64_t>(), 0, nothingIsSaved);
     std::vector<std::int64_t> days{3120, 4875, 2210, 6340, 5120, 0,    1480,
@@ -42,36 +42,38 @@ bool isPermitted(FakeApplication::Kind kind)
 
 } // namespace
 
-class FakeApplication::Ports : private AppStateFixture
+class FakeApplication::Ports
 {
 public:
     explicit Ports(Kind kind)
     {
+        log::setSink([](log::Level, std::string_view) {});
         if (kind != WithoutPacks)
             addPacks();
         if (kind == WithLongNames)
             addLongNames();
-        permission = isPermitted(kind);
-        if (kind == BeforeRelaunch)
-            needRelaunch();
-        m_language.emplace(state().defaults());
+        auto& access = *m_platform.access;
+        access.granted = isPermitted(kind);
         if (kind == BeforeLogin)
-            access->obstacle = InputAccess::State::notInThisLogin;
+            access.obstacle = InputAccess::State::notInThisLogin;
         else if (kind == WithoutKeyboard)
-            access->obstacle = InputAccess::State::noKeyboard;
+            access.obstacle = InputAccess::State::noKeyboard;
+        else if (kind == BeforeRelaunch)
+            m_platform.refuseAfterRelaunch();
         else if (kind == WithCommands)
-            access->typed = "echo 'SUBSYSTEM==\"input\", TAG+=\"uaccess\"' | sudo tee "
-                            "/etc/udev/rules.d/70-input.rules\n"
-                            "sudo udevadm control --reload && sudo udevadm trigger "
-                            "--subsystem-match=input --action=change";
+            access.typed = "echo 'SUBSYSTEM==\"input\", TAG+=\"uaccess\"' | sudo tee "
+                           "/etc/udev/rules.d/70-input.rules\n"
+                           "sudo udevadm control --reload && sudo udevadm trigger "
+                           "--subsystem-match=input --action=change";
+        m_state.emplace(m_platform.services, m_platform.surroundings());
+        if (kind == BeforeRelaunch)
+            m_platform.grantInFreshProcess();
     }
 
-    using AppStateFixture::state;
-    LanguageSetting& language() { return *m_language; }
+    AppState& state() { return *m_state; }
+    LanguageSetting& language() { return m_language; }
 
 private:
-    void TestBody() override {} // It is no test.
-
     static void addPack(const std::filesystem::path& folder, std::string_view id,
                         std::string_view name, std::string_view category)
     {
@@ -79,21 +81,26 @@ private:
     }
     void addPacks() const
     {
-        addPack(builtInPacks(), "cherrymx-red-abs", "Cherry MX Red (ABS)", "linear");
-        addPack(builtInPacks(), "nk-cream", "NK Cream", "linear");
-        addPack(builtInPacks(), "cherrymx-brown-pbt", "Cherry MX Brown (PBT)", "tactile");
-        addPack(builtInPacks(), "cherrymx-blue-abs", "Cherry MX Blue (ABS)", "clicky");
-        addPack(builtInPacks(), "topre-purple-hybrid-pbt", "Topre Purple (PBT)", "special");
+        addPack(m_platform.builtInPacks(), "cherrymx-red-abs", "Cherry MX Red (ABS)", "linear");
+        addPack(m_platform.builtInPacks(), "nk-cream", "NK Cream", "linear");
+        addPack(m_platform.builtInPacks(), "cherrymx-brown-pbt", "Cherry MX Brown (PBT)",
+                "tactile");
+        addPack(m_platform.builtInPacks(), "cherrymx-blue-abs", "Cherry MX Blue (ABS)", "clicky");
+        addPack(m_platform.builtInPacks(), "topre-purple-hybrid-pbt", "Topre Purple (PBT)",
+                "special");
     }
     void addLongNames() const
     {
-        addPack(customPacks(), "long", "A name as long as somebody makes it at home in the rain",
-                "linear");
-        addPack(customPacks(), "short", "§", "linear");
-        addPack(builtInPacks(), "cherrymx-red-abs",
+        addPack(m_platform.customPacks(), "long",
+                "A name as long as somebody makes it at home in the rain", "linear");
+        addPack(m_platform.customPacks(), "short", "§", "linear");
+        addPack(m_platform.builtInPacks(), "cherrymx-red-abs",
                 "The red ones, as they were recorded on a long afternoon in autumn", "linear");
     }
-    std::optional<LanguageSetting> m_language;
+
+    FakePlatform m_platform;
+    LanguageSetting m_language{*m_platform.defaults};
+    std::optional<AppState> m_state;
 };
 
 FakeApplication::FakeApplication()
@@ -105,7 +112,7 @@ FakeApplication::~FakeApplication() = default;
 
 void FakeApplication::setKind(Kind kind)
 {
-    // The former ones last until nobody shows them any more.
+    // The former ones last until no view shows them any more.
     const auto ports = std::exchange(m_ports, std::make_unique<Ports>(kind));
     const auto stats = std::exchange(m_stats, statsOf(kind));
     m_kind = kind;

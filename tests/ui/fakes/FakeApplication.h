@@ -24,6 +24,7 @@ class FakeApplication : public QObject
     Q_PROPERTY(clavo::LanguageSetting* language READ language NOTIFY changed)
 
 public:
+    // NOLINTBEGIN(readability-identifier-naming): QML reads only what begins with a capital.
     enum Kind {
         Ordinary,
         WithoutPermission,
@@ -35,6 +36,7 @@ public:
         WithLongNames,  // Packs of the user's own.
         WithLargeNumbers,
     };
+    // NOLINTEND(readability-identifier-naming)
     Q_ENUM(Kind)
 
     FakeApplication();

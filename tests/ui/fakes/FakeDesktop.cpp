@@ -7,17 +7,12 @@
 #include <QGuiApplication>
 #include <QPalette>
 
-#include <memory>
-#include <utility>
-
 namespace clavo
 {
 
 FakeDesktop::FakeDesktop()
 {
-    auto settings = std::make_unique<FakeAppearanceSettings>();
-    m_settings = settings.get();
-    Appearance::shared().follow(std::move(settings));
+    Appearance::shared().follow(m_settings);
 }
 
 void FakeDesktop::look(bool dark, const QColor& accent)
@@ -25,15 +20,15 @@ void FakeDesktop::look(bool dark, const QColor& accent)
     QPalette palette(dark ? QColor(0x20, 0x20, 0x20) : QColor(0xf0, 0xf0, 0xf0));
     palette.setColor(QPalette::Highlight, accent);
     QGuiApplication::setPalette(palette);
-    m_settings->turnTo({});
+    m_settings.turnTo({});
 }
 
 void FakeDesktop::wish(bool dark, const QColor& accent)
 {
-    m_settings->turnTo({.isDark = dark,
-                        .accent = AppearanceWish::Color{.red = accent.redF(),
-                                                        .green = accent.greenF(),
-                                                        .blue = accent.blueF()}});
+    m_settings.turnTo({.isDark = dark,
+                       .accent = AppearanceWish::Color{.red = accent.redF(),
+                                                       .green = accent.greenF(),
+                                                       .blue = accent.blueF()}});
 }
 
 void FakeDesktop::startAssistiveTechnology()

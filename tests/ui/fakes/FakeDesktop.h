@@ -27,7 +27,7 @@ public:
     Q_INVOKABLE static void startAssistiveTechnology();
 
 private:
-    FakeAppearanceSettings* m_settings; // The appearance owns them.
+    FakeAppearanceSettings m_settings;
 };
 
 } // namespace clavo

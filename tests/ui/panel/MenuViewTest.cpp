@@ -59,7 +59,7 @@ TEST_F(MenuViewTest, IsAsWideAsItIsMeantToBe)
 
 TEST_F(MenuViewTest, ShowsTheCardOnlyWithoutPermission)
 {
-    permission = false;
+    access->granted = false;
 
     EXPECT_TRUE(isShown("permissionCard"));
     EXPECT_FALSE(hasButton("Restart now"));
@@ -81,7 +81,7 @@ TEST_F(MenuViewTest, OffersTheRestartOnlyWhenItIsNeeded)
 
 TEST_F(MenuViewTest, TheCardSaysWhatItSaysToTheLetter)
 {
-    permission = false;
+    access->granted = false;
 
     std::vector<std::string> said;
     for (const auto* const label :
@@ -96,18 +96,19 @@ TEST_F(MenuViewTest, TheCardSaysWhatItSaysToTheLetter)
 
 TEST_F(MenuViewTest, AsksForThePermission)
 {
-    permission = false;
+    access->granted = false;
     window();
-    const auto requests = access->requests;
+    const auto requests = access->requests.size();
 
     click(button("Open Input Monitoring"));
 
-    EXPECT_EQ(access->requests, requests + 1);
+    EXPECT_EQ(access->requests.size(), requests + 1);
+    EXPECT_EQ(access->requests.back(), InputAccess::Occasion::wish);
 }
 
 TEST_F(MenuViewTest, SaysWhatKeepsItFromListening)
 {
-    permission = false;
+    access->granted = false;
     window();
     const auto said = [this](InputAccess::State state, const char* commands = "") {
         access->obstacle = state;
@@ -131,7 +132,7 @@ TEST_F(MenuViewTest, SaysWhatKeepsItFromListening)
 
 TEST_F(MenuViewTest, TheCommandsCanBeCopied)
 {
-    permission = false;
+    access->granted = false;
     window();
     EXPECT_TRUE(itemsThat([](auto* item) { return item->property("text") == "Copy"; }).empty());
     access->typed = "sudo one\nsudo two";

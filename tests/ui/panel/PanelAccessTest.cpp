@@ -38,7 +38,7 @@ protected:
 
 TEST_F(PanelAccess, TheKeyboardReachesEveryControlInOrder)
 {
-    permission = false;
+    access->granted = false;
     std::vector<std::pair<std::string, QAccessible::Role>> order;
     window();
     for (int i = 0; i < stops; ++i) {
@@ -64,7 +64,7 @@ TEST_F(PanelAccess, TheKeyboardReachesEveryControlInOrder)
 
 TEST_F(PanelAccess, ARingShowsWhereTheFocusIs)
 {
-    permission = false;
+    access->granted = false;
     const auto rings = [this] {
         return itemsThat([](auto* item) {
             return std::string_view(item->metaObject()->className()).starts_with("FocusRing");
@@ -175,18 +175,21 @@ TEST_F(PanelAccess, AHeldReturnChoosesAPackTurnsASwitchAndPressesAButtonOnce)
 
 TEST_F(PanelAccess, WhatGetsTheFocusComesIntoViewOnALowScreen)
 {
-    const auto isInside = [this](QQuickItem& one) {
-        const auto edges = one.mapRectToScene(one.boundingRect());
-        return edges.top() >= 0 && edges.bottom() <= window().height();
-    };
     window().setProperty("largestHeight", 300);
     settle();
     ASSERT_EQ(window().height(), 300);
-    ASSERT_FALSE(isInside(item("quit")));
+    const auto isInside = [view = &item("inside")](QQuickItem& one) {
+        const auto edges = one.mapRectToItem(view, one.boundingRect());
+        return edges.top() >= 0 && edges.bottom() <= view->height();
+    };
+    ASSERT_FALSE(isInside(item("scrollSounds")));
 
-    item("quit").forceActiveFocus(Qt::TabFocusReason);
-    EXPECT_TRUE(isInside(item("quit")));
-    press(Qt::Key_Tab);
+    item("scrollSounds").forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(isInside(item("scrollSounds")));
+    for (const auto* const name : {"settings", "quit", "enabled"}) {
+        press(Qt::Key_Tab);
+        EXPECT_TRUE(item(name).hasActiveFocus()) << name;
+    }
     EXPECT_TRUE(isInside(item("enabled")));
 }
 

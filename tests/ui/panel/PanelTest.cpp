@@ -40,6 +40,39 @@ TEST_F(PanelTest, IsAnOrdinaryWindowWithoutAPlace)
     EXPECT_EQ(window().title(), "Clavo");
 }
 
+TEST_F(PanelTest, AWindowWithoutAPlaceLeavesRoomForItsFrameAndTheDesktopsBars)
+{
+    place.reset();
+    access->granted = false;
+    const auto& screen = *window().screen();
+    ASSERT_EQ(screen.availableSize(), screen.size()) << "as a Wayland client sees it";
+
+    EXPECT_LE(window().height(), screen.size().height() - 110);
+}
+
+TEST_F(PanelTest, TheDesktopMayMakeAWindowWithoutAPlaceLowerAndTheFootStays)
+{
+    place.reset();
+    window().resize(window().width(), 300);
+    settle();
+
+    EXPECT_LE(window().minimumHeight(), 300);
+    EXPECT_EQ(window().maximumHeight(), item("view").implicitHeight());
+    for (const auto* const name : {"settings", "quit"}) {
+        const auto& button = item(name);
+        EXPECT_EQ(button.mapRectToScene(button.boundingRect()).bottom(), 300 - 14) << name;
+    }
+}
+
+TEST_F(PanelTest, AWindowWithoutAPlaceHasOnlyTheButtonThatCloses)
+{
+    place.reset();
+
+    EXPECT_TRUE(window().flags() & Qt::WindowCloseButtonHint);
+    EXPECT_TRUE(window().flags() & Qt::CustomizeWindowHint);
+    EXPECT_FALSE(window().flags() & Qt::WindowMinMaxButtonsHint);
+}
+
 TEST_F(PanelTest, EscapeClosesItAndFreesEverything)
 {
     const QPointer<QQuickWindow> opened = &window();
@@ -124,7 +157,7 @@ TEST_F(PanelTest, QuittingIsOneKeyOrClickAway)
 
 TEST_F(PanelTest, AppearsWithTheHeightItKeeps)
 {
-    permission = false;
+    access->granted = false;
     panel().open(place);
     const auto* const opened = QGuiApplication::topLevelWindows().constFirst();
     const auto size = opened->size();
@@ -134,7 +167,7 @@ TEST_F(PanelTest, AppearsWithTheHeightItKeeps)
 
 TEST_F(PanelTest, GrowsAndShrinksWithItsContent)
 {
-    permission = false;
+    access->granted = false;
     place = QRect(400, 780, 24, 20); // At the bottom of the screen.
     const auto high = window().height();
     const auto bottom = window().geometry().bottom();

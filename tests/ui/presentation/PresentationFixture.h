@@ -25,16 +25,14 @@ protected:
         addPack("blue", "Blue", "clicky");
         addPack("topre", "Topre", "special");
         writeFile(customPacks() / "mine" / "pack.json", manifestText("", "", "mine", "Mine"));
-        FakeDefaultsStore store;
-        setDemonstrationSettings(store);
-        stored = store.written;
+        setDemonstrationSettings(*defaults);
         stats = demonstrationStats();
     }
 
     LanguageSetting& language()
     {
         if (!m_language)
-            m_language.emplace(state().defaults());
+            m_language.emplace(*defaults);
         return *m_language;
     }
 

@@ -145,15 +145,15 @@ TEST_F(GeneralTab, AGrantedPermissionIsSaidWithoutButtons)
 
 TEST_F(GeneralTab, AMissingPermissionIsAskedFor)
 {
-    permission = false;
+    access->granted = false;
     openTab();
-    const auto before = access->requests;
+    const auto before = access->requests.size();
 
     EXPECT_THAT(texts(), Not(Contains("Granted")));
     EXPECT_EQ(control("Restart now"), nullptr);
     click(control("Grant…"));
 
-    EXPECT_EQ(access->requests, before + 1);
+    EXPECT_EQ(access->requests.size(), before + 1);
 }
 
 TEST_F(GeneralTab, OffersTheRestartThatThePermissionNeeds)
@@ -169,7 +169,7 @@ TEST_F(GeneralTab, OffersTheRestartThatThePermissionNeeds)
 
 TEST_F(GeneralTab, SaysWhatKeepsItFromListening)
 {
-    permission = false;
+    access->granted = false;
     openTab();
     EXPECT_EQ(named("permissionAdvice"), nullptr);
     const auto said = [this](InputAccess::State state) {
@@ -187,7 +187,7 @@ TEST_F(GeneralTab, SaysWhatKeepsItFromListening)
 
 TEST_F(GeneralTab, TheCommandsThatGrantThePermissionCanBeCopied)
 {
-    permission = false;
+    access->granted = false;
     openTab();
     access->typed = "sudo one\nsudo two";
     access->changed();
@@ -206,14 +206,14 @@ TEST_F(GeneralTab, OpensThePacksFolderWhichIsThereThen)
 
     click(control("Open packs folder"));
 
-    EXPECT_THAT(fileManager.shown, ElementsAre(state().packsFolder()));
-    EXPECT_TRUE(std::filesystem::is_directory(fileManager.shown.front()));
+    EXPECT_THAT(platform.fileManager->shown, ElementsAre(state().packsFolder()));
+    EXPECT_TRUE(std::filesystem::is_directory(platform.fileManager->shown.front()));
 }
 
 TEST_F(GeneralTab, RefreshFindsAddedAndRemovedPacksAndLoadsTheSelectedOneAgain)
 {
     writePack("first", {{30, 0.25F}});
-    stored["packID"] = std::string("second");
+    defaults->written["packID"] = std::string("second");
     openTab();
     EXPECT_EQ(state().selectedPack()->id, "first");
     writePack("second", {{30, 0.5F}});

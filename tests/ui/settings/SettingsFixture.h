@@ -3,7 +3,6 @@
 
 #include "ui/SettingsWindow.h"
 
-#include "fakes/FakeFileManager.h"
 #include "log/Fatal.h"
 #include "unit/app/AppStateFixture.h"
 
@@ -38,8 +37,9 @@ protected:
     SettingsWindow& settings()
     {
         if (!m_settings) {
-            m_language = std::make_unique<LanguageSetting>(state().defaults());
-            m_settings = std::make_unique<SettingsWindow>(state(), *m_language, fileManager);
+            m_language = std::make_unique<LanguageSetting>(*defaults);
+            m_settings =
+                std::make_unique<SettingsWindow>(state(), *m_language, *platform.fileManager);
         }
         return *m_settings;
     }
@@ -118,8 +118,6 @@ protected:
     }
 
     static bool isText(const QQuickItem& item) { return item.inherits("QQuickText"); }
-
-    FakeFileManager fileManager;
 
     LanguageSetting& language()
     {

@@ -197,7 +197,7 @@ TEST_F(SettingsWindowTest, TheTabsHaveTheirSymbols)
 
 TEST_F(SettingsWindowTest, EveryControlHasANameAndARole)
 {
-    permission = false;
+    access->granted = false;
     for (const auto tab : {Tab::general, Tab::stats, Tab::about}) {
         open(tab);
         const auto controls =

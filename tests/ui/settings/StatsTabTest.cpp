@@ -298,8 +298,9 @@ TEST_F(StatsTab, AnExportThatCannotBeWrittenIsNotMentioned)
     ASSERT_NE(saveDialog(), nullptr);
     const auto file = folder.path() / "gone" / "mine.json";
 
-    emit saveDialog()->fileSelected(QString::fromStdString(file.string()));
-    saveDialog()->reject();
+    auto* const dialog = saveDialog();
+    emit dialog->fileSelected(QString::fromStdString(file.string()));
+    dialog->reject();
 
     EXPECT_EQ(texts(), before);
     EXPECT_EQ(saveDialog(), nullptr);

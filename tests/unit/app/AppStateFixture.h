@@ -3,17 +3,7 @@
 
 #include "app/AppState.h"
 
-#include "fakes/FakeAudioOutput.h"
-#include "fakes/FakeDefaultsStore.h"
-#include "fakes/FakeEventTap.h"
-#include "fakes/FakeHotKeyService.h"
-#include "fakes/FakeInputAccess.h"
-#include "fakes/FakeLoginItem.h"
-#include "fakes/FakeRelauncher.h"
-#include "fakes/FakeScreens.h"
-#include "fakes/FakeSecureInput.h"
-#include "fakes/SimulatedTime.h"
-#include "fakes/TemporaryFolder.h"
+#include "fakes/FakePlatform.h"
 #include "log/Log.h"
 
 #include <gtest/gtest.h>
@@ -50,7 +40,7 @@ protected:
     AppStateFixture()
     {
         lines().clear();
-        log::setThreshold(log::Level::Default);
+        log::setThreshold(log::Level::notice);
         log::setSink([](log::Level, std::string_view line) { lines().emplace_back(line); });
     }
 
@@ -72,19 +62,14 @@ protected:
     }
 
     // Where the state looks for packs.
-    [[nodiscard]] std::filesystem::path builtInPacks() const
-    {
-        return m_folder.path() / "resources" / "Packs";
-    }
-    [[nodiscard]] std::filesystem::path customPacks() const
-    {
-        return m_folder.path() / "support" / "Clavo" / "Packs";
-    }
+    [[nodiscard]] std::filesystem::path builtInPacks() const { return platform.builtInPacks(); }
+    [[nodiscard]] std::filesystem::path customPacks() const { return platform.customPacks(); }
 
     AppState& state()
     {
         if (!m_state)
-            m_state = std::make_unique<AppState>(platform(), surroundings(), std::move(stats));
+            m_state = std::make_unique<AppState>(platform.services, platform.surroundings(),
+                                                 std::move(stats));
         return *m_state;
     }
 
@@ -92,12 +77,9 @@ protected:
     /// has to ask for the next one.
     void needRelaunch()
     {
-        permission = false;
-        const auto seconds = startedAt.time_since_epoch();
-        stored["permissionRelaunch"] = std::chrono::duration<double>(seconds).count();
+        platform.refuseAfterRelaunch();
         state();
-        time.advance(2s);
-        freshProcess(true);
+        platform.grantInFreshProcess();
     }
 
     /// The first frame that is rendered next: left and right.
@@ -125,71 +107,20 @@ protected:
     }
     void click(std::uint32_t type, double x) { tap->deliver({.type = type, .x = x}); }
 
-    // The platform's, of which the state becomes the owner.
-    FakeEventTap* tap = nullptr;
-    FakeSecureInput* secureInput = nullptr;
-    FakeAudioOutput* audio = nullptr;
-    FakeDefaultsStore* defaults = nullptr;
-    FakeInputAccess* access = nullptr;
-    FakeHotKeyService* hotKeys = nullptr;
-    FakeLoginItem* loginItem = nullptr;
-    FakeRelauncher* relauncher = nullptr;
+    FakePlatform platform;
+    FakeEventTap* const tap = platform.tap;
+    FakeSecureInput* const secureInput = platform.secureInput;
+    FakeAudioOutput* const audio = platform.audio;
+    FakeDefaultsStore* const defaults = platform.defaults;
+    FakeInputAccess* const access = platform.access;
+    FakeHotKeyService* const hotKeys = platform.hotKeys;
+    FakeLoginItem* const loginItem = platform.loginItem;
+    FakeRelauncher* const relauncher = platform.relauncher;
+    SimulatedTime& time = platform.time;
 
-    std::map<std::string, DefaultsValue, std::less<>> stored; // Before the state is made.
-    std::unique_ptr<StatsStore> stats;                        // Null: the user's own.
-    bool permission = true;
-    LoginItem::Status loginStatus = LoginItem::Status::notRegistered;
-    SimulatedTime time; // Of the main queue, and how far both clocks are past their start.
-    static constexpr double bootedFor = 1000; // Seconds, at the start of `time`.
-    // The wall clock, at the start of `time`: noon of a day in 2025.
-    static constexpr std::chrono::system_clock::time_point startedAt{1'750'075'200s};
-    std::function<void(bool granted)> freshProcess; // Answers the latest question; empty before.
+    std::unique_ptr<StatsStore> stats; // Null: the user's own.
 
 private:
-    AppState::Surroundings surroundings()
-    {
-        const auto runLater = [this](auto delay, auto task) {
-            time.runLater(delay, std::move(task));
-        };
-        const auto seconds = [this] { return std::chrono::duration<double>(time.now()).count(); };
-        return {
-            .uptime = [=] { return bootedFor + seconds(); },
-            .runLater = runLater,
-            .askFreshProcess = [this](auto receiver) { freshProcess = std::move(receiver); },
-            .stats = {.wallClock = [this] { return startedAt + time.now(); },
-                      .timeZone = QTimeZone::utc(),
-                      .runLater = runLater,
-                      .runInBackground = [](const auto& task) { task(); }},
-        };
-    }
-
-    Platform platform()
-    {
-        Platform made;
-        made.eventTap = owned(tap);
-        made.secureInput = owned(secureInput);
-        made.screens = std::make_unique<FakeScreens>();
-        made.audioOutput = owned(audio);
-        made.inputAccess = owned(access);
-        made.hotKeys = owned(hotKeys);
-        made.loginItem = owned(loginItem);
-        made.relauncher = owned(relauncher);
-        made.defaults = owned(defaults);
-        made.resources = m_folder.path() / "resources";
-        made.applicationSupport = m_folder.path() / "support";
-        access->granted = permission;
-        loginItem->current = loginStatus;
-        defaults->written = stored;
-        return made;
-    }
-
-    template <typename Fake> static std::unique_ptr<Fake> owned(Fake*& seen)
-    {
-        auto fake = std::make_unique<Fake>();
-        seen = fake.get();
-        return fake;
-    }
-
     /// The members of one of the manifest's maps, whose files it writes.
     static std::string writeSounds(const std::filesystem::path& folder, std::string_view kind,
                                    const Levels& levels)
@@ -211,7 +142,6 @@ private:
         return members;
     }
 
-    TemporaryFolder m_folder;
     std::unique_ptr<AppState> m_state;
 };
 

@@ -18,7 +18,7 @@ protected:
 
 TEST_F(AppStateStatusTest, TellsWhatItListensToAndPlaysThrough)
 {
-    stored["volume"] = 0.25;
+    defaults->written["volume"] = 0.25;
     state();
 
     const auto status = state().status();
@@ -44,7 +44,7 @@ TEST_F(AppStateStatusTest, TellsTheAgeOfTheLastEventInWholeSeconds)
     press(0);
     time.advance(2500ms);
 
-    EXPECT_THAT(state().status().idle, Optional(2));
+    EXPECT_THAT(state().status().idle, Optional(2s));
 }
 
 TEST_F(AppStateStatusTest, TellsWhyInputIsSecret)
@@ -59,7 +59,7 @@ TEST_F(AppStateStatusTest, TellsWhyInputIsSecret)
 
 TEST_F(AppStateStatusTest, TellsThatThePermissionIsMissing)
 {
-    permission = false;
+    access->granted = false;
     state();
     EXPECT_FALSE(state().status().isListening);
     EXPECT_EQ(state().status().access, InputAccess::State::refused);

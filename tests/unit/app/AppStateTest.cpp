@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "unit/app/AppStateFixture.h"
 
+#include <QCoreApplication>
 #include <QSignalSpy>
 
 #include <gmock/gmock.h>
@@ -46,9 +47,10 @@ TEST_F(AppStateTest, StartsWithTheDefaultsAndWritesNoneOfThem)
 
 TEST_F(AppStateTest, StartsWithWhatIsStored)
 {
-    stored = {{"enabled", false},     {"volume", 0.25},      {"packID", std::string("nk-cream")},
-              {"keyUpSounds", false}, {"mouseSounds", true}, {"scrollSounds", true},
-              {"spatial", false}};
+    defaults->written = {
+        {"enabled", false},     {"volume", 0.25},      {"packID", std::string("nk-cream")},
+        {"keyUpSounds", false}, {"mouseSounds", true}, {"scrollSounds", true},
+        {"spatial", false}};
 
     EXPECT_FALSE(state().enabled());
     EXPECT_EQ(state().volume(), 0.25);
@@ -186,33 +188,73 @@ TEST_F(AppStateTest, TheHotKeyIsShiftCommandK)
                                                 Field(&HotKey::modifiers, 768U))))));
 }
 
-TEST_F(AppStateTest, TheHotKeyTwiceReturnsToTheFirstValueAndTheStoreFollows)
+/// With a main loop, whose posted calls the test makes.
+class AppStateHotKey : public AppStateTest
+{
+private:
+    int m_count = 1;
+    char m_name[5] = "test";
+    char* m_arguments[2] = {m_name, nullptr};
+    QCoreApplication m_application{m_count, m_arguments};
+};
+
+TEST_F(AppStateHotKey, TwiceReturnsToTheFirstValueAndTheStoreFollows)
 {
     state();
 
     hotKeys->press(40, 768);
-    time.advance(0ms);
+    QCoreApplication::sendPostedEvents();
     EXPECT_FALSE(state().enabled());
     EXPECT_THAT(defaults->written, ElementsAre(Pair("enabled", DefaultsValue(false))));
     hotKeys->press(40, 768);
-    time.advance(0ms);
+    QCoreApplication::sendPostedEvents();
     EXPECT_TRUE(state().enabled());
     EXPECT_THAT(defaults->written, ElementsAre(Pair("enabled", DefaultsValue(true))));
 }
 
-TEST_F(AppStateTest, TheHotKeyActsOnceTheCurrentEventIsOver)
+TEST_F(AppStateHotKey, ActsOnceTheCurrentEventIsOver)
 {
     state();
 
     hotKeys->press(40, 768);
     EXPECT_TRUE(state().enabled());
-    time.advance(0ms);
+    QCoreApplication::sendPostedEvents();
     EXPECT_FALSE(state().enabled());
+}
+
+TEST_F(AppStateHotKey, TogglesForEveryPressOfOneEvent)
+{
+    state();
+
+    hotKeys->press(40, 768);
+    hotKeys->press(40, 768);
+    hotKeys->press(40, 768);
+    QCoreApplication::sendPostedEvents();
+
+    EXPECT_FALSE(state().enabled());
+}
+
+TEST_F(AppStateTest, PublishesThePermission)
+{
+    access->granted = false;
+    defaults->written["permissionRelaunch"] = 1'750'075'200.0; // Just now.
+    const QSignalSpy changes(&state(), &AppState::permissionChanged);
+    EXPECT_FALSE(state().hasPermission());
+    EXPECT_FALSE(state().needsRelaunch());
+
+    state().requestPermission();
+    EXPECT_EQ(access->requests.size(), 2U);
+    platform.grantInFreshProcess();
+
+    EXPECT_TRUE(state().needsRelaunch());
+    EXPECT_EQ(changes.count(), 1);
+    state().relaunch();
+    EXPECT_EQ(relauncher->opened, 1);
 }
 
 TEST_F(AppStateTest, ShowsWhetherItStartsAtLogin)
 {
-    loginStatus = LoginItem::Status::enabled;
+    loginItem->current = LoginItem::Status::enabled;
 
     EXPECT_TRUE(state().launchAtLogin());
     EXPECT_EQ(loginItem->registrations, 0);
@@ -220,7 +262,7 @@ TEST_F(AppStateTest, ShowsWhetherItStartsAtLogin)
 
 TEST_F(AppStateTest, ALoginItemThatWaitsForApprovalIsNotOn)
 {
-    loginStatus = LoginItem::Status::requiresApproval;
+    loginItem->current = LoginItem::Status::requiresApproval;
 
     EXPECT_FALSE(state().launchAtLogin());
 }

@@ -97,6 +97,20 @@ TEST(CommandLine, ArgumentWithoutAnOptionIsMisuse)
               Command(command::Misuse{"clavo: unexpected argument ''\nTry 'clavo --help'.\n"}));
 }
 
+TEST(CommandLine, NoOptionFollowsTwoDashes)
+{
+    EXPECT_EQ(parsed({"--"}), Command(command::Start{}));
+    EXPECT_EQ(parsed({"--toggle", "--"}), Command(command::Toggle{}));
+    EXPECT_EQ(
+        parsed({"--", "--help"}),
+        Command(command::Misuse{"clavo: unexpected argument '--help'\nTry 'clavo --help'.\n"}));
+}
+
+TEST(CommandLine, HelpHasAShortName)
+{
+    EXPECT_EQ(parsed({"-h"}), Command(command::ShowHelp{}));
+}
+
 TEST(CommandLine, MisuseWinsOverKnownOptionsAndTheFirstOneIsTold)
 {
     EXPECT_THAT(
@@ -131,6 +145,23 @@ TEST(CommandLine, FormatOfNothingIsMisuse)
     EXPECT_EQ(parsed({"--help", "--json"}), misuse);
 }
 
+TEST(CommandLine, AStartMayBeInTheBackground)
+{
+    EXPECT_EQ(parsed({"--background"}), Command(command::Start{.inBackground = true}));
+    const Command replacement = command::Replace{.inBackground = true};
+    EXPECT_EQ(parsed({"--replace", "--background"}), replacement);
+    EXPECT_EQ(parsed({"--background", "--replace"}), replacement);
+}
+
+TEST(CommandLine, WhatStartsNothingIsNotInTheBackground)
+{
+    const Command misuse =
+        command::Misuse{"clavo: only a start goes with '--background'\nTry 'clavo --help'.\n"};
+
+    EXPECT_EQ(parsed({"--toggle", "--background"}), misuse);
+    EXPECT_EQ(parsed({"--background", "--scene", "menu"}), misuse);
+}
+
 TEST(CommandLine, RepeatedOptionCountsOnce)
 {
     EXPECT_EQ(parsed({"--scene", "menu", "--scene", "stats"}), Command(command::ShowScene{"menu"}));
@@ -141,8 +172,8 @@ TEST(CommandLine, HelpHasOneLineForEveryOptionAndVariable)
 {
     const auto help = lines(helpText());
     for (const auto* const name :
-         {"--toggle ", "--status ", "--replace ", "--check-input-access ", "--screenshots DIR ",
-          "--scene NAME ", "--version ", "--help ",
+         {"--toggle ", "--status ", "--background ", "--replace ", "--check-input-access ",
+          "--screenshots DIR ", "--scene NAME ", "--version ", "--help ",
           "CLAVO_AUDIO=", "CLAVO_QUANTUM=", "CLAVO_LOG=", "CLAVO_LOG_LEVEL="})
         EXPECT_EQ(
             std::ranges::count_if(

@@ -215,7 +215,7 @@ TEST_F(EventRouting, AModifiersPressIsCountedAndItsReleaseIsNot)
 
 TEST_F(EventRouting, DebugLineTellsTheDirectionAndNeverTheKey)
 {
-    log::setThreshold(log::Level::Debug);
+    log::setThreshold(log::Level::debug);
     lines().clear();
     state().setKeyUpSounds(false);
 

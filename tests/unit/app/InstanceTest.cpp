@@ -73,6 +73,17 @@ TEST_F(InstanceTest, SecondStartTellsOfAnInstanceThatHangs)
               "clavo: the running Clavo does not answer; 'clavo --replace' takes its place\n");
 }
 
+TEST_F(InstanceTest, StartInTheBackgroundLeavesItToTheFirstAndOpensNothing)
+{
+    EXPECT_EQ(startUnlessRunning(m_instance, m_errors), std::nullopt);
+
+    m_instance.standing = Standing::second;
+
+    EXPECT_THAT(startUnlessRunning(m_instance, m_errors), Optional(0));
+    EXPECT_THAT(m_instance.sent, IsEmpty());
+    EXPECT_EQ(m_errors.str(), "");
+}
+
 TEST_F(InstanceTest, ReplacementRunsOnceTheOtherOneHasEnded)
 {
     EXPECT_EQ(replaceRunning(m_instance, m_errors), std::nullopt);

@@ -86,7 +86,7 @@ TEST_F(LaunchAtLogin, FailureIsOneLogLine)
     m_item.current = Status::enabled;
     setLaunchAtLogin(m_item, false);
 
-    const auto line = Pair(log::Level::Error, "Clavo: lancement au démarrage impossible: "
+    const auto line = Pair(log::Level::error, "Clavo: lancement au démarrage impossible: "
                                               "Operation not permitted");
     EXPECT_THAT(lines(), ElementsAre(line, line));
 }

@@ -14,6 +14,7 @@ namespace
 
 using nlohmann::json;
 using testing::HasSubstr;
+using testing::Not;
 using testing::Optional;
 using testing::Pair;
 
@@ -24,7 +25,7 @@ Status running()
         .tap = "X11",
         .isListening = true,
         .access = InputAccess::State::granted,
-        .idle = 2,
+        .idle = std::chrono::seconds(2),
         .output = {.server = "PipeWire", .quantumFrames = 128, .sampleRate = 48000},
         .isOutputRunning = true,
         .packName = "Red",
@@ -84,7 +85,7 @@ TEST(StatusText, SaysWhatTheJsonHolds)
 TEST(StatusText, SaysWhatIsMissing)
 {
     EXPECT_THAT(
-        describe(jsonOf({})),
+        describe(jsonOf({.isOutputRunning = true})),
         Optional(std::string("Clavo \n"
                              "Listening:  no\n"
                              "Permission: refused; the panel and Clavo's log say what to do\n"
@@ -151,11 +152,21 @@ TEST(StatusText, TellsOtherStates)
     EXPECT_THAT(text, HasSubstr("Sounds:     off"));
 }
 
+TEST(StatusText, TellsWhetherAServerThatIsMissingIsLookedFor)
+{
+    const auto text = [](bool isRunning) {
+        return describe(jsonOf({.isOutputRunning = isRunning})).value_or("");
+    };
+
+    EXPECT_THAT(text(true), HasSubstr("Output:     none: neither PipeWire nor PulseAudio answers"));
+    EXPECT_THAT(text(false), HasSubstr("Output:     none; asleep until the next sound\n"));
+}
+
 TEST(StatusText, TellsAgesInUnitsThatFit)
 {
     const auto text = [](std::int64_t idle) {
         auto status = running();
-        status.idle = idle;
+        status.idle = std::chrono::seconds(idle);
         return describe(jsonOf(status)).value_or("");
     };
 
@@ -168,6 +179,16 @@ TEST(StatusText, ThereIsNoneOfAnythingElse)
 {
     for (const auto* text : {"", "{}", "[]", "7", "text", R"({"version": 7})"})
         EXPECT_EQ(describe(text), std::nullopt) << text;
+}
+
+TEST(StatusText, SaysWhatTheProgramIsBuiltWithout)
+{
+    auto status = running();
+    EXPECT_THAT(describe(jsonOf(status)), Optional(Not(HasSubstr("Built without"))));
+
+    status.missing = "PipeWire, X11";
+
+    EXPECT_THAT(describe(jsonOf(status)), Optional(HasSubstr("Built without: PipeWire, X11\n")));
 }
 
 } // namespace

@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <atomic>
 #include <cmath>
-#include <stop_token>
 #include <thread>
 #include <vector>
 
@@ -25,8 +24,8 @@ template <typename Source> class AudioThread
 {
 public:
     explicit AudioThread(Source& source)
-        : m_thread([this, &source](const std::stop_token& stop) {
-              for (std::size_t frames = 1; !stop.stop_requested(); frames = frames % 128 + 1) {
+        : m_thread([this, &source] {
+              for (std::size_t frames = 1; !m_isEnding; frames = frames % 128 + 1) {
                   const auto block = rendered(source, frames);
                   if (!isWithinFullScale(block.left) || !isWithinFullScale(block.right))
                       m_isFaulty = true;
@@ -36,11 +35,15 @@ public:
           })
     {
     }
+    ~AudioThread() { join(); }
+    AudioThread(const AudioThread&) = delete;
+    AudioThread& operator=(const AudioThread&) = delete;
 
     void join()
     {
-        m_thread.request_stop();
-        m_thread.join();
+        m_isEnding = true;
+        if (m_thread.joinable())
+            m_thread.join();
     }
 
     [[nodiscard]] bool isFaulty() const { return m_isFaulty; }
@@ -52,7 +55,8 @@ private:
     }
 
     std::atomic<bool> m_isFaulty = false;
-    std::jthread m_thread;
+    std::atomic<bool> m_isEnding = false;
+    std::thread m_thread; // Last: it uses the others.
 };
 
 TEST(MixerThread, ReportsEverySoundExactlyOnceWhateverTheMainThreadDoes)

@@ -34,10 +34,7 @@ protected:
     {
         if (!m_engine)
             m_engine.emplace(
-                output,
-                [this](std::chrono::milliseconds delay, std::function<void()> task) {
-                    time.runLater(delay, std::move(task));
-                },
+                output, [this] { return time.makeTimer(); },
                 [this](std::size_t count) {
                     choices.push_back(count);
                     return choice;
@@ -46,7 +43,7 @@ protected:
     }
     void destroyEngine() { m_engine.reset(); }
 
-    /// The player that was told something last.
+    /// The player that was used last.
     SoundEngine::Player lastPlayer()
     {
         const auto count = SoundEngine::playerCount;

@@ -62,6 +62,12 @@ TEST(SpscQueue, KeepsTheOrderWhenItsPlacesAreUsedAgain)
     }
 }
 
+/// A thread whose end is waited for at the end of the scope.
+struct JoinedThread {
+    std::thread thread;
+    ~JoinedThread() { thread.join(); }
+};
+
 TEST(SpscQueue, LosesAndAltersNothingBetweenTwoThreads)
 {
     struct Pair {
@@ -71,12 +77,12 @@ TEST(SpscQueue, LosesAndAltersNothingBetweenTwoThreads)
     constexpr std::uint64_t count = 200'000;
     SpscQueue<Pair, 16> queue;
 
-    const std::jthread pusher([&queue] {
+    const JoinedThread pusher{std::thread([&queue] {
         for (std::uint64_t i = 0; i < count; ++i) {
             while (!queue.push({.value = i, .complement = ~i}))
                 std::this_thread::yield();
         }
-    });
+    })};
     for (std::uint64_t i = 0; i < count;) {
         const auto pair = queue.pop();
         if (!pair) {

@@ -36,6 +36,28 @@ TEST_F(RegularFile, IsReadWhole)
     EXPECT_THAT(readRegularFile(m_file, 4), Optional("a\0b\n"s));
 }
 
+TEST_F(RegularFile, IsTheSameUnderAllOfItsNames)
+{
+    write("text");
+    const auto link = m_folder.path() / "link";
+    std::filesystem::create_symlink(m_file, link);
+    const auto copy = m_folder.path() / "copy";
+    std::filesystem::copy_file(m_file, copy);
+
+    EXPECT_TRUE(identityOf(m_file));
+    EXPECT_EQ(identityOf(m_folder.path() / "." / "file"), identityOf(m_file));
+    EXPECT_EQ(identityOf(link), identityOf(m_file));
+    EXPECT_NE(identityOf(copy), identityOf(m_file));
+}
+
+TEST_F(RegularFile, IsNoneWhereThePathLeadsNowhere)
+{
+    write("text");
+
+    EXPECT_EQ(identityOf(m_folder.path() / "missing"), std::nullopt);
+    EXPECT_EQ(identityOf(m_file.string() + "\0.wav"s), std::nullopt);
+}
+
 TEST_F(RegularFile, MayBeEmpty)
 {
     write("");

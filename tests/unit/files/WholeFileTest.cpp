@@ -26,6 +26,8 @@ using testing::UnorderedElementsAre;
 
 namespace fs = std::filesystem;
 
+const std::error_code noError;
+
 class WholeFile : public testing::Test
 {
 protected:
@@ -51,7 +53,7 @@ protected:
 
 TEST_F(WholeFile, IsMadeWhereThereIsNone)
 {
-    EXPECT_TRUE(replaceFile(m_file, "content"));
+    EXPECT_EQ(replaceFile(m_file, "content"), noError);
 
     EXPECT_EQ(content(), "content");
     EXPECT_THAT(names(), UnorderedElementsAre("file"));
@@ -61,43 +63,82 @@ TEST_F(WholeFile, ReplacesALongerOne)
 {
     write("what was there before");
 
-    EXPECT_TRUE(replaceFile(m_file, "new"));
+    EXPECT_EQ(replaceFile(m_file, "new"), noError);
 
     EXPECT_EQ(content(), "new");
 }
 
-TEST_F(WholeFile, IsForTheUserAlone)
+TEST_F(WholeFile, IsForTheUserAloneWhateverTheOldOneWas)
 {
-    ASSERT_TRUE(replaceFile(m_file, "content"));
+    write("old");
+    fs::permissions(m_file, fs::perms::all);
+    for (const auto durability : {Durability::process, Durability::power}) {
+        ASSERT_EQ(replaceFile(m_file, "content", durability), noError);
 
-    EXPECT_EQ(fs::status(m_file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+        EXPECT_EQ(fs::status(m_file).permissions(), fs::perms(0600));
+        fs::remove(m_file);
+    }
 }
 
 TEST_F(WholeFile, ReplacesAPipe)
 {
     ASSERT_EQ(::mkfifo(m_file.c_str(), 0600), 0);
 
-    EXPECT_TRUE(replaceFile(m_file, "content"));
+    EXPECT_EQ(replaceFile(m_file, "content"), noError);
 
     EXPECT_EQ(content(), "content");
 }
 
-TEST_F(WholeFile, ReplacesALinkAndNotWhatItLeadsTo)
+TEST_F(WholeFile, IsReplacedBehindALinkThatStays)
+{
+    const auto target = m_folder.path() / "far" / "target";
+    fs::create_directory(target.parent_path());
+    std::ofstream(target) << "old";
+    fs::create_symlink("target", target.parent_path() / "second");
+    fs::create_symlink(fs::path("far") / "second", m_file);
+
+    EXPECT_EQ(replaceFile(m_file, "content"), noError);
+
+    EXPECT_EQ(fs::read_symlink(m_file), "far/second");
+    EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(target)));
+    EXPECT_EQ(content(), "content");
+    EXPECT_THAT(names(), UnorderedElementsAre("file", "far"));
+}
+
+TEST_F(WholeFile, IsMadeBehindALinkToNothing)
 {
     const auto target = m_folder.path() / "target";
     fs::create_symlink(target, m_file);
 
-    EXPECT_TRUE(replaceFile(m_file, "content"));
+    EXPECT_EQ(replaceFile(m_file, "content"), noError);
 
+    EXPECT_EQ(fs::read_symlink(m_file), target);
     EXPECT_EQ(content(), "content");
-    EXPECT_FALSE(fs::exists(target));
+}
+
+TEST_F(WholeFile, ReplacesALinkThatLeadsToNoFile)
+{
+    const auto pipe = m_folder.path() / "pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    fs::create_directory(m_folder.path() / "folder");
+    for (const auto& target : {pipe, m_folder.path() / "folder", m_file, fs::path("/dev/null")}) {
+        fs::remove(m_file);
+        fs::create_symlink(target, m_file);
+
+        EXPECT_EQ(replaceFile(m_file, "content"), noError) << target;
+
+        EXPECT_FALSE(fs::is_symlink(m_file)) << target;
+        EXPECT_EQ(content(), "content") << target;
+    }
+    EXPECT_TRUE(fs::is_fifo(pipe));
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
 }
 
 TEST_F(WholeFile, ReplacesAnEmptyFolder)
 {
     fs::create_directory(m_file);
 
-    EXPECT_TRUE(replaceFile(m_file, "content"));
+    EXPECT_EQ(replaceFile(m_file, "content"), noError);
 
     EXPECT_EQ(content(), "content");
 }
@@ -106,7 +147,7 @@ TEST_F(WholeFile, LeavesAFolderThatHoldsSomething)
 {
     fs::create_directories(m_file / "precious");
 
-    EXPECT_FALSE(replaceFile(m_file, "content"));
+    EXPECT_NE(replaceFile(m_file, "content"), noError);
 
     EXPECT_TRUE(fs::exists(m_file / "precious"));
     EXPECT_THAT(names(), UnorderedElementsAre("file"));
@@ -114,7 +155,8 @@ TEST_F(WholeFile, LeavesAFolderThatHoldsSomething)
 
 TEST_F(WholeFile, IsNotMadeInAFolderThatIsMissing)
 {
-    EXPECT_FALSE(replaceFile(m_folder.path() / "missing" / "file", "content"));
+    EXPECT_EQ(replaceFile(m_folder.path() / "missing" / "file", "content"),
+              std::errc::no_such_file_or_directory);
 
     EXPECT_THAT(names(), IsEmpty());
 }
@@ -124,7 +166,7 @@ TEST_F(WholeFile, FullDiskLeavesTheOldOne)
     write("old");
     const FileSizeLimit limit(4096);
 
-    EXPECT_FALSE(replaceFile(m_file, std::string(10'000, 'x')));
+    EXPECT_EQ(replaceFile(m_file, std::string(10'000, 'x')), std::errc::file_too_large);
 
     EXPECT_EQ(content(), "old");
     EXPECT_THAT(names(), UnorderedElementsAre("file"));
@@ -136,7 +178,7 @@ TEST_F(WholeFile, TwoWritersLeaveOneOfTwoWholeFiles)
     const std::string second(100'000, '2');
     const auto writeOften = [this](const std::string& content) {
         for (int i = 0; i < 20; ++i)
-            EXPECT_TRUE(replaceFile(m_file, content));
+            EXPECT_EQ(replaceFile(m_file, content), noError);
     };
 
     std::thread other(writeOften, first);

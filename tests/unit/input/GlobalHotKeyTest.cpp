@@ -2,7 +2,7 @@
 #include "input/GlobalHotKey.h"
 
 #include "fakes/FakeHotKeyService.h"
-#include "platform/none/NoHotKeyService.h"
+#include "platform/none/NonePlatform.h"
 
 #include <gmock/gmock.h>
 
@@ -139,9 +139,9 @@ TEST_F(GlobalHotKeyTest, ARefusedSecondHotKeyLeavesTheFirstOnesShortcut)
 
 TEST_F(GlobalHotKeyTest, IsConstructedWhereThereIsNoService)
 {
-    NoHotKeyService none;
+    const auto none = makeNoHotKeyService();
 
-    const GlobalHotKey hotKey(none, kKey, shiftCommand, [this] { ++first; });
+    const GlobalHotKey hotKey(*none, kKey, shiftCommand, [this] { ++first; });
 
     EXPECT_EQ(first, 0);
 }

@@ -23,7 +23,7 @@ protected:
     {
         logged.clear();
         log::setSink([](log::Level level, std::string_view line) {
-            logged.emplace_back((level == log::Level::Default ? "" : "not notice: ") +
+            logged.emplace_back((level == log::Level::notice ? "" : "not notice: ") +
                                 std::string(line));
         });
     }
@@ -48,7 +48,7 @@ protected:
     FakeEventTap tap;
     FakeSecureInput secureInput;
     FakeScreens screens;
-    double uptime = 0; // Seconds.
+    std::chrono::nanoseconds uptime{0};
     InputMonitor monitor{tap, secureInput, screens, [this] { return uptime; }};
     std::vector<InputMonitor::Event> events;
     inline static std::vector<std::string> logged; // The log's sink is a plain function.

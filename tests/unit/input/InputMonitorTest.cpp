@@ -12,6 +12,7 @@ using Event = InputMonitor::Event;
 using Key = InputMonitor::Key;
 using Mouse = InputMonitor::Mouse;
 using Scroll = InputMonitor::Scroll;
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
@@ -219,14 +220,14 @@ TEST_F(InputMonitorTest, TellsWhenTheLastEventCameAlsoOneThatIsSecret)
     listen();
     EXPECT_EQ(monitor.lastEvent(), std::nullopt);
 
-    uptime = 12.5;
+    uptime = 12'500ms;
     key(RawEventType::keyDown, 0);
-    EXPECT_EQ(monitor.lastEvent(), 12.5);
+    EXPECT_EQ(monitor.lastEvent(), 12'500ms);
 
     secureInput.on = true;
-    uptime = 13;
+    uptime = 13s;
     key(RawEventType::keyDown, 0);
-    EXPECT_EQ(monitor.lastEvent(), 13.0);
+    EXPECT_EQ(monitor.lastEvent(), 13s);
 }
 
 TEST_F(InputMonitorTest, SecureInputIsNotedOncePerStretch)

@@ -33,7 +33,7 @@ protected:
         log::setSink([](log::Level level, std::string_view line) {
             lines.emplace_back(level, std::string(line));
         });
-        log::setThreshold(log::Level::Default);
+        log::setThreshold(log::Level::notice);
     }
 };
 
@@ -47,14 +47,14 @@ TEST_F(LogTest, ArgumentsAreShown)
     log::notice("autorisation : {}, écoute : {}", true, false);
 
     EXPECT_THAT(lines,
-                ElementsAre(Pair(log::Level::Default, "autorisation : true, écoute : false")));
+                ElementsAre(Pair(log::Level::notice, "autorisation : true, écoute : false")));
 }
 
 TEST_F(LogTest, PrivateArgumentIsHidden)
 {
     log::error("aucun pack trouvé ({})", log::Private{"my pack"});
 
-    EXPECT_THAT(lines, ElementsAre(Pair(log::Level::Error, "aucun pack trouvé (<private>)")));
+    EXPECT_THAT(lines, ElementsAre(Pair(log::Level::error, "aucun pack trouvé (<private>)")));
 }
 
 } // namespace
@@ -86,13 +86,13 @@ TEST_F(LogTest, DiscardedLineIsNotEvenFormatted)
 
 TEST_F(LogTest, DebugLineIsKeptOnRequest)
 {
-    log::setThreshold(log::Level::Debug);
+    log::setThreshold(log::Level::debug);
     int formatted = 0;
 
     log::debug("touche {}", Costly{&formatted});
 
     EXPECT_EQ(formatted, 1);
-    EXPECT_THAT(lines, ElementsAre(Pair(log::Level::Debug, "touche ")));
+    EXPECT_THAT(lines, ElementsAre(Pair(log::Level::debug, "touche ")));
 }
 
 TEST(StandardError, MayBeAPipeThatNobodyReads)
@@ -103,7 +103,7 @@ TEST(StandardError, MayBeAPipeThatNobodyReads)
         if (::pipe(ends.data()) != 0 || ::dup2(ends[1], STDERR_FILENO) < 0)
             return EXIT_FAILURE;
         ::close(ends[0]);
-        log::writeToStandardError(log::Level::Default, "a line");
+        log::writeToStandardError(log::Level::notice, "a line");
         return EXIT_SUCCESS;
     };
     EXPECT_EXIT(std::exit(logInVain()), testing::ExitedWithCode(EXIT_SUCCESS), "");

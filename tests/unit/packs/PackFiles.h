@@ -52,6 +52,15 @@ inline void writeSound(const std::filesystem::path& path, const std::vector<doub
     sf_close(file);
 }
 
+/// Writes the longest sound that loads, but for a second: silence, in a small file. Decoded, with
+/// its variants, it takes 105 MB.
+inline void writeLongSound(const std::filesystem::path& path)
+{
+    constexpr std::size_t seconds = 119;
+    writeSound(path, std::vector<double>(seconds * 44100),
+               {.format = SF_FORMAT_FLAC | SF_FORMAT_PCM_16});
+}
+
 /// A manifest with these members of "press" and "release", written as JSON.
 inline std::string manifestText(std::string_view press = "", std::string_view release = "",
                                 std::string_view id = "id", std::string_view name = "name",

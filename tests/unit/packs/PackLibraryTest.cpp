@@ -53,6 +53,30 @@ protected:
     {
         return PackLibrary::makeBank(m_pack, mono44100, only);
     }
+    [[nodiscard]] fs::path sound(const std::string& name) const
+    {
+        return m_pack.folder / "sounds" / (name + ".wav");
+    }
+    /// Files of their own, each with the longest sound that loads.
+    void addLongSounds(const std::vector<std::string>& names) const
+    {
+        writeLongSound(sound(names.front()));
+        for (std::size_t i = 1; i < names.size(); ++i)
+            fs::copy_file(sound(names.front()), sound(names[i]));
+    }
+    /// What the samples of all sounds take together.
+    static std::size_t sizeOf(const SoundBank& bank)
+    {
+        std::set<AudioBufferPtr> sounds;
+        for (const auto* const direction : {&bank.press, &bank.release}) {
+            for (const auto& [scancode, variants] : *direction)
+                sounds.insert(variants.begin(), variants.end());
+        }
+        std::size_t size = 0;
+        for (const AudioBufferPtr& sound : sounds)
+            size += sound->samples().size_bytes();
+        return size;
+    }
     static std::vector<std::size_t> lengths(const SoundBank::Variants& variants)
     {
         std::vector<std::size_t> found;
@@ -183,6 +207,68 @@ TEST_F(PackLibraryTest, FileOfSeveralKeysIsDecodedOnce)
     EXPECT_EQ(made.press.at(30), made.release.at(30));
 }
 
+TEST_F(PackLibraryTest, FileOfSeveralNamesIsDecodedOnce)
+{
+    addSound("a", {0.5, -0.25});
+    addSound("row/b", {0.125});
+    fs::create_symlink("a.wav", sound("link"));
+    fs::create_hard_link(sound("a"), sound("other"));
+    m_pack.press = {{30, "a"},    {31, "./a"},   {32, "row/../a"},
+                    {33, "link"}, {34, "other"}, {35, "row/b"}};
+    m_pack.release = {{30, "//a"}};
+
+    const auto made = bank();
+
+    EXPECT_EQ(made.press.at(31), made.press.at(30));
+    EXPECT_EQ(made.press.at(32), made.press.at(30));
+    EXPECT_EQ(made.press.at(33), made.press.at(30));
+    EXPECT_EQ(made.press.at(34), made.press.at(30));
+    EXPECT_EQ(made.release.at(30), made.press.at(30));
+    EXPECT_NE(made.press.at(35), made.press.at(30));
+}
+
+TEST_F(PackLibraryTest, LongSoundUnderHundredsOfNamesTakesTheMemoryOfOne)
+{
+    addLongSounds({"a"});
+    std::string name = "a";
+    for (std::int64_t scancode = 0; scancode < 400; ++scancode, name.insert(0, "./"))
+        m_pack.press[scancode] = name;
+
+    const auto made = bank();
+
+    EXPECT_THAT(made.press, SizeIs(400));
+    EXPECT_EQ(made.leftOut, 0);
+    EXPECT_LT(sizeOf(made), PackLibrary::bankBudget / 2);
+}
+
+TEST_F(PackLibraryTest, SoundsBehindTheBudgetAreLeftOut)
+{
+    addLongSounds({"first", "second", "third"});
+    addSound("short", {0.5});
+    addSound("late", {0.5});
+    m_pack.press = {{1, "short"}, {2, "second"}, {10, "third"}, {-1, "first"}, {11, "late"}};
+    m_pack.release = {{1, "first"}, {2, "short"}, {3, "late"}, {4, "missing"}};
+
+    const auto made = bank();
+
+    EXPECT_THAT(made.press, ElementsAre(Key(-1), Key(1), Key(2)));
+    EXPECT_THAT(made.release, ElementsAre(Key(1), Key(2))) << "which were loaded before";
+    EXPECT_EQ(made.leftOut, 3);
+    EXPECT_LE(sizeOf(made), PackLibrary::bankBudget);
+}
+
+TEST_F(PackLibraryTest, BudgetIsThatOfTheScancodesAskedFor)
+{
+    addLongSounds({"first", "second", "third"});
+    m_pack.press = {{1, "first"}, {2, "second"}, {3, "third"}};
+    const std::set<std::int64_t> some{1, 3};
+
+    const auto made = bank(&some);
+
+    EXPECT_THAT(made.press, ElementsAre(Key(1), Key(3)));
+    EXPECT_EQ(made.leftOut, 0);
+}
+
 TEST_F(PackLibraryTest, EachBankDecodesAfresh)
 {
     addSound("a", {0.5});
@@ -228,8 +314,15 @@ TEST_F(PackLibraryTest, SoundThatCannotBeLoadedGivesNoEntryAndHarmsNoOther)
     writeFile(m_pack.folder / "sounds" / "text.wav", "text");
     writeFile(m_pack.folder / "sounds" / "empty.wav", "");
     fs::create_directories(m_pack.folder / "sounds" / "folder.wav");
-    m_pack.press = {{1, "missing"}, {2, "text"},  {3, "empty"}, {4, "folder"},
-                    {5, "nan"},     {30, "good"}, {6, ""},      {7, std::string("good\0", 5)}};
+    m_pack.press = {{1, "missing"},
+                    {2, "text"},
+                    {3, "empty"},
+                    {4, "folder"},
+                    {5, "nan"},
+                    {30, "good"},
+                    {6, ""},
+                    {7, std::string("good\0", 5)},
+                    {8, std::string("good.wav\0", 9)}};
 
     EXPECT_THAT(bank().press, ElementsAre(Key(30)));
 }

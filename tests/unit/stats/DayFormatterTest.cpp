@@ -103,6 +103,24 @@ TEST(DayFormatter, FollowsTheMomentsInEveryDirection)
     EXPECT_EQ(formatter.key(moment("2020-01-01T00:00:00")), "2020-01-01");
 }
 
+TEST(DayFormatter, KeyDoesNotDependOnTheMomentsBeforeIt)
+{
+    const QTimeZone zone("America/St_Johns");
+    ASSERT_TRUE(zone.isValid());
+    DayFormatter formatter(zone);
+    // The day begins, is taken back after a minute and begins again.
+    const auto start = moment("2010-11-07T02:29:00");
+    const auto end = moment("2010-11-07T03:31:00");
+
+    for (auto forth = start; forth < end; forth += std::chrono::seconds(10)) {
+        const auto back = start + (end - forth);
+        for (const auto each : {forth, back}) {
+            EXPECT_EQ(formatter.key(each), DayFormatter::key(formatter.day(each)))
+                << each.time_since_epoch().count();
+        }
+    }
+}
+
 TEST(DayFormatter, WritesAsciiDigitsWhateverTheLocale)
 {
     const QLocale previous;

@@ -35,7 +35,9 @@ public:
     explicit Saver(const fs::path& folder)
     {
         std::array<int, 2> ends{};
-        EXPECT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
+        EXPECT_EQ(::pipe(ends.data()), 0);
+        for (const int end : ends)
+            EXPECT_EQ(::fcntl(end, F_SETFD, FD_CLOEXEC), 0);
         m_steps = ends[0];
         const Descriptor writingEnd(ends[1]);
         posix_spawn_file_actions_t actions;
@@ -77,19 +79,19 @@ private:
 /// Three years of days whose keys add up to the total.
 StatsSnapshot threeYears()
 {
-    std::map<std::string, std::int64_t> counts;
+    DailyCounts counts;
     for (int day = 0; day < 1000; ++day)
         counts[DayFormatter::key(QDate(2010, 1, 1).addDays(day))] = 9000 + day;
     std::int64_t total = 0;
     for (const auto& [day, count] : counts)
         total += count;
-    return {.daily = DailyCounts(counts), .bestWPM = 80, .total = total};
+    return {.daily = counts, .bestWPM = 80, .total = total};
 }
 
 std::int64_t sumOfDays(const StatsSnapshot& snapshot)
 {
     std::int64_t sum = 0;
-    for (const auto& [day, count] : snapshot.daily.entries())
+    for (const auto& [day, count] : snapshot.daily)
         sum += count;
     return sum;
 }

@@ -20,9 +20,9 @@ std::vector<std::int64_t> counts(const QList<StatsStore::Day>& days)
 }
 
 /// The days before a day, each with a count that qualifies.
-Counts daysBefore(QDate day, int number, std::int64_t count = 50)
+DailyCounts daysBefore(QDate day, int number, std::int64_t count = 50)
 {
-    Counts result;
+    DailyCounts result;
     for (int back = 1; back <= number; ++back)
         result[DayFormatter::key(day.addDays(-back))] = count;
     return result;

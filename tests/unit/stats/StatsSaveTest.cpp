@@ -34,7 +34,7 @@ protected:
     /// A store with more days than fit into the limit of a full disk.
     StatsStore largeStore()
     {
-        Counts counts;
+        DailyCounts counts;
         for (int day = 0; day < 1000; ++day)
             counts[DayFormatter::key(QDate(2020, 1, 1).addDays(day))] = 1000;
         return storeWithDays(counts);

@@ -24,8 +24,6 @@
 namespace clavo
 {
 
-using Counts = std::map<std::string, std::int64_t>;
-
 /// Surroundings in simulated time. Saves run where the test is when they are due, unless it holds
 /// them back. It is noon in UTC on Sunday, 15 November 2026, until the test says otherwise.
 class StatsStoreFixture : public testing::Test
@@ -58,10 +56,7 @@ protected:
         return {
             .wallClock = [this] { return now(); },
             .timeZone = m_zone,
-            .runLater =
-                [this](milliseconds delay, std::function<void()> task) {
-                    time.runLater(delay, std::move(task));
-                },
+            .makeTimer = [this] { return time.makeTimer(); },
             .runInBackground =
                 [this](std::function<void()> task) {
                     begunSaves.push_back(std::move(task));
@@ -80,9 +75,9 @@ protected:
     StatsStore store() { return StatsStore(folder.path(), surroundings()); }
 
     /// A store whose file holds these days; the total is another number than their sum.
-    StatsStore storeWithDays(const Counts& counts)
+    StatsStore storeWithDays(const DailyCounts& counts)
     {
-        writeStats({.daily = DailyCounts(counts), .bestWPM = 40, .total = 1'000'000});
+        writeStats({.daily = counts, .bestWPM = 40, .total = 1'000'000});
         return store();
     }
 
@@ -90,7 +85,7 @@ protected:
     void writeText(const std::string& text) const
     {
         std::filesystem::create_directories(file.parent_path());
-        EXPECT_TRUE(replaceFile(file, text));
+        EXPECT_FALSE(replaceFile(file, text));
     }
 
     [[nodiscard]] StatsStore::Snapshot saved() const { return loadSnapshot(file); }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "stats/StatsSurroundings.h"
 
+#include "fakes/SimulatedTime.h"
 #include "fakes/TemporaryFolder.h"
 #include "stats/SnapshotFile.h"
 #include "stats/StatsStore.h"
@@ -8,13 +9,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QEventLoop>
 #include <QThread>
 
 #include <algorithm>
 #include <atomic>
-#include <functional>
 #include <future>
 #include <numeric>
 #include <optional>
@@ -25,8 +23,6 @@ namespace clavo
 {
 namespace
 {
-
-using namespace std::chrono_literals;
 
 TEST(BackgroundThread, DoesNotHoldUpTheCaller)
 {
@@ -78,38 +74,17 @@ TEST(BackgroundThread, RunsOneTaskAtATimeInTheOrderTheyCame)
 TEST(BackgroundThread, StoreWaitsForASaveThatHasBegun)
 {
     const TemporaryFolder folder;
-    std::function<void()> due;
+    SimulatedTime time;
     StatsSurroundings surroundings;
-    surroundings.runLater = [&](std::chrono::milliseconds, std::function<void()> task) {
-        due = std::move(task);
-    };
+    surroundings.makeTimer = [&] { return time.makeTimer(); };
     {
         StatsStore stats(folder.path(), std::move(surroundings));
         stats.record(true);
-        due();
+        time.elapse();
         stats.record(true);
     }
 
     EXPECT_EQ(loadSnapshot(folder.path() / "Clavo" / "stats.json").total, 1);
-}
-
-TEST(MainThreadTimer, RunsTheTaskFromTheMainLoop)
-{
-    int argc = 1;
-    char name[] = "stats_test";
-    char* argv[] = {name, nullptr};
-    const QCoreApplication application(argc, argv);
-    QEventLoop loop;
-    bool isDone = false;
-
-    StatsSurroundings::runOnMainThread(0ms, [&] {
-        isDone = true;
-        loop.quit();
-    });
-
-    EXPECT_FALSE(isDone);
-    loop.exec();
-    EXPECT_TRUE(isDone);
 }
 
 } // namespace

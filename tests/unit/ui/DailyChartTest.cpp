@@ -30,10 +30,7 @@ protected:
         return StatsStore(counts, 0, surroundings());
     }
 
-    static void runLater(std::chrono::milliseconds, const std::function<void()>& task) { task(); }
-
-    /// What follows the statistics at once.
-    TypingFigures figures{runLater};
+    TypingFigures figures{time.makeTimer()};
 
     template <typename Value>
     static std::vector<Value> values(const DailyChart& chart, DailyChart::Role role)
@@ -54,7 +51,7 @@ TEST_F(DailyChartOf, NothingHasABarOfNoHeightForEveryDay)
     chart.setFigures(&figures);
 
     ASSERT_EQ(chart.rowCount(), 14);
-    EXPECT_THAT(values<double>(chart, DailyChart::FractionRole), Each(0.0));
+    EXPECT_THAT(values<double>(chart, DailyChart::fractionRole), Each(0.0));
     EXPECT_EQ(chart.lines(), QStringList({"0", "1"}));
 }
 
@@ -66,10 +63,10 @@ TEST_F(DailyChartOf, FourteenDaysEndsWithToday)
     figures.setStats(&stats);
     chart.setFigures(&figures);
 
-    const auto dates = values<QString>(chart, DailyChart::DateRole);
+    const auto dates = values<QString>(chart, DailyChart::dateRole);
     EXPECT_EQ(dates.front(), "Nov 2");
     EXPECT_EQ(dates.back(), "Nov 15");
-    const auto heights = values<double>(chart, DailyChart::FractionRole);
+    const auto heights = values<double>(chart, DailyChart::fractionRole);
     EXPECT_EQ(heights[11], 0.0);
     EXPECT_EQ(heights[12], 0.5);
     EXPECT_EQ(heights[13], 1.0);
@@ -83,7 +80,7 @@ TEST_F(DailyChartOf, EverySecondDayIsMarkedFromTheFirst)
     figures.setStats(&stats);
     chart.setFigures(&figures);
 
-    EXPECT_THAT(values<bool>(chart, DailyChart::MarkedRole),
+    EXPECT_THAT(values<bool>(chart, DailyChart::markedRole),
                 ElementsAre(true, false, true, false, true, false, true, false, true, false, true,
                             false, true, false));
 }
@@ -97,7 +94,7 @@ TEST_F(DailyChartOf, ManyKeysHasLinesInTheUsersDigitGrouping)
     chart.setFigures(&figures);
 
     EXPECT_EQ(chart.lines(), QStringList({"0", "500,000", "1,000,000", "1,500,000"}));
-    EXPECT_EQ(chart.data(chart.index(13), DailyChart::KeysRole), "1,234,567");
+    EXPECT_EQ(chart.data(chart.index(13), DailyChart::keysRole), "1,234,567");
 }
 
 TEST_F(DailyChartOf, AKeyWithinTheScaleChangesOneBarAlone)
@@ -110,12 +107,13 @@ TEST_F(DailyChartOf, AKeyWithinTheScaleChangesOneBarAlone)
     const QSignalSpy reset(&chart, &DailyChart::modelReset);
 
     stats.record(false);
+    time.advance(TypingFigures::delay);
 
     ASSERT_EQ(changed.count(), 1);
     EXPECT_EQ(changed.at(0).at(0).toModelIndex().row(), 13);
     EXPECT_EQ(changed.at(0).at(1).toModelIndex().row(), 13);
     EXPECT_EQ(reset.count(), 0);
-    EXPECT_EQ(chart.data(chart.index(13), DailyChart::KeysRole), "17");
+    EXPECT_EQ(chart.data(chart.index(13), DailyChart::keysRole), "17");
 }
 
 TEST_F(DailyChartOf, AKeyBeyondTheScaleRaisesTheTop)
@@ -127,10 +125,11 @@ TEST_F(DailyChartOf, AKeyBeyondTheScaleRaisesTheTop)
     const QSignalSpy lines(&chart, &DailyChart::linesChanged);
 
     stats.record(false);
+    time.advance(TypingFigures::delay);
 
     EXPECT_EQ(lines.count(), 1);
     EXPECT_EQ(chart.lines(), QStringList({"0", "10", "20", "30"}));
-    EXPECT_EQ(chart.data(chart.index(13), DailyChart::FractionRole), 0.7);
+    EXPECT_EQ(chart.data(chart.index(13), DailyChart::fractionRole), 0.7);
 }
 
 TEST_F(DailyChartOf, ErasedStatisticsIsEmptyAtOnce)
@@ -141,9 +140,10 @@ TEST_F(DailyChartOf, ErasedStatisticsIsEmptyAtOnce)
     chart.setFigures(&figures);
 
     stats.reset();
+    time.advance(TypingFigures::delay);
 
-    EXPECT_THAT(values<double>(chart, DailyChart::FractionRole), Each(0.0));
-    EXPECT_THAT(values<QString>(chart, DailyChart::KeysRole), Each(QString("0")));
+    EXPECT_THAT(values<double>(chart, DailyChart::fractionRole), Each(0.0));
+    EXPECT_THAT(values<QString>(chart, DailyChart::keysRole), Each(QString("0")));
 }
 
 TEST_F(DailyChartOf, NoStatisticsHasNothing)

@@ -28,8 +28,7 @@ protected:
 
     SimulatedTime time;
     QStringList heard; // The packs that were asked for.
-    std::unique_ptr<HoverPreview> hover = std::make_unique<HoverPreview>(
-        [this](auto delay, auto task) { time.runLater(delay, std::move(task)); });
+    std::unique_ptr<HoverPreview> hover = std::make_unique<HoverPreview>(time.makeTimer());
 };
 
 TEST_F(HoverPreviewTest, AsksForAPackAfterARestOf380Milliseconds)

@@ -63,13 +63,13 @@ TEST_F(PackListModelTest, GroupsThePacksByCategoryInTheOrderOfTheLibrary)
     addPack("black", "Black", "linear");
     addCustomPack("mine", "Mine", "linear");
 
-    EXPECT_THAT(column(PackListModel::NameRole),
+    EXPECT_THAT(column(PackListModel::nameRole),
                 ElementsAre("Black", "Red", "Brown", "Blue", "Topre", "Mine"));
-    EXPECT_THAT(column(PackListModel::PackIDRole),
+    EXPECT_THAT(column(PackListModel::packIDRole),
                 ElementsAre("black", "red", "brown", "blue", "topre", "custom:mine"));
-    EXPECT_THAT(column(PackListModel::CategoryRole),
+    EXPECT_THAT(column(PackListModel::categoryRole),
                 ElementsAre("linear", "linear", "tactile", "clicky", "special", "custom"));
-    EXPECT_THAT(column(PackListModel::CategoryTitleRole),
+    EXPECT_THAT(column(PackListModel::categoryTitleRole),
                 ElementsAre("Linear", "Linear", "Tactile", "Clicky", "Special", "My packs"));
 }
 
@@ -78,7 +78,7 @@ TEST_F(PackListModelTest, ACategoryWithoutPacksDoesNotAppear)
     addPack("red", "Red", "linear");
     addPack("topre", "Topre", "special");
 
-    EXPECT_THAT(column(PackListModel::CategoryTitleRole), ElementsAre("Linear", "Special"));
+    EXPECT_THAT(column(PackListModel::categoryTitleRole), ElementsAre("Linear", "Special"));
 }
 
 TEST_F(PackListModelTest, MarksThePackThatTheSettingsName)
@@ -87,7 +87,7 @@ TEST_F(PackListModelTest, MarksThePackThatTheSettingsName)
     addPack("brown", "Brown", "tactile");
     state().setPackID("brown");
 
-    EXPECT_THAT(column(PackListModel::SelectedRole), ElementsAre("false", "true"));
+    EXPECT_THAT(column(PackListModel::selectedRole), ElementsAre("false", "true"));
     EXPECT_EQ(model().selectedRow(), 1);
 }
 
@@ -96,7 +96,7 @@ TEST_F(PackListModelTest, MarksNothingWhileTheNamedPackIsNotThere)
     addPack("red", "Red", "linear");
     state().setPackID("deleted");
 
-    EXPECT_THAT(column(PackListModel::SelectedRole), ElementsAre("false"));
+    EXPECT_THAT(column(PackListModel::selectedRole), ElementsAre("false"));
     EXPECT_EQ(model().selectedRow(), -1);
 }
 
@@ -112,24 +112,24 @@ TEST_F(PackListModelTest, TheMarkMovesWithTheSelection)
 
     EXPECT_EQ(changes.count(), 1);
     EXPECT_EQ(resets.count(), 0);
-    EXPECT_THAT(column(PackListModel::SelectedRole), ElementsAre("false", "true"));
+    EXPECT_THAT(column(PackListModel::selectedRole), ElementsAre("false", "true"));
 }
 
 TEST_F(PackListModelTest, ShowsPacksThatComeAndGo)
 {
     addPack("red", "Red", "linear");
-    EXPECT_THAT(column(PackListModel::NameRole), ElementsAre("Red"));
+    EXPECT_THAT(column(PackListModel::nameRole), ElementsAre("Red"));
 
     addCustomPack("mine", "Mine", "linear");
     std::filesystem::remove_all(builtInPacks() / "red");
     state().reloadPacks();
 
-    EXPECT_THAT(column(PackListModel::NameRole), ElementsAre("Mine"));
+    EXPECT_THAT(column(PackListModel::nameRole), ElementsAre("Mine"));
 }
 
 TEST_F(PackListModelTest, IsEmptyWithoutPacks)
 {
-    EXPECT_THAT(column(PackListModel::NameRole), IsEmpty());
+    EXPECT_THAT(column(PackListModel::nameRole), IsEmpty());
     EXPECT_EQ(model().selectedRow(), -1);
 }
 

@@ -35,18 +35,18 @@ protected:
     }
 
     SimulatedTime time;
-    std::optional<StatsStore> stats{std::in_place, std::vector<std::int64_t>{60, 1234}, 40,
-                                    StatsSurroundings{.wallClock =
-                                                          [this] {
-                                                              return std::chrono::sys_days(
-                                                                         std::chrono::days(20000)) +
-                                                                     12h + time.now();
-                                                          },
-                                                      .timeZone = QTimeZone::utc(),
-                                                      .runLater = [](auto, const auto&) {},
-                                                      .runInBackground = [](const auto&) {}}};
-    std::optional<TypingFigures> figures{
-        std::in_place, [this](auto delay, auto task) { time.runLater(delay, std::move(task)); }};
+    SimulatedTime neverPassing; // Nothing is saved.
+    std::optional<StatsStore> stats{
+        std::in_place, std::vector<std::int64_t>{60, 1234}, 40,
+        StatsSurroundings{.wallClock =
+                              [this] {
+                                  return std::chrono::sys_days(std::chrono::days(20000)) + 12h +
+                                         time.now();
+                              },
+                          .timeZone = QTimeZone::utc(),
+                          .makeTimer = [this] { return neverPassing.makeTimer(); },
+                          .runInBackground = [](const auto&) {}}};
+    std::optional<TypingFigures> figures{std::in_place, time.makeTimer()};
     int changes = 0; // Announced ones.
 
 private:

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+#include "app/Permission.h"
+
+#include "log/Log.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace clavo
+{
+namespace
+{
+
+using Seconds = std::chrono::duration<double>;
+
+constexpr std::chrono::seconds pollInterval{2};
+constexpr std::chrono::minutes waitLimit{10};
+constexpr std::string_view relaunchKey = "permissionRelaunch"; // Seconds since 1970.
+constexpr std::chrono::seconds relaunchGuard{60}; // An automatic relaunch needs a longer gap.
+
+} // namespace
+
+Permission::Permission(const Platform& platform, InputMonitor& input, Surroundings surroundings)
+    : m_access(*platform.inputAccess), m_defaults(*platform.defaults),
+      m_relauncher(*platform.relauncher), m_input(input), m_surroundings(std::move(surroundings)),
+      m_state(m_access.state()), m_isListening(m_state == InputAccess::State::granted)
+{
+    m_access.watch([this] { refresh(); });
+}
+
+void Permission::start()
+{
+    if (!startListening())
+        request(InputAccess::Occasion::start);
+}
+
+bool Permission::startListening()
+{
+    refresh();
+    const auto granted = m_state == InputAccess::State::granted;
+    const auto listening = granted && m_input.start();
+    log::notice("autorisation : {}, écoute : {}", granted, listening);
+    if (std::exchange(m_isListening, listening) != listening)
+        emit changed();
+    return listening;
+}
+
+void Permission::request()
+{
+    request(InputAccess::Occasion::wish);
+}
+
+void Permission::request(InputAccess::Occasion occasion)
+{
+    if (!m_access.request(occasion))
+        m_access.showSettings();
+    refresh();
+    m_deadline = m_surroundings.uptime() + waitLimit;
+    m_isAsking = false;
+    m_asker = std::make_unique<QObject>();
+    scheduleTick();
+}
+
+void Permission::relaunch()
+{
+    clavo::relaunch(m_relauncher);
+}
+
+void Permission::refresh()
+{
+    const auto state = m_access.state();
+    const auto isRefused = state == InputAccess::State::refused;
+    const auto commands = QString::fromStdString(isRefused ? m_access.commands() : std::string());
+    const auto previous = std::exchange(m_state, state);
+    const auto previousCommands = std::exchange(m_commands, commands);
+    if (state != previous || commands != previousCommands)
+        emit changed();
+}
+
+bool Permission::lacks(InputAccess::State what) const
+{
+    return !m_isListening && m_state == what;
+}
+
+void Permission::scheduleTick()
+{
+    m_surroundings.timer->start(pollInterval, [this] { tick(); });
+}
+
+void Permission::tick()
+{
+    if (m_isListening || m_surroundings.uptime() >= m_deadline) {
+        m_asker.reset();
+        return;
+    }
+    scheduleTick();
+    if (std::exchange(m_isAsking, true))
+        return;
+    refresh();
+    m_surroundings.askFreshProcess(m_asker.get(), [this](bool granted) { receive(granted); });
+}
+
+void Permission::receive(bool granted)
+{
+    m_isAsking = false;
+    if (!granted)
+        return;
+    m_surroundings.timer->stop();
+    relaunchUnlessJustRelaunched();
+}
+
+void Permission::relaunchUnlessJustRelaunched()
+{
+    const Seconds now = m_surroundings.wallClock().time_since_epoch();
+    const auto stored = m_defaults.value(relaunchKey).value_or(0.0);
+    const auto* const last = std::get_if<double>(&stored);
+    if (now - Seconds(last ? *last : 0) > relaunchGuard) {
+        m_defaults.setValue(relaunchKey, now.count());
+        log::notice("autorisation accordée : relance de Clavo");
+        relaunch();
+        return;
+    }
+    if (!std::exchange(m_needsRelaunch, true))
+        emit changed();
+}
+
+} // namespace clavo

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// appearance_probe
+//
+// A process that follows the desktop's settings for the look of programs and prints the wish for
+// dark or light whenever it is told one. It registers no type of the bus by itself.
+#include "platform/dbus/PortalAppearanceSettings.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+
+int main(int argc, char* argv[])
+{
+    const QCoreApplication application(argc, argv);
+    const auto settings = clavo::makePortalAppearanceSettings();
+    settings->watch([](const clavo::AppearanceWish& wish) {
+        std::puts(!wish.isDark ? "none" : *wish.isDark ? "dark" : "light");
+        std::fflush(stdout);
+    });
+    return QCoreApplication::exec();
+}

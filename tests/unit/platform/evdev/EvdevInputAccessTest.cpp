@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: MIT
+#include "platform/evdev/EvdevInputAccess.h"
+
+#include "fakes/TemporaryFolder.h"
+#include "log/Log.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace clavo
+{
+namespace
+{
+
+using evdev::Access;
+using testing::Each;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using Occasion = InputAccess::Occasion;
+
+TEST(EvdevInputAccess, AFolderThatIsMissingOrEmptyHasNoKeyboard)
+{
+    const TemporaryFolder folder;
+
+    EXPECT_EQ(evdev::accessToKeyboards(folder.path() / "missing"), Access::noKeyboard);
+    EXPECT_EQ(evdev::accessToKeyboards(folder.path()), Access::noKeyboard);
+}
+
+TEST(EvdevInputAccess, AFileThatIsNoDeviceIsNoKeyboard)
+{
+    const TemporaryFolder folder;
+    std::ofstream(folder.path() / "event0") << "text";
+    std::ofstream(folder.path() / "mice") << "text";
+
+    EXPECT_EQ(evdev::accessToKeyboards(folder.path()), Access::noKeyboard);
+}
+
+TEST(EvdevInputAccess, ADeviceThatCannotBeReadIsARefusal)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_symlink("nowhere", folder.path() / "event0"); // Root may read the rest.
+
+    EXPECT_EQ(evdev::accessToKeyboards(folder.path()), Access::refused);
+}
+
+TEST(EvdevInputAccess, ThereIsAdviceForEveryAccessThatIsMissing)
+{
+    EXPECT_THAT(adviceOn(Access::granted), IsEmpty());
+    EXPECT_THAT(adviceOn(Access::noKeyboard), HasSubstr("aucun clavier"));
+    EXPECT_THAT(adviceOn(Access::notInThisLogin), HasSubstr("prochaine ouverture"));
+}
+
+TEST(EvdevInputAccess, ARefusalNamesTheTwoCommandsThatEndIt)
+{
+    const auto advice = adviceOn(Access::refused);
+
+    EXPECT_THAT(advice, HasSubstr("\necho 'SUBSYSTEM==\"input\", KERNEL==\"event*\", "
+                                  "TAG+=\"uaccess\"' | sudo tee "
+                                  "/etc/udev/rules.d/70-clavo-input.rules\n"));
+    EXPECT_THAT(advice, HasSubstr("\nsudo udevadm control --reload && sudo udevadm trigger"));
+}
+
+/// A permission that is refused, on a desktop that asks for it with a program of the test.
+class EvdevQuestion : public testing::Test
+{
+protected:
+    EvdevQuestion()
+    {
+        std::filesystem::create_directory(devices());
+        std::filesystem::create_symlink("nowhere", devices() / "event0");
+        lines().clear();
+        log::setSink([](log::Level, std::string_view line) { lines().emplace_back(line); });
+    }
+
+    static std::vector<std::string>& lines()
+    {
+        static std::vector<std::string> all;
+        return all;
+    }
+
+    [[nodiscard]] std::filesystem::path devices() const { return folder.path() / "input"; }
+    [[nodiscard]] std::filesystem::path calls() const { return folder.path() / "calls"; }
+
+    /// What asks: notes its arguments and does this.
+    GrantPrograms asking(const std::string& then) const
+    {
+        const auto pkexec = folder.path() / "pkexec";
+        std::ofstream(pkexec) << "#!/bin/sh\necho \"$@\" >>'" << calls().string() << "'\n"
+                              << then << "\n";
+        std::filesystem::permissions(pkexec, std::filesystem::perms::owner_all);
+        return {.pkexec = pkexec, .grant = "/usr/bin/clavo-grant-input"};
+    }
+
+    /// Asks and waits for the answer.
+    static void ask(InputAccess& access)
+    {
+        QEventLoop loop;
+        access.watch([&] { loop.quit(); });
+        EXPECT_FALSE(access.request(Occasion::wish));
+        access.showSettings();
+        EXPECT_FALSE(access.request(Occasion::wish)) << "a second question is not put";
+        loop.exec();
+    }
+
+    [[nodiscard]] std::string asked() const
+    {
+        std::ifstream file(calls());
+        return {std::istreambuf_iterator(file), {}};
+    }
+
+    TemporaryFolder folder;
+
+private:
+    int m_count = 1;
+    char m_name[5] = "test";
+    char* m_arguments[2] = {m_name, nullptr};
+    QCoreApplication m_application{m_count, m_arguments};
+};
+
+TEST_F(EvdevQuestion, IsPutOnceAndRunsTheGrantProgramAlone)
+{
+    const auto access = makeEvdevInputAccess(asking("exit 0"), devices());
+
+    ask(*access);
+
+    EXPECT_EQ(asked(), "--disable-internal-agent /usr/bin/clavo-grant-input\n");
+    EXPECT_THAT(lines(), ElementsAre("accès aux claviers accordé"));
+    EXPECT_EQ(access->commands(), "");
+}
+
+TEST_F(EvdevQuestion, IsNotPutAtTheStart)
+{
+    const auto access = makeEvdevInputAccess(asking("exit 0"), devices());
+
+    EXPECT_FALSE(access->request(Occasion::start));
+    access->showSettings();
+    ask(*access);
+
+    EXPECT_EQ(asked(), "--disable-internal-agent /usr/bin/clavo-grant-input\n") << "by the wish";
+    EXPECT_THAT(lines().front(), HasSubstr("sudo")) << "where nobody asks, the log tells";
+}
+
+TEST_F(EvdevQuestion, IsPutAgainAfterItWasDismissed)
+{
+    const auto access = makeEvdevInputAccess(asking("exit 126"), devices());
+
+    ask(*access);
+    EXPECT_EQ(access->commands(), "");
+    ask(*access);
+
+    EXPECT_THAT(lines(), Each(HasSubstr("refermée sans réponse")));
+    EXPECT_EQ(lines().size(), 2U);
+}
+
+TEST_F(EvdevQuestion, ThatNobodyCouldBeAskedLeavesTheTwoCommands)
+{
+    const auto access = makeEvdevInputAccess(asking("exit 127"), devices());
+
+    ask(*access);
+
+    EXPECT_THAT(lines(), ElementsAre(HasSubstr("\nsudo udevadm control --reload")));
+    EXPECT_THAT(access->commands(),
+                HasSubstr("| sudo tee /etc/udev/rules.d/70-clavo-input.rules\n"));
+}
+
+TEST_F(EvdevQuestion, ThatCannotBePutLeavesTheTwoCommands)
+{
+    auto programs = asking("");
+    programs.pkexec = folder.path() / "missing";
+    const auto access = makeEvdevInputAccess(programs, devices());
+
+    ask(*access);
+
+    EXPECT_THAT(access->commands(), HasSubstr("sudo"));
+}
+
+TEST_F(EvdevQuestion, IsNotPutWithoutPolkitOrTheGrantProgram)
+{
+    const auto whole = asking("exit 0");
+    for (const auto& programs : {GrantPrograms{.pkexec = whole.pkexec, .grant = {}},
+                                 GrantPrograms{.pkexec = {}, .grant = whole.grant}}) {
+        lines().clear();
+        const auto access = makeEvdevInputAccess(programs, devices());
+
+        EXPECT_FALSE(access->request(Occasion::wish));
+        access->showSettings();
+
+        EXPECT_EQ(asked(), "");
+        EXPECT_THAT(lines(), ElementsAre(HasSubstr("\nsudo udevadm control --reload")));
+        EXPECT_THAT(access->commands(), HasSubstr("sudo"));
+    }
+}
+
+TEST_F(EvdevQuestion, IsNotPutWhereThereIsNothingToGrant)
+{
+    std::filesystem::remove(devices() / "event0");
+    const auto access = makeEvdevInputAccess(asking("exit 0"), devices());
+
+    EXPECT_FALSE(access->request(Occasion::wish));
+    access->showSettings();
+
+    EXPECT_EQ(access->state(), InputAccess::State::noKeyboard);
+    EXPECT_EQ(asked(), "");
+    EXPECT_EQ(access->commands(), "");
+    EXPECT_THAT(lines(), ElementsAre("aucun clavier dans /dev/input"));
+}
+
+} // namespace
+} // namespace clavo

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#include <QApplication>
+
+#include <gmock/gmock.h>
+
+int main(int argc, char* argv[])
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
+    testing::InitGoogleMock(&argc, argv);
+    const QApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QCommandLineParser>
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace clavo
+{
+
+/// The command line of one of the tools. All tools read it by the same rules: options and arguments
+/// in any order, a value as `--name value` or `--name=value`, no option after `--`, and `-h`,
+/// `--help` and `--version` besides the tool's own options. It needs no application object.
+class ToolOptions
+{
+public:
+    /// What the tool prints instead of doing its work, and the status it exits with.
+    struct Answer {
+        std::string text;
+        int status = 0;
+
+        /// Prints the text, a failure to the standard error, and returns the status.
+        [[nodiscard]] int give() const;
+    };
+
+    ToolOptions(std::string tool, std::string help, const QList<QCommandLineOption>& options);
+
+    /// Reads what follows the program's name. Nothing when the tool can do its work.
+    [[nodiscard]] std::optional<Answer> read(std::span<const char* const> arguments);
+
+    /// The answer to a command line that the tool does not understand.
+    [[nodiscard]] Answer misuse(std::string_view what) const;
+
+    [[nodiscard]] bool isSet(const char* option) const;
+    /// The last one given, byte for byte; nothing when the option is not given.
+    [[nodiscard]] std::optional<std::string> value(const char* option) const;
+    /// The names of the options in the order given.
+    [[nodiscard]] std::vector<std::string> options() const;
+    /// What is neither an option nor the value of one.
+    [[nodiscard]] std::vector<std::string> arguments() const;
+
+private:
+    std::string m_tool;
+    std::string m_help;
+    QCommandLineParser m_parser;
+};
+
+} // namespace clavo
