@@ -8,7 +8,7 @@ namespace clavo
 {
 
 /// What the user has set for the look of all programs, where the desktop tells.
-struct AppearanceWish {
+struct AppearancePreference {
     struct Color {
         double red = 0; // 0 to 1, sRGB.
         double green = 0;
@@ -20,7 +20,7 @@ struct AppearanceWish {
     std::optional<bool> isDark;
     std::optional<Color> accent;
 
-    bool operator==(const AppearanceWish&) const = default;
+    bool operator==(const AppearancePreference&) const = default;
 };
 
 /// The desktop's settings for the look of programs.
@@ -29,7 +29,7 @@ struct AppearanceWish {
 class AppearanceSettings
 {
 public:
-    using Receiver = std::function<void(const AppearanceWish&)>;
+    using Receiver = std::function<void(const AppearancePreference&)>;
 
     virtual ~AppearanceSettings() = default;
 
