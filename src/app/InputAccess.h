@@ -21,8 +21,8 @@ public:
 
     /// Why the permission is asked for.
     enum class Occasion {
-        start, // The program has just started, perhaps at login.
-        wish,  // The user has asked for it.
+        start,       // The program has just started, perhaps at login.
+        userRequest, // The user has asked for it.
     };
 
     virtual ~InputAccess() = default;
@@ -35,7 +35,7 @@ public:
 
     /// Asks the system, which may ask the user, for the permission. True if it is granted already;
     /// what the user decides is seen later. A dialogue that takes the focus, for example one for
-    /// a password, opens at the user's wish only.
+    /// a password, opens at the user's request only.
     virtual bool request(Occasion occasion) = 0;
 
     /// Shows the user where the permission is granted. Does nothing when there is no such place.

@@ -48,7 +48,7 @@ bool Permission::startListening()
 
 void Permission::request()
 {
-    request(InputAccess::Occasion::wish);
+    request(InputAccess::Occasion::userRequest);
 }
 
 void Permission::request(InputAccess::Occasion occasion)
