@@ -33,9 +33,9 @@ void PreferredTrayHosts::dock(std::uint32_t window)
     present().dock(window);
 }
 
-TrayLook PreferredTrayHosts::look()
+TrayAppearance PreferredTrayHosts::appearance()
 {
-    return present().look();
+    return present().appearance();
 }
 
 TrayHosts& PreferredTrayHosts::present() const

@@ -18,7 +18,7 @@ public:
     PreferredTrayHosts(std::unique_ptr<TrayHosts> first, std::unique_ptr<TrayHosts> second);
 
     void watch(Receiver receiver) override;
-    TrayLook look() override;
+    TrayAppearance appearance() override;
     void dock(std::uint32_t window) override;
 
 private:

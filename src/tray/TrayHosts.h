@@ -16,7 +16,7 @@ enum class TrayHost {
 };
 
 /// What an XEmbed host tells of the tray that its windows are in.
-struct TrayLook {
+struct TrayAppearance {
     struct Color {
         double red = 0; // 0 to 1, sRGB.
         double green = 0;
@@ -44,7 +44,7 @@ public:
     virtual void watch(Receiver receiver) = 0;
 
     /// How the present XEmbed host looks; as if it had told nothing where there is none.
-    [[nodiscard]] virtual TrayLook look() = 0;
+    [[nodiscard]] virtual TrayAppearance appearance() = 0;
 
     /// Asks the XEmbed host to take in a window, by its X11 number. Nothing happens where there is
     /// none.

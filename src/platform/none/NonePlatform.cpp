@@ -71,7 +71,7 @@ class NoTrayHosts final : public TrayHosts
 {
 public:
     void watch(Receiver receiver) override { receiver(TrayHost::none); }
-    [[nodiscard]] TrayLook look() override { return {}; }
+    [[nodiscard]] TrayAppearance appearance() override { return {}; }
     void dock(std::uint32_t /*window*/) override {}
 };
 

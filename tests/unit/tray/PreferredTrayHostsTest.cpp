@@ -118,7 +118,7 @@ TEST_F(PreferredTrayHostsTest, TheTrayLooksAsTheKindThatIsThereTells)
     first->turnTo(TrayHost::none);
     second->turnTo(TrayHost::xembed);
 
-    EXPECT_TRUE(hosts->look().showsThrough);
+    EXPECT_TRUE(hosts->appearance().showsThrough);
 }
 
 } // namespace
