@@ -20,7 +20,7 @@ std::optional<int> startOrOpenPanel(Instance& instance, std::ostream& errors)
 {
     // The other one may end in between. Its place is free then, unless a third one took it.
     for (int attempt = 0; attempt < 3; ++attempt) {
-        if (instance.claim() != Instance::Standing::second)
+        if (instance.claim() != Instance::Role::secondary)
             return std::nullopt;
         switch (instance.send(Instance::Request::openPanel)) {
         case Instance::Delivery::delivered:
@@ -28,7 +28,7 @@ std::optional<int> startOrOpenPanel(Instance& instance, std::ostream& errors)
         case Instance::Delivery::noAnswer:
             errors << noAnswer;
             return EXIT_FAILURE;
-        case Instance::Delivery::nobodyRuns:
+        case Instance::Delivery::notRunning:
             break;
         }
     }
@@ -37,13 +37,13 @@ std::optional<int> startOrOpenPanel(Instance& instance, std::ostream& errors)
 
 std::optional<int> startUnlessRunning(Instance& instance, std::ostream& /*errors*/)
 {
-    return instance.claim() == Instance::Standing::second ? std::optional(EXIT_SUCCESS)
-                                                          : std::nullopt;
+    return instance.claim() == Instance::Role::secondary ? std::optional(EXIT_SUCCESS)
+                                                         : std::nullopt;
 }
 
 std::optional<int> replaceRunning(Instance& instance, std::ostream& errors)
 {
-    if (instance.replace() != Instance::Standing::second)
+    if (instance.replace() != Instance::Role::secondary)
         return std::nullopt;
     errors << "clavo: the running Clavo does not end\n";
     return EXIT_FAILURE;
@@ -57,7 +57,7 @@ int toggleRunning(Instance& instance, std::ostream& errors)
     case Instance::Delivery::noAnswer:
         errors << noAnswer;
         break;
-    case Instance::Delivery::nobodyRuns:
+    case Instance::Delivery::notRunning:
         errors << notRunning;
         break;
     }
@@ -67,7 +67,7 @@ int toggleRunning(Instance& instance, std::ostream& errors)
 int printStatus(Instance& instance, StatusFormat format, std::ostream& output, std::ostream& errors)
 {
     const auto answer = instance.askStatus();
-    if (answer.delivery == Instance::Delivery::nobodyRuns) {
+    if (answer.delivery == Instance::Delivery::notRunning) {
         errors << notRunning;
         return EXIT_FAILURE;
     }

@@ -17,17 +17,17 @@ namespace clavo
 class Instance
 {
 public:
-    enum class Standing {
-        first,   // This process is the instance until it ends.
-        second,  // Another process is.
-        unknown, // There is no telling.
+    enum class Role {
+        primary,   // This process is the instance until it ends.
+        secondary, // Another process is.
+        unknown,   // The processes cannot reach each other.
     };
     enum class Request { openPanel, toggle, quit };
-    enum class Delivery { delivered, nobodyRuns, noAnswer };
+    enum class Delivery { delivered, notRunning, noAnswer };
     using Receiver = std::function<void(Request)>;
     /// What became of the question for the status, and the text it was answered with.
     struct Answer {
-        Delivery delivery = Delivery::nobodyRuns;
+        Delivery delivery = Delivery::notRunning;
         std::string status;
     };
     using Reporter = std::function<std::string()>;
@@ -35,10 +35,10 @@ public:
     virtual ~Instance() = default;
 
     /// Makes this process the instance, if no other one is.
-    [[nodiscard]] virtual Standing claim() = 0;
+    [[nodiscard]] virtual Role claim() = 0;
     /// Has the other instance quit, if there is one, and makes this process the instance when it
-    /// has ended. `second` if it does not end in time.
-    [[nodiscard]] virtual Standing replace() = 0;
+    /// has ended. `secondary` if it does not end in time.
+    [[nodiscard]] virtual Role replace() = 0;
     /// Asks the instance, which must be another process.
     [[nodiscard]] virtual Delivery send(Request request) = 0;
     /// As send(), for what the instance tells of itself.
