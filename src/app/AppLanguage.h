@@ -52,4 +52,12 @@ preferredLanguages(const DefaultsStore& store, std::span<const std::string> syst
 /// first: the first that the interface is translated to, English where none is. Never `system`.
 [[nodiscard]] AppLanguage interfaceLanguage(std::span<const std::string> preferred);
 
+/// The system's languages as BCP 47 names, best first.
+[[nodiscard]] std::vector<std::string> systemLanguages();
+
+/// Shows the application's texts, those of Qt's own dialogs, dates and numbers in the language from
+/// now on; `system` changes nothing. Called once, after the application object is made and before
+/// there is an interface.
+void installTranslation(AppLanguage language);
+
 } // namespace clavo

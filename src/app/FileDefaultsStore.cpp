@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/FileDefaultsStore.h"
 
-#include "files/RegularFile.h"
 #include "files/WholeFile.h"
 #include "log/Log.h"
 

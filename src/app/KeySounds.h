@@ -4,7 +4,7 @@
 #include "app/Settings.h"
 #include "audio/SoundEngine.h"
 #include "input/InputMonitor.h"
-#include "keyboard/KeyInfo.h"
+#include "keyboard/KeyLayout.h"
 
 #include <cstdint>
 

@@ -4,7 +4,7 @@
 #include "packs/SoundPack.h"
 #include "synth/AudioBuffer.h"
 #include "synth/SoundBank.h"
-#include "synth/SwitchProfile.h"
+#include "synth/SwitchSynth.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "packs/SoundFile.h"
 
-#include "files/RegularFile.h"
+#include "files/WholeFile.h"
 
 #include <sndfile.h>
 #include <soxr.h>

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "stats/SnapshotFile.h"
 
-#include "files/RegularFile.h"
 #include "files/WholeFile.h"
 
 #include <nlohmann/json.hpp>

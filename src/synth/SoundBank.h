@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "keyboard/KeyInfo.h"
+#include "keyboard/KeyLayout.h"
 #include "synth/AudioBuffer.h"
 
 #include <cstddef>

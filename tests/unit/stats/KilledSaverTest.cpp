@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "fakes/TemporaryFolder.h"
 #include "files/Descriptor.h"
-#include "files/RegularFile.h"
+#include "files/WholeFile.h"
 #include "stats/DayFormatter.h"
 #include "stats/SnapshotFile.h"
 

@@ -2,7 +2,6 @@
 #include "stats/SnapshotFile.h"
 
 #include "fakes/TemporaryFolder.h"
-#include "files/RegularFile.h"
 #include "files/WholeFile.h"
 
 #include <gmock/gmock.h>
