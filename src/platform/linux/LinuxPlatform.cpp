@@ -138,7 +138,7 @@ std::unique_ptr<TrayHosts> makeTrayHosts()
 {
     auto notifier = either(makeDBusTrayHosts(), makeNoTrayHosts());
     auto windows = session().isX11() ? makeX11TrayHosts() : makeNoTrayHosts();
-    return std::make_unique<PreferredTrayHosts>(std::move(notifier), std::move(windows));
+    return makePreferredTrayHosts(std::move(notifier), std::move(windows));
 }
 
 PackFolders packFolders()

@@ -272,7 +272,7 @@ OutputStatus PipeWireStream::status() const
 std::unique_ptr<ServerBackedOutput> makePipeWireOutput(std::uint32_t quantumFrames)
 {
     // The client is made when it is first needed.
-    return std::make_unique<ServerOutput>(
+    return makeServerOutput(
         [client = std::shared_ptr<PipeWireClient>(),
          quantumFrames](std::function<void()> changed) mutable -> std::unique_ptr<ServerStream> {
             if (!client)
