@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -21,9 +22,9 @@ namespace
 namespace fs = std::filesystem;
 
 constexpr std::string_view temporaryPrefix = ".clavo-new-";
-constexpr int mostLinks = 40; // The kernel follows as many.
+constexpr int mostLinks = 40; // The kernel's limit.
 
-/// Whether the system would take the path for the text before its zero, and find another file.
+/// Whether the path contains a zero byte, at which system calls would end it.
 bool isCutShort(const fs::path& path)
 {
     return path.native().find('\0') != fs::path::string_type::npos;
@@ -44,7 +45,7 @@ bool writeAll(int file, std::string_view content)
 
 bool flush(int file)
 {
-#ifdef F_FULLFSYNC // Where it exists, fsync() leaves the data in the cache of the disk.
+#ifdef F_FULLFSYNC // On systems with it, fsync() leaves the data in the disk's cache.
     if (::fcntl(file, F_FULLFSYNC) == 0)
         return true;
 #endif
@@ -59,7 +60,8 @@ bool renameOver(const std::string& from, const fs::path& to)
            std::rename(from.c_str(), to.c_str()) == 0;
 }
 
-/// What to replace: the file behind a link, or the link itself when it leads to anything else.
+/// The file to replace: the target of a link, or the link itself if the target is not a regular
+/// file.
 fs::path replacedFile(const fs::path& file)
 {
     std::error_code error;
@@ -94,8 +96,8 @@ std::optional<std::string> readRegularFile(const fs::path& path, std::uint64_t m
     if (isCutShort(path))
         return std::nullopt;
 
-    // Opening without blocking, and asking the open file what it is, leaves no moment in which a
-    // pipe could take the file's place.
+    // Opened without blocking and then examined by its descriptor, so that a pipe cannot replace
+    // the file between a check and the opening.
     const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
     struct stat status = {};
     if (file.number() < 0 || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode))
@@ -131,8 +133,7 @@ std::error_code replaceFile(const fs::path& file, std::string_view content, Dura
         return error;
     }
     if (isDurable) {
-        // The new name has to reach the disk too. If the file system cannot flush it, the file is
-        // still whole.
+        // The new name has to reach the disk too. The file is complete even if this fails.
         const Descriptor names(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         if (names.number() >= 0)
             static_cast<void>(flush(names.number()));

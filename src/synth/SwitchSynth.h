@@ -9,8 +9,8 @@
 namespace clavo
 {
 
-/// The recipe of one key stroke. Levels are linear and relative: a stroke is normalised after
-/// saturation.
+/// The parameters of one key stroke. Levels are linear and relative, because a stroke is normalised
+/// after saturation.
 struct SwitchProfile {
     /// One resonance of the switch body.
     struct Mode {
@@ -43,16 +43,15 @@ struct SwitchProfile {
 namespace clavo::SwitchSynth
 {
 
-/// The stroke of one key. `variant` is 0 or more (0 to 4 in use); a negative one is a broken
-/// promise and fatal.
+/// The stroke of one key. `variant` is 0 or more (0 to 4 are used); a negative one is fatal.
 [[nodiscard]] std::vector<float> render(const SwitchProfile& profile, KeySlot slot, bool release,
                                         std::int64_t variant);
 
-/// A mouse button going down, or up when `release`: 30 ms or 22 ms. `variant` as for render().
+/// A mouse button's press (30 ms) or release (22 ms). `variant` as for render().
 [[nodiscard]] std::vector<float> renderMouse(bool release, std::int64_t variant);
 
-/// Saturates with tanh, scales to a peak of 0.9 × gain and fades the last 264 samples to an exact
-/// 0, in place. `drive` is above 0. All zeros stay so.
+/// In place: saturates with tanh, scales to a peak of 0.9 × gain and fades the last 264 samples to
+/// exactly 0. `drive` is above 0. Silence stays silence.
 void finish(std::vector<float>& samples, double drive, double gain);
 
 } // namespace clavo::SwitchSynth
