@@ -46,8 +46,8 @@ public:
     {
         m_isStarted = true;
         if (m_current)
-            return; // If it has been lost, candidateChanged() follows.
-        askBetter();
+            return; // If its server is lost, candidateChanged() follows.
+        connectBetter();
         selectBest();
     }
 
@@ -71,7 +71,7 @@ public:
     }
 
 private:
-    /// A candidate has come, gone or changed its period.
+    /// A candidate has connected, been lost or changed its period.
     void candidateChanged()
     {
         if (!m_isStarted)
@@ -85,17 +85,18 @@ private:
             selectBest();
     }
 
-    /// Runs the best candidate whose link is up and schedules the next question to the better ones.
+    /// Runs the best candidate whose link is up and schedules the next attempt to connect a better
+    /// one.
     void selectBest()
     {
         const auto best = bestUp();
         if (best == m_candidates.size()) {
-            run(*m_silent);
+            playOn(*m_silent);
         } else {
-            run(*m_candidates[best].output);
+            playOn(*m_candidates[best].output);
+            // One stream in the desktop's mixer is enough.
             for (auto worse = best + 1; worse < m_candidates.size(); ++worse)
-                m_candidates[worse]
-                    .output->disconnect(); // One stream in the desktop's mixer is enough.
+                m_candidates[worse].output->disconnect();
         }
         logCandidate(best);
 
@@ -107,7 +108,7 @@ private:
         }
     }
 
-    void run(AudioOutput& output)
+    void playOn(AudioOutput& output)
     {
         if (m_current != &output) {
             if (m_current)
@@ -118,9 +119,9 @@ private:
             output.start();
     }
 
-    /// Asks the candidates better than the one in use, the best one first. After one that has just
-    /// been reached, a worse one is asked the next time at the earliest.
-    void askBetter()
+    /// Connects the candidates better than the one in use, the best one first. As soon as one has
+    /// been reached, the worse ones wait for the next attempt.
+    void connectBetter()
     {
         const auto best = bestUp();
         for (std::size_t better = 0; better < best; ++better) {
@@ -137,10 +138,10 @@ private:
         const bool hasPlayed = m_lastLog == LastLog::playing || m_lastLog == LastLog::lost;
         m_delay = std::min(m_delay * 2, hasPlayed ? longestDelay : longestDelayBeforeAnyServer);
         if (m_lastLog == LastLog::nothing && m_delay > longestDelay) {
-            m_lastLog = LastLog::noServer; // A slow server has had its time.
+            m_lastLog = LastLog::noServer; // Even a slow server has had enough time.
             log::notice("aucune sortie audio pour l'instant, la recherche continue");
         }
-        askBetter();
+        connectBetter();
         selectBest();
     }
 
@@ -166,7 +167,7 @@ private:
                     granted.quantumFrames, granted.sampleRate);
     }
 
-    /// The number of candidates when none is up.
+    /// The index of the best candidate whose link is up; the number of candidates if there is none.
     [[nodiscard]] std::size_t bestUp() const
     {
         const auto isUp = [](const NamedOutput& candidate) {

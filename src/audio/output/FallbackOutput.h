@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "audio/AudioOutput.h"
 #include "audio/output/ServerBackedOutput.h"
 #include "time/Timer.h"
 

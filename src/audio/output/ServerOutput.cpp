@@ -67,7 +67,7 @@ public:
     [[nodiscard]] Link link() const override { return m_link; }
 
 private:
-    /// May be called from inside the server's library and from inside our own calls.
+    /// May be called from inside the server's library and from inside calls of this class.
     void streamChanged()
     {
         m_readTimer->start({}, [this] { readStream(); });
@@ -94,7 +94,7 @@ private:
             m_stream->deactivate(); // An active stream keeps the server awake.
     }
 
-    /// True when the stream brings the link up or has another period than before.
+    /// True when the stream brings the link up or has a new period.
     [[nodiscard]] bool readStatus()
     {
         const auto before = std::exchange(m_status, m_stream->status());
@@ -105,7 +105,7 @@ private:
 
     void endPatience()
     {
-        stopRunning(); // The stream stays active: it streams as soon as there is a device again.
+        stopRunning(); // The stream stays active, to continue as soon as there is a device.
         m_link = Link::pending;
         m_configurationChanged();
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "audio/AudioOutput.h"
 #include "audio/output/ServerBackedOutput.h"
 #include "time/Timer.h"
 
@@ -11,9 +12,9 @@
 namespace clavo
 {
 
-/// One connection to a sound server with one stereo stream at 44,100 frames per second on it.
-/// Opens active and silent. `broken` is final. Thread: main; the mixer's render() is called on the
-/// stream's own audio thread.
+/// One connection to a sound server, with one stereo stream at 44,100 frames per second. Opens
+/// active and silent. The state `broken` is final. Thread: main; the mixer's render() is called on
+/// the stream's own audio thread.
 class ServerStream
 {
 public:
@@ -21,11 +22,11 @@ public:
 
     virtual ~ServerStream() = default;
 
-    /// Plays this mixer, or silence when null. When the call returns, the mixer played before is no
+    /// Plays this mixer, or silence when null. When the call returns, the previous mixer is no
     /// longer in use.
     virtual void play(Mixer* mixer) = 0;
 
-    /// Asks for periods, or asks for none so that the device may sleep.
+    // Ask the server for periods, or for none, so that the device may sleep.
     virtual void activate() = 0;
     virtual void deactivate() = 0;
 
