@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tray/PreferredTrayHosts.h"
 
+#include <cstdint>
 #include <utility>
 
 namespace clavo
