@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QString>
 #include <QTranslator>
 
 #include <algorithm>

@@ -8,8 +8,15 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
+#include <variant>
+#include <vector>
 
 namespace clavo
 {
@@ -18,7 +25,7 @@ namespace
 
 using nlohmann::json;
 
-// Far more than all settings take; a larger file holds something else.
+// Far more than all settings need; a larger file is not a settings file.
 constexpr std::uint64_t greatestSize = 1 << 20;
 
 std::optional<DefaultsValue> fromJson(const json& stored)
@@ -35,7 +42,7 @@ std::optional<DefaultsValue> fromJson(const json& stored)
     return std::nullopt;
 }
 
-/// The file's object; nothing when what is there is not one.
+/// The JSON object in the file; nothing when the file holds anything else.
 std::optional<json> readObject(const std::filesystem::path& file)
 {
     const auto text = readRegularFile(file, greatestSize);
@@ -101,8 +108,8 @@ public:
     }
 
 private:
-    // Every change is written at once, but the disk is not waited for: that would cost milliseconds
-    // of every key that is pressed while the volume slider is dragged.
+    // Every change is written at once, without waiting for the disk: that would delay every key
+    // pressed while the volume slider is dragged by milliseconds.
     void write() const
     {
         if (m_changes == DefaultsChanges::forgotten)
