@@ -2,6 +2,8 @@
 #include "app/AppState.h"
 
 #include "app/CommandLine.h"
+#include "app/KeySounds.h"
+#include "app/LoginItem.h"
 #include "log/Log.h"
 #include "packs/PackLibrary.h"
 
@@ -10,10 +12,18 @@
 #include <algorithm>
 #include <chrono>
 #include <exception>
+#include <string>
 #include <utility>
+#include <variant>
 
 namespace clavo
 {
+namespace
+{
+
+constexpr std::chrono::milliseconds scrollInterval{45}; // A tick needs a longer gap.
+
+} // namespace
 
 AppState::AppState(Platform& platform, Surroundings surroundings, std::unique_ptr<StatsStore> stats)
     : m_platform(platform), m_surroundings(std::move(surroundings)),
@@ -41,7 +51,7 @@ AppState::AppState(Platform& platform, Surroundings surroundings, std::unique_pt
                 m_sound.wake();
         });
     };
-    // Queued, so that the event that reported the press is over first.
+    // Queued, so that the event that reported the press ends first.
     m_hotKey.emplace(
         *m_platform.hotKeys, GlobalHotKey::kKey, GlobalHotKey::cmdKey + GlobalHotKey::shiftKey,
         [this] { QMetaObject::invokeMethod(this, &AppState::toggle, Qt::QueuedConnection); });
@@ -93,7 +103,7 @@ void AppState::setPackID(const QString& packID)
         emit selectedPackChanged();
         return;
     }
-    // Stored last: should the pack end the process, then the next start takes the one before it.
+    // Stored last: if loading the pack ends the process, the next start loads the previous pack.
     writeSetting(*m_platform.defaults, m_settings, &Settings::packID);
     if (m_settings.packID != previous)
         emit packIDChanged();
@@ -102,7 +112,11 @@ void AppState::setPackID(const QString& packID)
 void AppState::setLaunchAtLogin(bool launchAtLogin)
 {
     const auto previous = std::exchange(m_launchAtLogin, launchAtLogin);
-    clavo::setLaunchAtLogin(*m_platform.loginItem, launchAtLogin);
+    auto& item = *m_platform.loginItem;
+    if (launchAtLogin != (item.status() == LoginItem::Status::enabled)) {
+        if (const auto error = launchAtLogin ? item.registerItem() : item.unregisterItem())
+            log::error("Clavo: lancement au démarrage impossible: {}", *error);
+    }
     if (launchAtLogin != previous)
         emit launchAtLoginChanged();
 }
@@ -161,6 +175,35 @@ Status AppState::status() const
         .settings = m_settings,
         .missing = m_platform.missing,
     };
+}
+
+void AppState::handle(const InputMonitor::Event& event)
+{
+    std::visit([this](const auto& alternative) { handle(alternative); }, event);
+}
+
+void AppState::handle(const InputMonitor::Key& key)
+{
+    if (key.down)
+        m_stats->record(keyInfo(key.code).isCharacter);
+    playKey(m_sound, m_settings, key);
+}
+
+void AppState::handle(const InputMonitor::Mouse& mouse)
+{
+    if (m_settings.enabled && m_settings.mouseSounds)
+        m_sound.playMouse(mouse.down, m_settings.spatial ? mouse.pan : 0.0F);
+}
+
+void AppState::handle(const InputMonitor::Scroll& scroll)
+{
+    if (!m_settings.enabled || !m_settings.scrollSounds)
+        return;
+    const auto now = m_surroundings.uptime();
+    if (now - m_lastScroll <= scrollInterval)
+        return;
+    m_lastScroll = now;
+    m_sound.playScroll(m_settings.spatial ? scroll.pan : 0.0F);
 }
 
 void AppState::loadPacks()

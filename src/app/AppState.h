@@ -25,9 +25,8 @@
 namespace clavo
 {
 
-/// The application: its settings, packs, sound engine and input monitor, and the way from an event
-/// to a sound. Every setting is written through the moment it changes, and the very next event uses
-/// it. Thread: main.
+/// The application: its settings, packs, sound engine and input monitor, and the path from an event
+/// to a sound. A changed setting is written at once and applies to the next event. Thread: main.
 class AppState : public QObject
 {
     Q_OBJECT
@@ -47,33 +46,32 @@ class AppState : public QObject
     Q_PROPERTY(clavo::StatsStore* stats READ stats CONSTANT)
 
 public:
-    /// Time and other processes, as the state sees them.
+    /// Time and other processes.
     struct Surroundings {
         std::function<std::chrono::nanoseconds()> uptime; // Since the system's start.
         MakeTimer makeTimer;
         Permission::Ask askFreshProcess;
-        StatsSurroundings stats; // Its wall clock is the state's too.
+        StatsSurroundings stats; // The state uses the same wall clock.
 
-        /// The real ones, for the program of this file.
+        /// The real ones, for the program in this file.
         [[nodiscard]] static Surroundings real(const std::filesystem::path& executable);
     };
 
-    /// The one instance of the program, made on first use over the shared platform and kept until
-    /// the process ends.
+    /// The program's one state, made on first use over the shared platform and never destroyed.
     static AppState& shared();
 
-    /// Reads the settings, loads the packs and starts listening. The platform outlives the state,
-    /// after whose end no main loop runs it. Null statistics are the user's own.
+    /// Reads the settings, loads the packs and starts listening. The platform must outlive the
+    /// state and call nothing afterwards. Null statistics stand for the user's own.
     AppState(Platform& platform, Surroundings surroundings,
              std::unique_ptr<StatsStore> stats = nullptr);
 
     void setEnabled(bool enabled);
-    /// Turns the sounds off when they are on, else on.
+    /// Turns the sounds off if they are on, otherwise on.
     void toggle();
     /// Master volume, 0 to 1.
     void setVolume(double volume);
-    /// Selects a pack and loads it, also when it is the selected one already. An unknown id loads
-    /// the first pack. A pack that cannot be loaded leaves the selection as it is.
+    /// Selects a pack and loads it, even if it is selected already. An unknown id loads the first
+    /// pack. If the pack cannot be loaded, the selection stays.
     void setPackID(const QString& packID);
     void setKeyUpSounds(bool on)
     {
@@ -89,18 +87,18 @@ public:
     }
     void setSpatial(bool on) { change(&Settings::spatial, on, &AppState::spatialChanged); }
 
-    /// Registers the program to start at login, or no longer, unless that is so already. What is
-    /// shown is the wish until the next start.
+    /// Registers or unregisters the program to start at login, unless that is done already. Until
+    /// the next start the property shows the requested value, even if registering failed.
     void setLaunchAtLogin(bool launchAtLogin);
 
-    /// Reads the list of packs again and loads the selected one.
+    /// Reads the packs from disk again and loads the selected one.
     Q_INVOKABLE void reloadPacks();
-    /// Plays a phrase in the sounds of the pack with this id, if there is one.
+    /// Plays a phrase with the pack of this id, if there is one.
     Q_INVOKABLE void preview(const QString& packID);
-    /// Starts the program anew in the place of this process.
+    /// Starts a new instance of the program and ends this one.
     Q_INVOKABLE void relaunch() { m_permission.relaunch(); }
 
-    /// Asks for the permission to listen, see Permission.
+    /// Requests the permission to listen, see Permission.
     Q_INVOKABLE void requestPermission() { m_permission.request(); }
 
     [[nodiscard]] bool enabled() const { return m_settings.enabled; }
@@ -113,11 +111,11 @@ public:
     [[nodiscard]] bool launchAtLogin() const { return m_launchAtLogin; }
     /// The input monitor is listening.
     [[nodiscard]] bool hasPermission() const { return m_permission.isListening(); }
-    /// The permission was granted, and the user has to relaunch the program for it.
+    /// The permission was granted and takes effect when the user relaunches the program.
     [[nodiscard]] bool needsRelaunch() const { return m_permission.needsRelaunch(); }
     [[nodiscard]] Permission* permission() { return &m_permission; }
     [[nodiscard]] const std::vector<SoundPack>& packs() const { return m_packs; }
-    /// The pack with the selected id, the first one when none has it, null when there is no pack.
+    /// The pack with the selected id, or the first one; null when there is no pack.
     [[nodiscard]] const SoundPack* selectedPack() const;
     /// Empty when there is no pack.
     [[nodiscard]] QString selectedPackName() const;
@@ -143,7 +141,7 @@ signals:
 private:
     void change(Setting::Switch setting, bool value, void (AppState::*changed)());
     void loadPacks();
-    /// False when the pack could not be loaded; the former sounds stay then.
+    /// False when the pack could not be loaded; the previous sounds stay.
     bool loadSelectedPack();
     void updatePositionTracking();
 

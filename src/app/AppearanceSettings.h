@@ -7,8 +7,8 @@
 namespace clavo
 {
 
-/// What the user has set for the look of all programs, where the desktop tells.
-struct AppearanceWish {
+/// The user's preferences for the appearance of programs, as far as the desktop reports them.
+struct AppearancePreference {
     struct Color {
         double red = 0; // 0 to 1, sRGB.
         double green = 0;
@@ -20,21 +20,20 @@ struct AppearanceWish {
     std::optional<bool> isDark;
     std::optional<Color> accent;
 
-    bool operator==(const AppearanceWish&) const = default;
+    bool operator==(const AppearancePreference&) const = default;
 };
 
-/// The desktop's settings for the look of programs.
-///
-/// Thread: main, which runs a Qt event loop. Nothing waits for the desktop.
+/// The desktop's settings for the appearance of programs. No call waits for the desktop.
+/// Thread: main, which runs a Qt event loop.
 class AppearanceSettings
 {
 public:
-    using Receiver = std::function<void(const AppearanceWish&)>;
+    using Receiver = std::function<void(const AppearancePreference&)>;
 
     virtual ~AppearanceSettings() = default;
 
-    /// Tells the settings soon, and then at every change. A desktop that has no such settings tells
-    /// nothing. Called once.
+    /// Reports the settings soon, and then after every change. A desktop without such settings
+    /// reports nothing. Called once.
     virtual void watch(Receiver receiver) = 0;
 };
 

@@ -18,7 +18,7 @@ command::Misuse misuse(std::string_view what, std::string_view argument)
 
 Command parseCommandLine(std::span<const char* const> arguments)
 {
-    // Anywhere, even where the name of a folder is expected.
+    // At any position, even as the argument of another option.
     const auto isAccessCheck = [](std::string_view argument) {
         return argument == "--check-input-access";
     };

@@ -10,17 +10,17 @@
 namespace clavo
 {
 
-/// What one start of the program is asked to do.
+/// What the command line asks the program to do.
 namespace command
 {
 
-/// Tell by the exit status whether input may be heard, and nothing else.
+/// Report by the exit status whether input may be heard; start nothing.
 struct CheckInputAccess {
     friend bool operator==(const CheckInputAccess&, const CheckInputAccess&) = default;
 };
-/// Nothing: the arguments are not understood.
+/// The arguments are not understood.
 struct Misuse {
-    std::string message; // For the standard error, with its line ends.
+    std::string message; // For the standard error, with line ends.
     friend bool operator==(const Misuse&, const Misuse&) = default;
 };
 struct ShowHelp {
@@ -29,12 +29,12 @@ struct ShowHelp {
 struct ShowVersion {
     friend bool operator==(const ShowVersion&, const ShowVersion&) = default;
 };
-/// Print what the running instance tells of itself.
+/// Print the status of the running instance.
 struct ShowStatus {
-    bool asJson = false; // For a program.
+    bool asJson = false;
     friend bool operator==(const ShowStatus&, const ShowStatus&) = default;
 };
-/// Have the running instance turn the sounds on or off.
+/// Turn the sounds of the running instance on or off.
 struct Toggle {
     friend bool operator==(const Toggle&, const Toggle&) = default;
 };
@@ -43,45 +43,44 @@ struct TakeScreenshots {
     std::filesystem::path folder;
     friend bool operator==(const TakeScreenshots&, const TakeScreenshots&) = default;
 };
-/// Show the scene of this name, if there is one, for somebody to record.
+/// Show the scene of this name, if there is one, for a recording.
 struct ShowScene {
     std::string name;
     friend bool operator==(const ShowScene&, const ShowScene&) = default;
 };
-/// Start, and have the running instance end.
+/// Start, and end the running instance.
 struct Replace {
-    bool inBackground = false; // Without a window that nobody has asked for.
+    bool inBackground = false; // Opens no window by itself.
     friend bool operator==(const Replace&, const Replace&) = default;
 };
 struct Start {
-    bool inBackground = false; // As above.
+    bool inBackground = false;
     friend bool operator==(const Start&, const Start&) = default;
 };
 
 } // namespace command
 
-/// In order of precedence: of several that are asked for at once, the first of this list is done.
+/// In order of precedence: when the command line asks for several, the first in this list is done.
 using Command =
     std::variant<command::CheckInputAccess, command::Misuse, command::ShowHelp,
                  command::ShowVersion, command::ShowStatus, command::Toggle,
                  command::TakeScreenshots, command::ShowScene, command::Replace, command::Start>;
 
-inline constexpr int misuseStatus = 2; // How a process with a Misuse exits.
+inline constexpr int misuseStatus = 2; // The exit status after a Misuse.
 
 inline constexpr std::string_view replaceOption = "--replace";
 inline constexpr std::string_view backgroundOption = "--background";
 
-/// Reads the arguments that follow the program's name. An option whose own argument is missing
-/// counts as not given.
+/// Reads the arguments after the program's name. An option without its argument is ignored.
 [[nodiscard]] Command parseCommandLine(std::span<const char* const> arguments);
 
-/// What is wrong with an argument.
+/// The message about one wrong argument.
 [[nodiscard]] command::Misuse misuse(std::string_view what, std::string_view argument);
 
-/// The program's, "0.1.0".
+/// The program's version, such as "0.1.0".
 [[nodiscard]] std::string_view version();
 
-/// For the standard output, with their line ends.
+// For the standard output, with line ends.
 [[nodiscard]] std::string helpText();
 [[nodiscard]] std::string versionText();
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -15,10 +16,10 @@ using DefaultsValue = std::variant<bool, double, std::string, std::vector<std::s
 
 /// The user's settings by name.
 ///
-/// value() answers with what setValue() stored, now or in an earlier run; with the registered
-/// default where nothing of the same type is stored; else with nothing. Registered defaults are
-/// never written. setValue() and removeValue() have written the change through when they return; a
-/// failure to write is logged by the store and loses nothing in memory. Thread: main.
+/// value() returns what setValue() stored, now or in an earlier run; the registered default if
+/// nothing of the same type is stored; otherwise nothing. Registered defaults are never written.
+/// setValue() and removeValue() write the change before they return; a failure is logged by the
+/// store, which keeps the value in memory. Thread: main.
 class DefaultsStore
 {
 public:
@@ -27,7 +28,7 @@ public:
     virtual void registerDefaults(std::map<std::string, DefaultsValue, std::less<>> defaults) = 0;
     [[nodiscard]] virtual std::optional<DefaultsValue> value(std::string_view key) const = 0;
     virtual void setValue(std::string_view key, DefaultsValue value) = 0;
-    /// Forgets what is stored under the key, if anything: the registered default answers again.
+    /// Removes the stored value, if any: value() returns the registered default again.
     virtual void removeValue(std::string_view key) = 0;
 };
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/FileDefaultsStore.h"
 
-#include "files/RegularFile.h"
 #include "files/WholeFile.h"
 #include "log/Log.h"
 
@@ -9,8 +8,15 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
+#include <variant>
+#include <vector>
 
 namespace clavo
 {
@@ -19,7 +25,7 @@ namespace
 
 using nlohmann::json;
 
-// Far more than all settings take; a larger file holds something else.
+// Far more than all settings need; a larger file is not a settings file.
 constexpr std::uint64_t greatestSize = 1 << 20;
 
 std::optional<DefaultsValue> fromJson(const json& stored)
@@ -36,7 +42,7 @@ std::optional<DefaultsValue> fromJson(const json& stored)
     return std::nullopt;
 }
 
-/// The file's object; nothing when what is there is not one.
+/// The JSON object in the file; nothing when the file holds anything else.
 std::optional<json> readObject(const std::filesystem::path& file)
 {
     const auto text = readRegularFile(file, greatestSize);
@@ -46,74 +52,89 @@ std::optional<json> readObject(const std::filesystem::path& file)
     return object.is_object() ? std::optional(std::move(object)) : std::nullopt;
 }
 
+class FileDefaultsStore final : public DefaultsStore
+{
+public:
+    FileDefaultsStore(std::filesystem::path file, DefaultsChanges changes)
+        : m_file(std::move(file)), m_changes(changes)
+    {
+        if (m_changes == DefaultsChanges::written)
+            removeAbandoned(m_file.parent_path());
+        std::error_code error;
+        if (!std::filesystem::exists(m_file, error))
+            return;
+        if (auto object = readObject(m_file)) {
+            m_stored = std::move(*object);
+            return;
+        }
+        if (m_changes == DefaultsChanges::forgotten)
+            return;
+        auto aside = m_file;
+        aside += ".broken";
+        std::filesystem::rename(m_file, aside, error);
+        log::error("réglages illisibles, mis de côté : {}", log::Private{aside.native()});
+    }
+
+    void registerDefaults(std::map<std::string, DefaultsValue, std::less<>> defaults) override
+    {
+        m_defaults = std::move(defaults);
+    }
+
+    [[nodiscard]] std::optional<DefaultsValue> value(std::string_view key) const override
+    {
+        const auto standard = m_defaults.find(key);
+        auto registered =
+            standard == m_defaults.end() ? std::nullopt : std::optional(standard->second);
+        const auto member = m_stored.find(key);
+        auto stored = member == m_stored.end() ? std::nullopt : fromJson(*member);
+        if (!stored || (registered && registered->index() != stored->index()))
+            return registered;
+        return stored;
+    }
+
+    void setValue(std::string_view key, DefaultsValue value) override
+    {
+        std::visit([&](auto& typed) { m_stored[std::string(key)] = std::move(typed); }, value);
+        write();
+    }
+
+    void removeValue(std::string_view key) override
+    {
+        const auto member = m_stored.find(key);
+        if (member == m_stored.end())
+            return;
+        m_stored.erase(member);
+        write();
+    }
+
+private:
+    // Every change is written at once, without waiting for the disk: that would delay every key
+    // pressed while the volume slider is dragged by milliseconds.
+    void write() const
+    {
+        if (m_changes == DefaultsChanges::forgotten)
+            return;
+        std::error_code error;
+        std::filesystem::create_directories(m_file.parent_path(), error);
+        const auto text =
+            m_stored.dump(4, ' ', /*ensure_ascii=*/false, json::error_handler_t::replace);
+        error = replaceFile(m_file, text + '\n', Durability::process);
+        if (error)
+            log::error("réglages non enregistrés : {}", error.message());
+    }
+
+    std::filesystem::path m_file;
+    DefaultsChanges m_changes;
+    std::map<std::string, DefaultsValue, std::less<>> m_defaults;
+    json m_stored = json::object();
+};
+
 } // namespace
 
-FileDefaultsStore::FileDefaultsStore(std::filesystem::path file, Changes changes)
-    : m_file(std::move(file)), m_changes(changes), m_stored(std::make_unique<json>(json::object()))
+std::unique_ptr<DefaultsStore> makeFileDefaultsStore(std::filesystem::path file,
+                                                     DefaultsChanges changes)
 {
-    if (m_changes == Changes::written)
-        removeAbandoned(m_file.parent_path());
-    std::error_code error;
-    if (!std::filesystem::exists(m_file, error))
-        return;
-    if (auto object = readObject(m_file)) {
-        *m_stored = std::move(*object);
-        return;
-    }
-    if (m_changes == Changes::forgotten)
-        return;
-    auto aside = m_file;
-    aside += ".broken";
-    std::filesystem::rename(m_file, aside, error);
-    log::error("réglages illisibles, mis de côté : {}", log::Private{aside.native()});
-}
-
-FileDefaultsStore::~FileDefaultsStore() = default;
-
-void FileDefaultsStore::registerDefaults(std::map<std::string, DefaultsValue, std::less<>> defaults)
-{
-    m_defaults = std::move(defaults);
-}
-
-std::optional<DefaultsValue> FileDefaultsStore::value(std::string_view key) const
-{
-    const auto standard = m_defaults.find(key);
-    auto registered = standard == m_defaults.end() ? std::nullopt : std::optional(standard->second);
-    const auto member = m_stored->find(key);
-    auto stored = member == m_stored->end() ? std::nullopt : fromJson(*member);
-    if (!stored || (registered && registered->index() != stored->index()))
-        return registered;
-    return stored;
-}
-
-void FileDefaultsStore::setValue(std::string_view key, DefaultsValue value)
-{
-    std::visit([&](auto& typed) { (*m_stored)[std::string(key)] = std::move(typed); }, value);
-    write();
-}
-
-void FileDefaultsStore::removeValue(std::string_view key)
-{
-    const auto member = m_stored->find(key);
-    if (member == m_stored->end())
-        return;
-    m_stored->erase(member);
-    write();
-}
-
-// Every change is written at once, but the disk is not waited for: that would cost milliseconds of
-// every key that is pressed while the volume slider is dragged.
-void FileDefaultsStore::write() const
-{
-    if (m_changes == Changes::forgotten)
-        return;
-    std::error_code error;
-    std::filesystem::create_directories(m_file.parent_path(), error);
-    const auto text =
-        m_stored->dump(4, ' ', /*ensure_ascii=*/false, json::error_handler_t::replace);
-    error = replaceFile(m_file, text + '\n', Durability::process);
-    if (error)
-        log::error("réglages non enregistrés : {}", error.message());
+    return std::make_unique<FileDefaultsStore>(std::move(file), changes);
 }
 
 } // namespace clavo

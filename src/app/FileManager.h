@@ -12,8 +12,8 @@ class FileManager
 public:
     virtual ~FileManager() = default;
 
-    /// Shows what is in the folder, in a window of the file manager's. Returns at once; a folder
-    /// that cannot be opened is not reported.
+    /// Opens a window of the file manager on the folder. Returns at once; a failure is not
+    /// reported.
     virtual void show(const std::filesystem::path& folder) = 0;
 };
 

@@ -7,42 +7,42 @@
 namespace clavo
 {
 
-/// The permission to listen to the whole desktop's input.
+/// The permission to listen to the input of the whole desktop.
 class InputAccess
 {
 public:
-    /// What keeps this process from listening, or that nothing does.
+    /// Whether this process may listen, and if not, why.
     enum class State {
         granted,
-        refused,        // The devices are there and none of the keyboards may be read.
-        noKeyboard,     // None of the devices, if there are any, is a keyboard.
-        notInThisLogin, // Granted to the user since this session was opened.
+        refused,        // There are keyboards, and none of them may be read.
+        noKeyboard,     // No input device is a keyboard.
+        notInThisLogin, // Granted to the user after this session began.
     };
 
-    /// Why the permission is asked for.
+    /// What a request was caused by.
     enum class Occasion {
-        start, // The program has just started, perhaps at login.
-        wish,  // The user has asked for it.
+        start,       // The program has just started, perhaps at login.
+        userRequest, // The user has asked for it.
     };
 
     virtual ~InputAccess() = default;
 
-    /// Neither asks the user nor changes anything.
+    /// Asks nothing of the user and changes nothing.
     [[nodiscard]] virtual State state() const = 0;
 
     /// Whether this process may listen now.
     [[nodiscard]] bool isGranted() const { return state() == State::granted; }
 
     /// Asks the system, which may ask the user, for the permission. True if it is granted already;
-    /// what the user decides is seen later. A dialogue that takes the focus, for example one for
-    /// a password, opens at the user's wish only.
+    /// the user's decision shows in state() later. A dialog that takes the focus, such as one for a
+    /// password, opens only on userRequest.
     virtual bool request(Occasion occasion) = 0;
 
-    /// Shows the user where the permission is granted. Does nothing when there is no such place.
+    /// Opens the system's settings for the permission, if there are any.
     virtual void showSettings() = 0;
 
-    /// What the user can type into a terminal when it is refused, a line each; empty when
-    /// request() asks the user for it.
+    /// The commands, one per line, with which the user grants the permission in a terminal; empty
+    /// when request() can ask the user for it.
     [[nodiscard]] virtual std::string commands() const { return {}; }
 
     /// Calls the receiver on the main thread when commands() changes.

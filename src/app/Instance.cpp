@@ -14,36 +14,39 @@ constexpr auto noAnswer = "clavo: the running Clavo does not answer; 'clavo --re
                           "place\n";
 constexpr auto notRunning = "clavo: Clavo is not running\n";
 
+/// The status to exit with after a request, whose failure is written to `errors`.
+int exitStatus(Instance::Delivery delivery, std::ostream& errors)
+{
+    if (delivery == Instance::Delivery::delivered)
+        return EXIT_SUCCESS;
+    errors << (delivery == Instance::Delivery::notRunning ? notRunning : noAnswer);
+    return EXIT_FAILURE;
+}
+
 } // namespace
 
 std::optional<int> startOrOpenPanel(Instance& instance, std::ostream& errors)
 {
-    // The other one may end in between. Its place is free then, unless a third one took it.
+    // The other instance may end in between. Its role is free then, unless a third process has it.
     for (int attempt = 0; attempt < 3; ++attempt) {
-        if (instance.claim() != Instance::Standing::second)
+        if (instance.claim() != Instance::Role::secondary)
             return std::nullopt;
-        switch (instance.send(Instance::Request::openPanel)) {
-        case Instance::Delivery::delivered:
-            return EXIT_SUCCESS;
-        case Instance::Delivery::noAnswer:
-            errors << noAnswer;
-            return EXIT_FAILURE;
-        case Instance::Delivery::nobodyRuns:
-            break;
-        }
+        const auto delivery = instance.send(Instance::Request::openPanel);
+        if (delivery != Instance::Delivery::notRunning)
+            return exitStatus(delivery, errors);
     }
     return std::nullopt;
 }
 
 std::optional<int> startUnlessRunning(Instance& instance, std::ostream& /*errors*/)
 {
-    return instance.claim() == Instance::Standing::second ? std::optional(EXIT_SUCCESS)
-                                                          : std::nullopt;
+    return instance.claim() == Instance::Role::secondary ? std::optional(EXIT_SUCCESS)
+                                                         : std::nullopt;
 }
 
 std::optional<int> replaceRunning(Instance& instance, std::ostream& errors)
 {
-    if (instance.replace() != Instance::Standing::second)
+    if (instance.replace() != Instance::Role::secondary)
         return std::nullopt;
     errors << "clavo: the running Clavo does not end\n";
     return EXIT_FAILURE;
@@ -51,32 +54,18 @@ std::optional<int> replaceRunning(Instance& instance, std::ostream& errors)
 
 int toggleRunning(Instance& instance, std::ostream& errors)
 {
-    switch (instance.send(Instance::Request::toggle)) {
-    case Instance::Delivery::delivered:
-        return EXIT_SUCCESS;
-    case Instance::Delivery::noAnswer:
-        errors << noAnswer;
-        break;
-    case Instance::Delivery::nobodyRuns:
-        errors << notRunning;
-        break;
-    }
-    return EXIT_FAILURE;
+    return exitStatus(instance.send(Instance::Request::toggle), errors);
 }
 
 int printStatus(Instance& instance, StatusFormat format, std::ostream& output, std::ostream& errors)
 {
-    const auto answer = instance.askStatus();
-    if (answer.delivery == Instance::Delivery::nobodyRuns) {
-        errors << notRunning;
-        return EXIT_FAILURE;
-    }
-    const auto text = describe(answer.status);
-    if (answer.delivery == Instance::Delivery::noAnswer || !text) {
-        errors << noAnswer;
-        return EXIT_FAILURE;
-    }
-    output << (format == StatusFormat::json ? answer.status : *text);
+    const auto [delivery, status] = instance.askStatus();
+    if (delivery != Instance::Delivery::delivered)
+        return exitStatus(delivery, errors);
+    const auto text = describe(status);
+    if (!text)
+        return exitStatus(Instance::Delivery::noAnswer, errors);
+    output << (format == StatusFormat::json ? status : *text);
     return EXIT_SUCCESS;
 }
 

@@ -9,25 +9,25 @@
 namespace clavo
 {
 
-/// The one instance of the application that a user's session has, whichever process that is.
+/// The one instance of the application in the user's session, which may be another process.
 ///
-/// claim() comes before anything that two instances must not both have. No call takes longer than
-/// three seconds, however the other instance hangs.
+/// claim() comes before anything that only one instance may have. No call takes longer than three
+/// seconds, even if the other instance hangs.
 /// Thread: main. The receiver is called from the main loop, one request at a time.
 class Instance
 {
 public:
-    enum class Standing {
-        first,   // This process is the instance until it ends.
-        second,  // Another process is.
-        unknown, // There is no telling.
+    enum class Role {
+        primary,   // This process is the instance until it ends.
+        secondary, // Another process is.
+        unknown,   // The processes cannot reach each other.
     };
     enum class Request { openPanel, toggle, quit };
-    enum class Delivery { delivered, nobodyRuns, noAnswer };
+    enum class Delivery { delivered, notRunning, noAnswer };
     using Receiver = std::function<void(Request)>;
-    /// What became of the question for the status, and the text it was answered with.
+    /// The answer to a question for the status.
     struct Answer {
-        Delivery delivery = Delivery::nobodyRuns;
+        Delivery delivery = Delivery::notRunning;
         std::string status;
     };
     using Reporter = std::function<std::string()>;
@@ -35,35 +35,35 @@ public:
     virtual ~Instance() = default;
 
     /// Makes this process the instance, if no other one is.
-    [[nodiscard]] virtual Standing claim() = 0;
-    /// Has the other instance quit, if there is one, and makes this process the instance when it
-    /// has ended. `second` if it does not end in time.
-    [[nodiscard]] virtual Standing replace() = 0;
-    /// Asks the instance, which must be another process.
+    [[nodiscard]] virtual Role claim() = 0;
+    /// Asks the other instance, if there is one, to quit, and makes this process the instance when
+    /// it has ended. `secondary` if it does not end in time.
+    [[nodiscard]] virtual Role replace() = 0;
+    /// Sends a request to the instance, which must be another process.
     [[nodiscard]] virtual Delivery send(Request request) = 0;
-    /// As send(), for what the instance tells of itself.
+    /// Asks the instance, which must be another process, for its status.
     [[nodiscard]] virtual Answer askStatus() = 0;
-    /// Calls the receiver with every request made since this process is the instance, and from now
-    /// on the reporter whenever another process asks for the status.
+    /// Passes every request made since this process became the instance to the receiver, and from
+    /// now on answers questions for the status with the reporter's text.
     virtual void receive(Receiver receiver, Reporter reporter) = 0;
 };
 
-/// Makes this process the instance, or has the one that runs open its panel. The status to exit
-/// with, or nothing if this process is to run; `errors` gets what the user must know.
+/// Makes this process the instance, or opens the panel of the running one. Returns the status to
+/// exit with, or nothing if this process is to run; messages for the user go to `errors`.
 [[nodiscard]] std::optional<int> startOrOpenPanel(Instance& instance, std::ostream& errors);
 
-/// Makes this process the instance, or leaves it to the one that runs. As above.
+/// Makes this process the instance unless another one runs. Returns as above.
 [[nodiscard]] std::optional<int> startUnlessRunning(Instance& instance, std::ostream& errors);
 
-/// Makes this process the instance in the place of the one that runs, if one does. As above.
+/// Makes this process the instance and ends the running one. Returns as above.
 [[nodiscard]] std::optional<int> replaceRunning(Instance& instance, std::ostream& errors);
 
-/// Has the running instance turn the sounds on or off. The status to exit with.
+/// Turns the sounds of the running instance on or off. Returns the status to exit with.
 [[nodiscard]] int toggleRunning(Instance& instance, std::ostream& errors);
 
 enum class StatusFormat { text, json };
 
-/// Prints what the running instance tells of itself. The status to exit with.
+/// Prints the status of the running instance. Returns the status to exit with.
 [[nodiscard]] int printStatus(Instance& instance, StatusFormat format, std::ostream& output,
                               std::ostream& errors);
 

@@ -3,6 +3,7 @@
 
 #include "audio/SoundLevels.h"
 #include "keyboard/KeyLayout.h"
+#include "keyboard/KeySlot.h"
 #include "log/Log.h"
 
 #include <utility>
@@ -12,7 +13,7 @@ namespace clavo
 namespace
 {
 
-/// Stands in for a key that the layout does not know.
+/// Used for keys that the layout does not know.
 constexpr KeyInfo unknownKey{
     .slot = KeySlot::row3, .scancode = -1, .pan = 0.6F, .isCharacter = false};
 

@@ -4,18 +4,18 @@
 #include "app/Settings.h"
 #include "audio/SoundEngine.h"
 #include "input/InputMonitor.h"
-#include "keyboard/KeyInfo.h"
+#include "keyboard/KeyLayout.h"
 
 #include <cstdint>
 
 namespace clavo
 {
 
-/// What the layout knows of the key with this virtual key code. One that it does not know is taken
-/// for a key of the home row that types nothing.
+/// The layout's entry for this virtual key code. An unknown code counts as a key of the home row
+/// that produces no character.
 [[nodiscard]] const KeyInfo& keyInfo(std::int64_t code);
 
-/// Plays what the engine's key bank has for the event, if these settings let it sound.
+/// Plays the sound of the event from the engine's key bank, unless the settings silence it.
 void playKey(SoundEngine& sound, const Settings& settings, const InputMonitor::Key& key);
 
 } // namespace clavo

@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "app/LanguageSetting.h"
 
+#include <cstddef>
+#include <optional>
+#include <string>
 #include <utility>
+#include <variant>
 
 namespace clavo
 {
 namespace
 {
 
-/// What is no language counts as no choice.
+/// A value that names no language counts as `system`.
 AppLanguage storedLanguage(const DefaultsStore& store)
 {
     const auto stored = store.value(LanguageSetting::key);

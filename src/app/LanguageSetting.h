@@ -7,15 +7,16 @@
 #include <QObject>
 #include <QStringList>
 
+#include <string_view>
+
 namespace clavo
 {
 
-/// The user's choice of the interface's language. A choice is stored the moment it is made and seen
-/// at the next start.
+/// The user's choice of the interface language. It is stored at once and applies at the next start.
 class LanguageSetting : public QObject
 {
     Q_OBJECT
-    /// Of the chosen language, among the names.
+    /// The index of the chosen language in `names`.
     Q_PROPERTY(int index READ index WRITE setIndex NOTIFY languageChanged)
     Q_PROPERTY(QStringList names READ names CONSTANT)
     Q_PROPERTY(bool needsRestart READ needsRestart NOTIFY languageChanged)
@@ -23,19 +24,18 @@ class LanguageSetting : public QObject
 public:
     static constexpr std::string_view key = "appLanguage";
 
-    /// Takes what is stored now as the language that the process runs in. The store outlives it.
+    /// Regards the stored language as the one that the process runs in. The store outlives it.
     explicit LanguageSetting(DefaultsStore& store);
 
     void setLanguage(AppLanguage language);
-    /// An index of no language changes nothing.
+    /// An index out of range changes nothing.
     void setIndex(int index);
 
     [[nodiscard]] AppLanguage language() const { return m_language; }
-    [[nodiscard]] AppLanguage launchLanguage() const { return m_launchLanguage; }
-    /// The choice is another one than the process runs with.
+    /// The chosen language differs from the one that the process runs in.
     [[nodiscard]] bool needsRestart() const { return m_language != m_launchLanguage; }
     [[nodiscard]] int index() const { return static_cast<int>(m_language); }
-    /// How the languages are called, each in its own words, in their order.
+    /// The languages' names, each in its own language.
     [[nodiscard]] static QStringList names();
 
 signals:

@@ -3,9 +3,12 @@
 
 #include "log/Log.h"
 
+#include <QCoreApplication>
+
 #include <string>
 #include <string_view>
 #include <utility>
+#include <variant>
 
 namespace clavo
 {
@@ -48,7 +51,7 @@ bool Permission::startListening()
 
 void Permission::request()
 {
-    request(InputAccess::Occasion::wish);
+    request(InputAccess::Occasion::userRequest);
 }
 
 void Permission::request(InputAccess::Occasion occasion)
@@ -59,12 +62,15 @@ void Permission::request(InputAccess::Occasion occasion)
     m_deadline = m_surroundings.uptime() + waitLimit;
     m_isAsking = false;
     m_asker = std::make_unique<QObject>();
-    scheduleTick();
+    schedulePoll();
 }
 
+// exit() instead of quit(), which a window could refuse: two instances would run.
 void Permission::relaunch()
 {
-    clavo::relaunch(m_relauncher);
+    const auto exit = [] { QCoreApplication::exit(); };
+    m_relauncher.openNewInstance(
+        [exit] { QMetaObject::invokeMethod(qApp, exit, Qt::QueuedConnection); });
 }
 
 void Permission::refresh()
@@ -83,25 +89,25 @@ bool Permission::lacks(InputAccess::State what) const
     return !m_isListening && m_state == what;
 }
 
-void Permission::scheduleTick()
+void Permission::schedulePoll()
 {
-    m_surroundings.timer->start(pollInterval, [this] { tick(); });
+    m_surroundings.timer->start(pollInterval, [this] { poll(); });
 }
 
-void Permission::tick()
+void Permission::poll()
 {
     if (m_isListening || m_surroundings.uptime() >= m_deadline) {
         m_asker.reset();
         return;
     }
-    scheduleTick();
+    schedulePoll();
     if (std::exchange(m_isAsking, true))
         return;
     refresh();
-    m_surroundings.askFreshProcess(m_asker.get(), [this](bool granted) { receive(granted); });
+    m_surroundings.askFreshProcess(m_asker.get(), [this](bool granted) { handleAnswer(granted); });
 }
 
-void Permission::receive(bool granted)
+void Permission::handleAnswer(bool granted)
 {
     m_isAsking = false;
     if (!granted)

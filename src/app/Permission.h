@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/DefaultsStore.h"
 #include "app/InputAccess.h"
 #include "app/Platform.h"
+#include "app/Relauncher.h"
 #include "input/InputMonitor.h"
 #include "time/Timer.h"
 
@@ -16,12 +18,12 @@
 namespace clavo
 {
 
-/// The permission to listen: asked for, waited for, and used once it is granted.
+/// Requests the permission to listen, waits for it, and listens once it is granted.
 ///
-/// A wait asks every two seconds for ten minutes whether it is granted by now. The question goes to
-/// a fresh process, since a running one may keep its first answer for good. At most one such
-/// process of a wait runs at a time, even one that takes longer than two seconds. When it is
-/// granted, the program is started anew. Thread: main.
+/// For ten minutes, a fresh process is asked every two seconds whether the permission is granted,
+/// since a running process may keep the first answer that it got. Only one such process runs at a
+/// time, even if it takes longer than two seconds. When the permission is granted, the program
+/// relaunches. Thread: main.
 class Permission : public QObject
 {
     Q_OBJECT
@@ -32,8 +34,8 @@ class Permission : public QObject
     Q_PROPERTY(QString commands READ commands NOTIFY changed)
 
 public:
-    /// Asks without blocking and gives the answer to the receiver later, on the main thread. An
-    /// answer that comes after the end of the asker is dropped.
+    /// Asks without blocking and passes the answer to the receiver later, on the main thread. Once
+    /// the asker is destroyed, the answer is dropped.
     using Ask = std::function<void(QObject* asker, std::function<void(bool granted)> receiver)>;
 
     struct Surroundings {
@@ -43,29 +45,29 @@ public:
         Ask askFreshProcess;
     };
 
-    /// The services and the monitor outlive it.
+    /// The services and the monitor must outlive it.
     Permission(const Platform& platform, InputMonitor& input, Surroundings surroundings);
 
-    /// Starts listening, or requests the permission when that fails.
+    /// Starts listening; requests the permission if that fails.
     void start();
-    /// Asks for the permission at the user's wish and waits for it; shows the user where it is
-    /// granted if it is not yet. An earlier wait ends, and an answer still on its way to it is
-    /// ignored.
+    /// Requests the permission for the user and waits for it; if it is not granted yet, opens the
+    /// system's settings. An earlier wait ends, and its pending answer is ignored.
     Q_INVOKABLE void request();
-    /// Starts the program anew in the place of this process.
+    /// Opens a new instance of the program and then, even if that failed, ends this one from the
+    /// main loop.
     Q_INVOKABLE void relaunch();
 
     /// The input monitor is listening.
     [[nodiscard]] bool isListening() const { return m_isListening; }
-    /// The permission was granted, but the program has just relaunched itself for it and leaves the
-    /// next time to the user.
+    /// The permission was granted shortly after an automatic relaunch, so the next one is left to
+    /// the user.
     [[nodiscard]] bool needsRelaunch() const { return m_needsRelaunch; }
-    /// The permission was granted and counts from the user's next login.
+    /// The permission was granted and takes effect at the user's next login.
     [[nodiscard]] bool needsLogin() const { return lacks(InputAccess::State::notInThisLogin); }
-    /// There is no keyboard that the permission could be for.
+    /// There is no keyboard to listen to.
     [[nodiscard]] bool lacksKeyboard() const { return lacks(InputAccess::State::noKeyboard); }
-    /// What grants the permission when it is typed into a terminal, a line each; empty when the
-    /// program can ask for it.
+    /// The commands, one per line, that grant the permission in a terminal; empty unless it is
+    /// refused and cannot be requested.
     [[nodiscard]] QString commands() const { return m_commands; }
     [[nodiscard]] bool isWaiting() const { return m_surroundings.timer->isRunning(); }
 
@@ -77,9 +79,9 @@ private:
     void request(InputAccess::Occasion occasion);
     void refresh();
     [[nodiscard]] bool lacks(InputAccess::State what) const;
-    void scheduleTick();
-    void tick();
-    void receive(bool granted);
+    void schedulePoll();
+    void poll();
+    void handleAnswer(bool granted);
     void relaunchUnlessJustRelaunched();
 
     InputAccess& m_access;
@@ -87,15 +89,15 @@ private:
     Relauncher& m_relauncher;
     InputMonitor& m_input;
     Surroundings m_surroundings;
-    // As of the last refresh, which looks at every input device.
+    // Of the last refresh, which examines every input device.
     InputAccess::State m_state;
     QString m_commands;
     bool m_isListening;
     bool m_needsRelaunch = false;
 
-    std::chrono::nanoseconds m_deadline{0}; // Of the wait, uptime.
+    std::chrono::nanoseconds m_deadline{0}; // The uptime at which the wait ends.
     bool m_isAsking = false;
-    std::unique_ptr<QObject> m_asker; // Of this wait; null after one that has given up.
+    std::unique_ptr<QObject> m_asker; // Of this wait; null after a wait that has ended.
 };
 
 } // namespace clavo

@@ -22,12 +22,12 @@
 namespace clavo
 {
 
-/// Every service of the platform, each behind its port.
+/// All services of the platform, each behind its port.
 struct Platform {
-    /// The running program's: made on first use and kept until the process ends.
+    /// The program's platform, made on first use and never destroyed.
     [[nodiscard]] static Platform& shared();
 
-    std::unique_ptr<HotKeyService> hotKeys; // Outlives the tap, which may show it its events.
+    std::unique_ptr<HotKeyService> hotKeys; // Outlives the tap, which may pass events to it.
     std::unique_ptr<EventTap> eventTap;
     std::unique_ptr<SecureInput> secureInput;
     std::unique_ptr<Screens> screens;
@@ -39,11 +39,11 @@ struct Platform {
     std::unique_ptr<TrayHosts> trayHosts;
     std::unique_ptr<AppearanceSettings> appearance;
     std::unique_ptr<FileManager> fileManager;
-    std::unique_ptr<Instance> instance;       // Null until this process has become the instance.
+    std::unique_ptr<Instance> instance;       // Null until this process is the instance.
     std::filesystem::path executable;         // Of the running program.
     std::filesystem::path resources;          // Of the application; empty when there are none.
     std::filesystem::path applicationSupport; // Of the current user.
-    std::string missing; // The technologies that the program is built without, for people.
+    std::string missing; // The technologies that the build lacks, as text for the user.
 };
 
 } // namespace clavo

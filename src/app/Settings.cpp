@@ -2,6 +2,7 @@
 #include "app/Settings.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <type_traits>
 #include <utility>

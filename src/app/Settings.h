@@ -22,17 +22,17 @@ struct Settings {
     bool spatial = true;
 };
 
-/// One of the settings: a row of the table below.
+/// One setting: a row of the table below.
 struct Setting {
     using Switch = bool Settings::*;
     using Member = std::variant<Switch, double Settings::*, std::string Settings::*>;
 
-    std::string_view key; // The name under which it persists.
+    std::string_view key; // Its name in the store.
     Member member;
-    std::string_view word = {}; // For what a switch turns on, in the list of the status.
+    std::string_view word = {}; // What a switch turns on, as the status lists it.
 };
 
-/// All settings. Whatever reads, writes or lists them goes through this table.
+/// All settings. Code that reads, writes or lists settings uses this table.
 inline constexpr std::array allSettings{
     Setting{"enabled", &Settings::enabled},
     Setting{"volume", &Settings::volume},
@@ -45,13 +45,12 @@ inline constexpr std::array allSettings{
 
 [[nodiscard]] DefaultsValue valueOf(const Setting& setting, const Settings& settings);
 
-/// Registers the defaults of all settings, which writes nothing, and reads what the user has
-/// changed.
+/// Registers the defaults of all settings, without writing them, and reads the stored values.
 [[nodiscard]] Settings readSettings(DefaultsStore& store);
 
-/// Writes the one setting that this member holds.
+/// Writes the setting of this member.
 void writeSetting(DefaultsStore& store, const Settings& settings, const Setting::Member& member);
-/// Writes them all.
+/// Writes all settings.
 void writeSettings(DefaultsStore& store, const Settings& settings);
 
 } // namespace clavo

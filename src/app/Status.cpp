@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <string>
 #include <string_view>
@@ -22,8 +23,8 @@ using nlohmann::json;
 
 template <typename Value> struct Wording {
     Value value;
-    std::string_view name; // For programs.
-    std::string_view text; // For people.
+    std::string_view name; // In JSON.
+    std::string_view text; // In the text for people.
 };
 
 constexpr Wording<InputAccess::State> accessTexts[]{
@@ -52,7 +53,7 @@ std::string_view nameOf(Value value, const Wording<Value> (&wordings)[count])
     return found == std::end(wordings) ? std::string_view() : found->name;
 }
 
-/// The name itself when it is unknown: the program that reports may be newer.
+/// An unknown name is returned itself: the program that reports may be newer.
 template <typename Value, std::size_t count>
 std::string_view textOf(std::string_view name, const Wording<Value> (&wordings)[count])
 {
@@ -103,7 +104,7 @@ std::string describeOutput(const json& output)
     const bool isRunning = output.at("running").get<bool>();
     if (server.is_null())
         return isRunning ? "none: neither PipeWire nor PulseAudio answers"
-                         : "none; asleep until the next sound"; // Nobody is asked until then.
+                         : "none; asleep until the next sound"; // No server is asked before.
     auto text = server.get<std::string>();
     if (const auto frames = output.at("quantumFrames").get<int>(); frames != 0)
         text += fmt::format(", {} frames at {} per second, {:.1f} ms", frames,
@@ -169,7 +170,7 @@ std::string jsonOf(const Status& status)
     };
     if (!status.missing.empty())
         object["missing"] = status.missing;
-    // A pack's name may hold anything.
+    // Replaces what is not UTF-8: a pack's name may hold any bytes.
     return object.dump(2, ' ', false, json::error_handler_t::replace) + "\n";
 }
 

@@ -13,33 +13,33 @@
 namespace clavo
 {
 
-/// What the running program reports about itself, to find out why it makes no sound. Nothing
-/// in it comes from what is typed, but for the time of the last event.
+/// What the running program reports about itself, for a user who hears nothing. It holds nothing
+/// about the typed keys but the time of the last event.
 struct Status {
     std::string version = {};
 
-    std::string tap = {}; // What input comes from.
+    std::string tap = {}; // The source of input.
     bool isListening = false;
-    InputAccess::State access = InputAccess::State::refused; // Whether the system lets it listen.
-    bool needsRelaunch = false;                              // It does, but only after a new start.
-    // Since the last event; nothing before the first. Fractions of a second, asked for often, would
-    // give away the rhythm of the keys.
+    InputAccess::State access = InputAccess::State::refused;
+    bool needsRelaunch = false; // Access is granted, but takes effect after a relaunch.
+    // Time since the last event; nothing before the first. In whole seconds, because fractions
+    // would reveal the rhythm of typing to a program that asks often.
     std::optional<std::chrono::seconds> idle = {};
     SecureReason secureReason = SecureReason::none;
 
     OutputStatus output = {};
-    bool isOutputRunning = false; // Else it sleeps until there is something to play, or is missing.
+    bool isOutputRunning = false; // False while it sleeps between sounds or is missing.
 
-    std::string packName = {}; // Of the pack that sounds; empty when there is none.
+    std::string packName = {}; // Of the selected pack; empty when there is none.
     std::string packID = {};
     Settings settings = {};
-    std::string missing = {}; // The technologies that the program is built without, if any.
+    std::string missing = {}; // The technologies that the build lacks; empty when there are none.
 };
 
-/// One JSON object, with a line end, for programs.
+/// The status as one JSON object with a line end, for programs.
 [[nodiscard]] std::string jsonOf(const Status& status);
 
-/// The same for people, from the JSON text. Nothing when the text is not that of a status.
+/// The JSON text of a status as text for people; nothing when it is not a status.
 [[nodiscard]] std::optional<std::string> describe(const std::string& json);
 
 } // namespace clavo

@@ -2,8 +2,8 @@
 #include "audio/SoundEngine.h"
 
 #include "audio/SoundLevels.h"
-#include "audio/StereoGains.h"
 #include "keyboard/KeyLayout.h"
+#include "keyboard/KeySlot.h"
 #include "packs/PackLibrary.h"
 
 #include <cstdint>
@@ -17,7 +17,7 @@ namespace
 
 using std::chrono::milliseconds;
 
-/// A, S, D, space, F, G, H, space, J, K, Return, as packs count them.
+/// The pack scancodes of A, S, D, space, F, G, H, space, J, K and Return.
 constexpr std::array<std::int64_t, 11> previewPhrase{30, 31, 32, 57, 33, 34, 35, 57, 36, 37, 28};
 
 constexpr milliseconds previewStep{105};
@@ -40,7 +40,7 @@ SoundEngine::SoundEngine(AudioOutput& output, MakeTimer makeTimer, IndexDraw dra
 
 SoundEngine::~SoundEngine()
 {
-    m_output.pause(); // It neither renders the mixer nor calls back from here on.
+    m_output.pause(); // From here on it neither renders the mixer nor calls back.
 }
 
 void SoundEngine::start()
@@ -55,7 +55,7 @@ void SoundEngine::restartAfterChange()
 {
     if (m_output.isRunning())
         return;
-    m_mixer.silence(); // What the loss cut short must not be heard when the server is back.
+    m_mixer.silence(); // Interrupted sounds must not be heard when the server returns.
     start();
 }
 
@@ -70,7 +70,7 @@ void SoundEngine::play(AudioBufferPtr buffer, float pan, float gain)
     m_nextPlayer = (m_nextPlayer + 1) % static_cast<int>(playerCount);
     m_players[player] = {.pan = pan, .gain = gain};
     if (!m_output.isRunning())
-        return; // It would leave the queue only when it is long out of date.
+        return; // The queue would be emptied much too late.
 
     const auto samples = buffer->samples();
     const auto sound = m_ledger.keep(std::move(buffer));
@@ -78,7 +78,7 @@ void SoundEngine::play(AudioBufferPtr buffer, float pan, float gain)
         return;
     const auto [left, right] = stereoGains(pan, gain);
     if (!m_mixer.start(player, {samples, left, right, *sound}))
-        m_ledger.letGo(*sound);
+        m_ledger.release(*sound);
 }
 
 void SoundEngine::playMouse(bool down, float pan)
@@ -136,7 +136,7 @@ void SoundEngine::setVolume(float volume)
 void SoundEngine::freeFinished()
 {
     while (const auto sound = m_mixer.takeFinished())
-        m_ledger.letGo(*sound);
+        m_ledger.release(*sound);
 }
 
 void SoundEngine::scheduleIdleCheck()

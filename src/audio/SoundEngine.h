@@ -15,6 +15,7 @@
 #include <functional>
 #include <memory>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace clavo
@@ -24,8 +25,8 @@ namespace clavo
 /// sounds of the selected pack, and the mouse and scroll sounds, made once at construction.
 ///
 /// The output is paused when nothing has been played for a while, so that an idle desktop sleeps;
-/// play() and wake() start it again. Thread: main. Owns: the mixer and every sound it plays. The
-/// output must outlive the engine.
+/// play() and wake() start it again. The output must outlive the engine. Thread: main. Owns: the
+/// mixer, and a share of every sound that plays.
 class SoundEngine
 {
 public:
@@ -39,8 +40,8 @@ public:
 
     static constexpr std::size_t playerCount = Mixer::voiceCount;
 
-    /// How often the engine looks whether anything was played since it last looked; the output is
-    /// paused at the first look that finds nothing.
+    /// The interval of the check whether anything was played since the last check; if not, the
+    /// output is paused.
     static constexpr std::chrono::milliseconds idleTime{10'000};
 
     SoundEngine(AudioOutput& output, MakeTimer makeTimer, IndexDraw draw = systemDraw());
@@ -48,29 +49,29 @@ public:
     SoundEngine(const SoundEngine&) = delete;
     SoundEngine& operator=(const SoundEngine&) = delete;
 
-    /// Plays the buffer, which is not null, once and at once on the next player, cutting off what
-    /// that player still plays. Allocates nothing. Without a running output, or with more sounds
-    /// under way than the mixer takes, the player's turn passes in silence.
+    /// Plays the buffer, which is not null, once on the next player, which cuts off the sound it is
+    /// still playing. Allocates nothing. The player's turn passes in silence when the output does
+    /// not run or the mixer has as many sounds as it can take.
     void play(AudioBufferPtr buffer, float pan, float gain);
 
     void playMouse(bool down, float pan);
     void playScroll(float pan);
 
-    /// Types a short phrase with the pack, independent of the selected one. Reads the sounds it
-    /// needs before it returns and plays them within the next 1.2 s.
+    /// Types a short phrase with this pack, whichever is selected. Loads the sounds before it
+    /// returns and plays them within the next 1.2 s.
     void preview(const SoundPack& pack);
 
-    /// Makes the output ready for a sound that is likely to come.
+    /// Starts the output before a sound that is likely to follow.
     void wake();
 
     void setKeyBank(SoundBank bank) { m_keyBank = std::move(bank); }
 
-    /// Of everything, from 0 to 1.
+    /// The volume of all sounds, from 0 to 1.
     void setVolume(float volume);
 
     [[nodiscard]] const AudioFormat& format() const { return m_format; }
     [[nodiscard]] const SoundBank& keyBank() const { return m_keyBank; }
-    /// Chooses among the variants of every sound.
+    /// Draws the variant of every sound.
     [[nodiscard]] const IndexDraw& draw() const { return m_draw; }
     [[nodiscard]] float volume() const { return m_volume; }
     [[nodiscard]] int nextPlayer() const { return m_nextPlayer; }

@@ -7,13 +7,15 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <numeric>
 #include <optional>
+#include <utility>
 
 namespace clavo
 {
 
-/// The sounds the mixer may be reading. Each is kept alive under a number until the mixer has let
-/// go of it. All places exist from the beginning, so keeping a sound allocates nothing.
+/// The sounds that the mixer may be reading. Each is kept alive under a number until the mixer
+/// releases it. The capacity is fixed, so keeping a sound allocates nothing.
 ///
 /// Thread: main. Owns: a share of every kept buffer.
 class SoundLedger
@@ -21,13 +23,24 @@ class SoundLedger
 public:
     static constexpr std::size_t capacity = Mixer::soundLimit;
 
-    SoundLedger();
+    SoundLedger() { std::iota(m_free.begin(), m_free.end(), 0U); }
 
-    /// The number the buffer is kept under; nothing when every place is taken.
-    [[nodiscard]] std::optional<std::uint32_t> keep(AudioBufferPtr buffer);
+    /// Keeps the buffer and returns its number; nothing when the ledger is full.
+    [[nodiscard]] std::optional<std::uint32_t> keep(AudioBufferPtr buffer)
+    {
+        if (m_freeCount == 0)
+            return std::nullopt;
+        const std::uint32_t sound = m_free[--m_freeCount];
+        m_buffers[sound] = std::move(buffer);
+        return sound;
+    }
 
-    /// Gives the buffer up and frees it if nobody else has it. The number is in use.
-    void letGo(std::uint32_t sound);
+    /// Releases the buffer, which is freed if it is not shared. The number must be in use.
+    void release(std::uint32_t sound)
+    {
+        m_buffers[sound].reset();
+        m_free[m_freeCount++] = sound;
+    }
 
     [[nodiscard]] bool isEmpty() const { return m_freeCount == capacity; }
 

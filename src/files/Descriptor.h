@@ -6,7 +6,7 @@
 namespace clavo
 {
 
-/// An open file, closed with it. Negative: there is none.
+/// An open file, closed by the destructor; none when the number is negative.
 class Descriptor
 {
 public:

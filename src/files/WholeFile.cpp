@@ -4,9 +4,11 @@
 #include "files/Descriptor.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -20,7 +22,13 @@ namespace
 namespace fs = std::filesystem;
 
 constexpr std::string_view temporaryPrefix = ".clavo-new-";
-constexpr int mostLinks = 40; // The kernel follows as many.
+constexpr int mostLinks = 40; // The kernel's limit.
+
+/// Whether the path contains a zero byte, at which system calls would end it.
+bool isCutShort(const fs::path& path)
+{
+    return path.native().find('\0') != fs::path::string_type::npos;
+}
 
 bool writeAll(int file, std::string_view content)
 {
@@ -37,7 +45,7 @@ bool writeAll(int file, std::string_view content)
 
 bool flush(int file)
 {
-#ifdef F_FULLFSYNC // Where it exists, fsync() leaves the data in the cache of the disk.
+#ifdef F_FULLFSYNC // On systems with it, fsync() leaves the data in the disk's cache.
     if (::fcntl(file, F_FULLFSYNC) == 0)
         return true;
 #endif
@@ -52,7 +60,8 @@ bool renameOver(const std::string& from, const fs::path& to)
            std::rename(from.c_str(), to.c_str()) == 0;
 }
 
-/// What to replace: the file behind a link, or the link itself when it leads to anything else.
+/// The file to replace: the target of a link, or the link itself if the target is not a regular
+/// file.
 fs::path replacedFile(const fs::path& file)
 {
     std::error_code error;
@@ -73,6 +82,41 @@ std::error_code lastError()
 
 } // namespace
 
+std::optional<FileIdentity> identityOf(const fs::path& path)
+{
+    struct stat status = {};
+    if (isCutShort(path) || ::stat(path.c_str(), &status) != 0)
+        return std::nullopt;
+    return FileIdentity{.device = static_cast<std::uint64_t>(status.st_dev),
+                        .number = static_cast<std::uint64_t>(status.st_ino)};
+}
+
+std::optional<std::string> readRegularFile(const fs::path& path, std::uint64_t maximumSize)
+{
+    if (isCutShort(path))
+        return std::nullopt;
+
+    // Opened without blocking and then examined by its descriptor, so that a pipe cannot replace
+    // the file between a check and the opening.
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    struct stat status = {};
+    if (file.number() < 0 || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode))
+        return std::nullopt;
+    const auto size = static_cast<std::uint64_t>(status.st_size);
+    if (size > maximumSize)
+        return std::nullopt;
+
+    std::string content(size, '\0');
+    std::size_t filled = 0;
+    while (filled < size) {
+        const auto count = ::read(file.number(), content.data() + filled, size - filled);
+        if (count <= 0)
+            return std::nullopt;
+        filled += static_cast<std::size_t>(count);
+    }
+    return content;
+}
+
 std::error_code replaceFile(const fs::path& file, std::string_view content, Durability durability)
 {
     const auto target = replacedFile(file);
@@ -89,8 +133,7 @@ std::error_code replaceFile(const fs::path& file, std::string_view content, Dura
         return error;
     }
     if (isDurable) {
-        // The new name has to reach the disk too. If the file system cannot flush it, the file is
-        // still whole.
+        // The new name has to reach the disk too. The file is complete even if this fails.
         const Descriptor names(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         if (names.number() >= 0)
             static_cast<void>(flush(names.number()));

@@ -12,9 +12,8 @@ namespace clavo
 
 /// A system-wide keyboard shortcut that runs an action when it is pressed.
 ///
-/// The action belongs to the class: a press of any hot key runs that of the one constructed last,
-/// and destroying a hot key leaves it as it is. Only one hot key is meant to exist. Thread: main,
-/// where the action runs too.
+/// All hot keys share one action: that of the hot key constructed last, even after its destruction.
+/// Only one hot key is meant to exist. Thread: main, also for the action.
 class GlobalHotKey
 {
 public:
@@ -22,8 +21,8 @@ public:
     static constexpr std::int64_t cmdKey = HotKeyModifier::cmdKey;
     static constexpr std::int64_t shiftKey = HotKeyModifier::shiftKey;
 
-    /// Registers the shortcut. A refusal is silent: presses never arrive then. Both numbers lie in
-    /// 0...4294967295; any other ends the program. An empty action does nothing.
+    /// Registers the shortcut. If that is refused, no press is ever reported. A number outside
+    /// 0…4294967295 is fatal. An empty action does nothing.
     GlobalHotKey(HotKeyService& service, std::int64_t keyCode, std::int64_t modifiers,
                  std::function<void()> newAction);
     ~GlobalHotKey(); // Unregisters it.

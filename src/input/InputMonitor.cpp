@@ -14,7 +14,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-extern char** environ; // POSIX leaves the declaration to the program.
+extern char** environ; // POSIX requires the program to declare it.
 
 namespace clavo
 {
@@ -26,7 +26,7 @@ constexpr EventMask bit(std::uint32_t type)
     return EventMask{1} << type;
 }
 
-// Neither other buttons nor motion and drags: they make no sound and would wake the program.
+// Without other buttons, motion and drags, which make no sound and would wake the program.
 constexpr EventMask wantedEvents =
     bit(RawEventType::keyDown) | bit(RawEventType::keyUp) | bit(RawEventType::flagsChanged) |
     bit(RawEventType::leftMouseDown) | bit(RawEventType::leftMouseUp) |
@@ -37,8 +37,7 @@ constexpr EventMask wantedEvents =
 
 InputMonitor::InputMonitor(EventTap& tap, SecureInput& secureInput, Screens& screens,
                            std::function<std::chrono::nanoseconds()> uptime)
-    : m_installable(tap), m_secureInput(secureInput), m_screens(screens),
-      m_uptime(std::move(uptime))
+    : m_tap(tap), m_secureInput(secureInput), m_screens(screens), m_uptime(std::move(uptime))
 {
     m_heldModifiers.reserve(64);
 }
@@ -47,19 +46,17 @@ bool InputMonitor::start()
 {
     if (m_isRunning)
         return true;
-    if (!m_installable.create(wantedEvents, [this](const RawEvent& event) { handle(event); }))
-        return false;
-    m_tap = &m_installable;
-    m_tap->enable();
-    m_isRunning = true;
-    return true;
+    m_isRunning = m_tap.create(wantedEvents, [this](const RawEvent& event) { handle(event); });
+    if (m_isRunning)
+        m_tap.enable();
+    return m_isRunning;
 }
 
 void InputMonitor::handle(const RawEvent& event)
 {
     if (event.type >= RawEventType::tapDisabledByTimeout) {
-        if (m_tap)
-            m_tap->enable();
+        if (m_isRunning)
+            m_tap.enable();
         return;
     }
     m_lastEvent = m_uptime();
@@ -93,7 +90,7 @@ void InputMonitor::handle(const RawEvent& event)
     }
 }
 
-/// Whether secure input is on. Logs once each time it is switched on.
+/// Whether secure input is active. Logs each activation once.
 bool InputMonitor::isSilenced()
 {
     if (!m_secureInput.isEnabled()) {
@@ -107,16 +104,14 @@ bool InputMonitor::isSilenced()
     return true;
 }
 
-/// A modifier's event has no direction: every other one of a key is a press. True for a press.
+/// A modifier's event has no direction: a key's events alternate, beginning with a press. True for
+/// a press.
 bool InputMonitor::toggleModifier(std::int64_t code)
 {
-    const auto held = std::find(m_heldModifiers.begin(), m_heldModifiers.end(), code);
-    if (held == m_heldModifiers.end()) {
+    const bool isPress = std::erase(m_heldModifiers, code) == 0;
+    if (isPress)
         m_heldModifiers.push_back(code);
-        return true;
-    }
-    m_heldModifiers.erase(held);
-    return false;
+    return isPress;
 }
 
 float InputMonitor::pan(const RawEvent& event)
@@ -128,7 +123,7 @@ float InputMonitor::pan(const RawEvent& event)
         right = std::max(right, screen.x + screen.width);
     }
     const double width = right - left;
-    if (!(width > 0)) // Also when it is not a number.
+    if (!(width > 0)) // True also for NaN.
         return 0;
     const auto fraction = static_cast<float>((event.x - left) / width);
     return (fraction + fraction) - 1;

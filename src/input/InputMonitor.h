@@ -19,12 +19,12 @@ namespace clavo
 /// The desktop's input as the program sees it: raw events in, keys, clicks and scroll ticks out,
 /// and nothing at all while secure text entry is active.
 ///
-/// It refers to its ports and, once started, is referred to by the tap: neither is used after the
-/// other is gone. Thread: main.
+/// The ports must outlive it, and after its end the tap must not deliver any more events.
+/// Thread: main.
 class InputMonitor
 {
 public:
-    /// A key or a modifier key moved.
+    /// A key or a modifier key was pressed or released.
     struct Key {
         std::int64_t code = 0; // Virtual key code.
         bool down = false;
@@ -32,7 +32,7 @@ public:
         bool operator==(const Key&) const = default;
     };
 
-    /// The left or the right mouse button moved.
+    /// The left or the right mouse button was pressed or released.
     struct Mouse {
         bool down = false;
         float pan = 0; // −1 at the left edge of the desktop, +1 at the right edge; not clamped.
@@ -40,7 +40,7 @@ public:
         bool operator==(const Mouse&) const = default;
     };
 
-    /// The wheel moved by one detent.
+    /// The wheel turned by one detent.
     struct Scroll {
         float pan = 0; // As for Mouse.
 
@@ -56,21 +56,21 @@ public:
     InputMonitor& operator=(const InputMonitor&) = delete;
     ~InputMonitor() = default;
 
-    /// Receives every event; without it they are read and dropped. Set before start().
+    /// Receives every event; without it, events are dropped. Set before start().
     std::function<void(const Event&)> onEvent;
 
-    /// Starts listening, for the rest of the process. True if the monitor listens, also when it
-    /// did already; false if the platform refused: nothing has changed and it may be tried again.
+    /// Starts listening, for the rest of the process. True if the monitor is listening, even from
+    /// before; false, without any effect, if the platform refuses.
     [[nodiscard]] bool start();
 
     [[nodiscard]] bool isRunning() const { return m_isRunning; }
 
-    /// The uptime of the last event of the desktop, of any kind; nothing before the first.
+    /// The uptime of the last event of any kind; nothing before the first.
     [[nodiscard]] std::optional<std::chrono::nanoseconds> lastEvent() const { return m_lastEvent; }
 
-    /// Whether a newly started process of the executable may listen: it is run with the one
-    /// argument "--check-input-access" and must exit with status 0. False also when it cannot be
-    /// started. Blocks until it has ended. Thread: any but main.
+    /// Whether a new process of the executable may listen: run with the one argument
+    /// "--check-input-access", it must exit with status 0. False also if it cannot be started.
+    /// Blocks until the process ends. Thread: any but main.
     [[nodiscard]] static bool
     permissionGrantedInFreshProcess(const std::filesystem::path& executable);
 
@@ -81,15 +81,14 @@ private:
     [[nodiscard]] float pan(const RawEvent& event);
     void deliver(const Event& event);
 
-    EventTap& m_installable;
+    EventTap& m_tap;
     SecureInput& m_secureInput;
     Screens& m_screens;
     std::function<std::chrono::nanoseconds()> m_uptime;
     std::optional<std::chrono::nanoseconds> m_lastEvent;
-    EventTap* m_tap = nullptr; // The installed tap; null until start() has succeeded.
-    bool m_isRunning = false;
-    std::vector<std::int64_t> m_heldModifiers; // A set; a handful at most, so never reallocated.
-    bool m_secureLogged = false;               // Since secure input was last switched on.
+    bool m_isRunning = false;                  // The tap is installed.
+    std::vector<std::int64_t> m_heldModifiers; // A set of a few keys; never reallocated.
+    bool m_secureLogged = false;               // Since secure input became active.
 };
 
 } // namespace clavo

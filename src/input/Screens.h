@@ -12,14 +12,13 @@ struct ScreenExtent {
     double width = 0;
 };
 
-/// The screens of the desktop as they are now.
-/// Thread: main.
+/// The current screens of the desktop. Thread: main.
 class Screens
 {
 public:
     virtual ~Screens() = default;
 
-    /// Every screen's extent; empty when there is none. Valid until the next call.
+    /// The extents of all screens, if any. Valid until the next call.
     [[nodiscard]] virtual std::span<const ScreenExtent> extents() = 0;
 };
 

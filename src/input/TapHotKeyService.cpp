@@ -17,7 +17,7 @@ constexpr std::array<std::int64_t, 2> shiftKeys{56, 60};
 
 constexpr auto knownModifiers = HotKeyModifier::cmdKey | HotKeyModifier::shiftKey;
 
-/// Of one key; 0 for those that no shortcut knows.
+/// The modifier that the key is; 0 for a key that no shortcut uses as one.
 std::uint32_t modifierOf(std::int64_t keyCode)
 {
     if (std::ranges::find(commandKeys, keyCode) != commandKeys.end())
@@ -27,7 +27,7 @@ std::uint32_t modifierOf(std::int64_t keyCode)
 
 } // namespace
 
-/// Shows the service what it delivers.
+/// Passes every event to the service before the receiver.
 class TapHotKeyService::WatchedTap final : public EventTap
 {
 public:
@@ -39,7 +39,7 @@ public:
     [[nodiscard]] bool create(EventMask mask, Receiver receiver) override
     {
         return m_tap->create(mask, [this, receiver = std::move(receiver)](const RawEvent& event) {
-            m_service.see(event);
+            m_service.handleEvent(event);
             receiver(event);
         });
     }
@@ -74,7 +74,7 @@ std::optional<HotKeyRef> TapHotKeyService::registerHotKey(const HotKey& hotKey,
     return m_lastRef;
 }
 
-void TapHotKeyService::see(const RawEvent& event)
+void TapHotKeyService::handleEvent(const RawEvent& event)
 {
     if (event.type == RawEventType::flagsChanged) {
         if (event.keyCode != capsLock && std::erase(m_heldModifiers, event.keyCode) == 0)
@@ -85,7 +85,7 @@ void TapHotKeyService::see(const RawEvent& event)
         return;
     for (const auto& [ref, registration] : m_registrations) {
         const auto& [hotKey, action] = registration;
-        if (hotKey.keyCode == event.keyCode && holds(hotKey.modifiers)) {
+        if (hotKey.keyCode == event.keyCode && areHeld(hotKey.modifiers)) {
             const auto pressed = action; // It may unregister itself.
             pressed();
             return;
@@ -93,8 +93,8 @@ void TapHotKeyService::see(const RawEvent& event)
     }
 }
 
-/// These, by a key of either side, and no others.
-bool TapHotKeyService::holds(std::uint32_t modifiers) const
+/// Whether exactly these modifiers are held, each by its left or right key.
+bool TapHotKeyService::areHeld(std::uint32_t modifiers) const
 {
     std::uint32_t held = 0;
     for (const auto key : m_heldModifiers) {

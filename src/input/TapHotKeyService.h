@@ -4,15 +4,19 @@
 #include "input/EventTap.h"
 #include "input/HotKeyService.h"
 
+#include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace clavo
 {
 
-/// Shortcuts found among the events of a tap, on a desktop that gives none to a program. Whoever
-/// has the keyboard hears their keys as well. Knows Command and Shift and refuses other modifiers.
+/// Recognises shortcuts in the events of a tap, for desktops that offer programs no shortcuts. The
+/// focused application receives the keys as well. Supports Command and Shift and refuses other
+/// modifiers.
 class TapHotKeyService final : public HotKeyService
 {
 public:
@@ -20,8 +24,8 @@ public:
                                                           std::function<void()> pressed) override;
     void unregisterHotKey(HotKeyRef ref) override { m_registrations.erase(ref); }
 
-    /// The tap, whose events pass by this service, which must outlive it, before they are
-    /// delivered.
+    /// Wraps the tap so that its events pass through this service before they are delivered. The
+    /// service must outlive the result.
     [[nodiscard]] std::unique_ptr<EventTap> watched(std::unique_ptr<EventTap> tap);
 
 private:
@@ -31,12 +35,12 @@ private:
     };
     class WatchedTap;
 
-    void see(const RawEvent& event);
-    [[nodiscard]] bool holds(std::uint32_t modifiers) const;
+    void handleEvent(const RawEvent& event);
+    [[nodiscard]] bool areHeld(std::uint32_t modifiers) const;
 
     std::map<HotKeyRef, Registration> m_registrations;
     HotKeyRef m_lastRef = 0;
-    std::vector<std::int64_t> m_heldModifiers; // A set; a handful at most.
+    std::vector<std::int64_t> m_heldModifiers; // A set of a few keys.
 };
 
 } // namespace clavo

@@ -21,7 +21,7 @@ struct Row {
     std::vector<Key> keys;
 };
 
-/// A key whose place is given, not derived from a row.
+/// A key whose position is given, not derived from a row.
 struct PlacedKey {
     std::int64_t code;
     KeyInfo info;
@@ -97,7 +97,7 @@ Keyboard::Keyboard()
     for (const Row& row : rows()) {
         const std::size_t last = row.keys.size() - 1;
         for (std::size_t j = 0; j <= last; ++j) {
-            // The keys at the edges of a character row are modifiers, or count as such (Grave).
+            // The keys at the edges of a row are modifiers or, like Grave, count as such.
             const bool isEdge = j == 0 || (row.slot == KeySlot::row4 && j == last);
             const float place = static_cast<float>(j) / static_cast<float>(last);
             insert(row.keys[j].code,

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "keyboard/KeySlot.h"
 
+#include <cstddef>
+
 namespace clavo
 {
 namespace
@@ -25,25 +27,9 @@ std::uint64_t seedOffset(KeySlot slot)
 
 std::span<const std::int64_t> fallbackScancodes(KeySlot slot)
 {
-    switch (slot) {
-    case KeySlot::row0:
-        return row0;
-    case KeySlot::row1:
-        return row1;
-    case KeySlot::row2:
-        return row2;
-    case KeySlot::row3:
-        return row3;
-    case KeySlot::row4:
-        return row4;
-    case KeySlot::space:
-        return space;
-    case KeySlot::enter:
-        return enter;
-    case KeySlot::backspace:
-        return backspace;
-    }
-    return {};
+    static constexpr std::array<std::span<const std::int64_t>, allKeySlots.size()> scancodes{
+        row0, row1, row2, row3, row4, space, enter, backspace};
+    return scancodes[static_cast<std::size_t>(slot)];
 }
 
 } // namespace clavo

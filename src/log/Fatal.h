@@ -6,7 +6,7 @@
 namespace clavo
 {
 
-/// Ends the program: writes the message to the standard error and aborts. For broken promises only.
+/// Writes the message to the standard error and aborts. For broken preconditions only.
 [[noreturn]] void fatal(std::string_view message);
 
 } // namespace clavo

@@ -14,8 +14,8 @@ std::atomic<Level> threshold = Level::notice;
 
 } // namespace
 
-// In one write, so that the lines of two processes do not mix. fmt::print throws if the standard
-// error is closed.
+// In one write, so that lines of two processes do not mix. Not with fmt::print, which throws if the
+// standard error is closed.
 void writeToStandardError(Level, std::string_view line)
 {
     std::fputs(fmt::format("clavo: {}\n", line).c_str(), stderr);

@@ -6,9 +6,8 @@
 #include <string_view>
 #include <utility>
 
-/// The program's one log. Arguments are shown as they are; one wrapped in Private is shown as
-/// `<private>`. Lines never hold what was typed: no key codes, no text. Thread: main, but for the
-/// level test, which any thread may make.
+/// The program's one log. An argument wrapped in Private is shown as `<private>`, all others as
+/// they are. Lines never contain what was typed: no key codes, no text. Thread: main; isKept() any.
 namespace clavo::log
 {
 
@@ -17,25 +16,24 @@ enum class Level { debug, notice, error };
 /// Receives every line that is not discarded.
 using Sink = void (*)(Level level, std::string_view line);
 
-/// An argument that must not be readable in the log.
+/// An argument to be hidden in the log.
 struct Private {
     std::string_view value;
 };
 
-/// The receiver until another is set. A line that cannot be written is lost.
+/// The initial receiver. A line that cannot be written is lost.
 void writeToStandardError(Level level, std::string_view line);
 
 /// Replaces the receiver of all lines.
 void setSink(Sink sink);
 
-/// The least level that is kept; notice until set.
+/// The lowest level that is kept; notice at first.
 void setThreshold(Level level);
 [[nodiscard]] bool isKept(Level level);
 
 void write(Level level, std::string_view line);
 
-/// Writes a line built from a format, unless its level is discarded, in which case nothing is
-/// formatted.
+// Each writes a formatted line; a line whose level is discarded is not even formatted.
 template <typename... Arguments>
 void debug(fmt::format_string<Arguments...> format, Arguments&&... arguments)
 {

@@ -4,6 +4,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <functional>
 #include <utility>
 
 namespace clavo
@@ -28,8 +29,8 @@ public:
     {
         m_due = std::move(due);
         m_deadline = Clock::now() + delay;
-        // A timer that wakes too early only waits on then. So one that is put off at every key
-        // registers nothing new with the main loop.
+        // A timer that wakes too early waits again. So postponing the timer at every key registers
+        // nothing new with the main loop.
         if (!m_timer.isActive() || m_deadline < m_wakeTime)
             wakeIn(delay);
     }

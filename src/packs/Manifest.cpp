@@ -13,8 +13,8 @@ namespace clavo
 namespace
 {
 
-/// Collects the manifest's members while the parser walks through the text. Every function returns
-/// whether the text can still be a manifest.
+/// Collects the manifest's members while the text is parsed. Every function returns whether the
+/// text can still be a manifest.
 class ManifestReader final : public nlohmann::json_sax<nlohmann::json>
 {
 public:
@@ -83,8 +83,8 @@ public:
         return true;
     }
 
-    bool end_object() override { return left(); }
-    bool end_array() override { return left(); }
+    bool end_object() override { return leaveLevel(); }
+    bool end_array() override { return leaveLevel(); }
 
     bool parse_error(std::size_t, const std::string&, const nlohmann::json::exception&) override
     {
@@ -110,21 +110,22 @@ private:
         return name == "press" ? &m_press : name == "release" ? &m_release : nullptr;
     }
 
-    /// Whether the current place in the text belongs to an unknown member.
+    /// Whether the current value belongs to an unknown member.
     [[nodiscard]] bool isIgnored() const
     {
         return m_depth > 0 && m_text == nullptr && m_sounds == nullptr;
     }
 
-    bool left()
+    bool leaveLevel()
     {
         --m_depth;
         return true;
     }
 
     std::size_t m_depth = 0;
-    Text* m_text = nullptr;     // The member of the manifest being read; null: an unknown one,
-    Sounds* m_sounds = nullptr; // or it is this one.
+    // The member being read, a text or a map of sounds. Both are null for an unknown member.
+    Text* m_text = nullptr;
+    Sounds* m_sounds = nullptr;
     std::string m_scancode;
 
     Text m_id;

@@ -10,7 +10,7 @@
 namespace clavo
 {
 
-/// A thousand keys take 50 kB. What is larger than this is no manifest and is not read.
+/// A manifest of a thousand keys has 50 kB. Larger files than this are not read.
 inline constexpr std::uint64_t maximumManifestSize = 16U << 20U;
 
 /// The content of a pack's `pack.json`, as written.
@@ -29,13 +29,11 @@ struct Manifest {
 };
 
 /// Reads a manifest from JSON. Nothing when the text is not JSON, or when a member other than
-/// `credit` is missing, null or of another type. Members it does not know are passed over. A member
-/// that is repeated counts once, with its last value. Memory grows with what is kept, not with the
-/// depth of the text.
+/// `credit` is missing, null or of the wrong type. Unknown members are ignored. Of a repeated
+/// member the last value counts. Memory use depends on what is kept, not on the depth of the text.
 [[nodiscard]] std::optional<Manifest> parseManifest(std::string_view json);
 
-/// A scancode as a manifest writes it: a decimal number with an optional sign and nothing else
-/// around it.
+/// A scancode as written in a manifest: a decimal number with an optional sign and nothing else.
 [[nodiscard]] std::optional<std::int64_t> parseScancode(std::string_view text);
 
 } // namespace clavo

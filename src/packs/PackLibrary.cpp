@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "packs/PackLibrary.h"
 
-#include "files/RegularFile.h"
+#include "files/WholeFile.h"
+#include "keyboard/KeySlot.h"
 #include "log/Fatal.h"
 #include "packs/PlaybackRate.h"
 #include "packs/SoundFile.h"
@@ -27,25 +28,30 @@ using Variants = SoundBank::Variants;
 
 constexpr std::int64_t synthesizedVariants = 5;
 
-/// Sounds share blocks of this many samples: a bank comes and goes as a whole, and the system gives
-/// and takes a few large blocks far faster than hundreds of small ones. An ordinary pack takes one,
-/// of which the system backs only what is written to.
+/// Sounds share blocks of this many samples: a bank is allocated and freed as a whole, and a few
+/// large blocks are far faster than hundreds of small ones. An ordinary pack needs one block, of
+/// which the system backs only the pages that are written.
 constexpr std::size_t blockSamples = std::size_t{4} << 20U;
 
-void append(Variants& variants, AudioBufferPtr sound)
+/// What `render` makes of each variant's number, without the empty ones.
+template <typename Render> Variants variantsOf(const AudioFormat& format, const Render& render)
 {
-    if (sound)
-        variants.push_back(std::move(sound));
+    Variants variants;
+    for (std::int64_t variant = 0; variant < synthesizedVariants; ++variant) {
+        if (auto sound = buffer(render(variant), format))
+            variants.push_back(std::move(sound));
+    }
+    return variants;
 }
 
-/// The sounds of one bank while it is made. Reads every file once, whatever the pack calls it, and
-/// keeps one recording at a time beside the finished variants.
+/// Makes the sounds of one bank. Reads every file once, even under several names, and holds one
+/// recording at a time beside the finished variants.
 class BankSounds
 {
 public:
     BankSounds(const SoundPack& pack, const AudioFormat& format) : m_pack(pack), m_format(format) {}
 
-    /// The sounds of these names, for the scancodes of `only` alone if it is given.
+    /// The sounds of these names; if `only` is given, of its scancodes alone.
     std::map<std::int64_t, Variants> load(const SoundPack::SoundNames& names,
                                           const std::set<std::int64_t>* only)
     {
@@ -53,75 +59,74 @@ public:
         for (const auto& [scancode, name] : names) {
             if (only != nullptr && !only->contains(scancode))
                 continue;
-            const Sound& sound = named(name);
-            if (sound.state == State::Loaded)
+            const Sound& sound = soundNamed(name);
+            if (sound.state == State::loaded)
                 sounds.emplace_hint(sounds.end(), scancode, sound.variants);
-            else if (sound.state == State::LeftOut)
+            else if (sound.state == State::leftOut)
                 ++m_leftOut;
         }
         return sounds;
     }
 
-    /// For how many scancodes there was no room.
+    /// The number of scancodes for which there was no room.
     [[nodiscard]] std::size_t leftOut() const { return m_leftOut; }
 
 private:
-    enum class State { Loaded, Unreadable, LeftOut };
+    enum class State { loaded, unreadable, leftOut };
     struct Sound {
-        State state = State::Unreadable;
+        State state = State::unreadable;
         Variants variants = {};
     };
 
-    const Sound& named(const std::string& name)
+    const Sound& soundNamed(const std::string& name)
     {
         auto path = m_pack.folder;
-        path += "/sounds/" + name + ".wav"; // As text: the name is no path of its own.
+        path += "/sounds/" + name + ".wav"; // As text; operator/ would accept an absolute name.
         const auto file = identityOf(path);
         if (!file)
             return m_missing;
         const auto [sound, isNew] = m_sounds.try_emplace(*file);
         if (isNew)
-            sound->second = read(path);
+            sound->second = readSound(path);
         return sound->second;
     }
 
-    /// The first sound that does not fit ends the bank: those behind it are not even decoded, which
-    /// bounds the time as well.
-    Sound read(const std::filesystem::path& file)
+    /// After the first sound that does not fit, no other is decoded; this limits the time too.
+    Sound readSound(const std::filesystem::path& file)
     {
         if (m_room == 0)
-            return {.state = State::LeftOut};
+            return {.state = State::leftOut};
         const auto samples = loadSound(file, m_format);
         if (!samples)
-            return {.state = State::Unreadable};
+            return {.state = State::unreadable};
         std::size_t needed = 0;
         for (const double rate : playbackRates)
             needed += replayedLength(samples->size(), rate);
         if (needed > m_room) {
             m_room = 0;
-            return {.state = State::LeftOut};
+            return {.state = State::leftOut};
         }
         m_room -= needed;
-        return {.state = State::Loaded, .variants = variantsOf(*samples)};
+        return {.state = State::loaded, .variants = replayedVariants(*samples)};
     }
 
-    /// The variants of a recording in the order of their rates, without those that have no sample.
-    Variants variantsOf(std::span<const float> recording)
+    /// The variants of a recording in the order of their rates, without the empty ones.
+    Variants replayedVariants(std::span<const float> recording)
     {
         Variants variants;
         for (const double rate : playbackRates) {
             const auto length = replayedLength(recording.size(), rate);
             if (length == 0)
                 continue;
-            const auto [block, replayed] = memory(length);
+            const auto [block, replayed] = takeMemory(length);
             replay(recording, rate, replayed);
             variants.push_back(std::make_shared<const AudioBuffer>(block, replayed));
         }
         return variants;
     }
 
-    /// Memory for `count` samples, and the block that it is a part of.
-    std::pair<std::shared_ptr<float[]>, std::span<float>> memory(std::size_t count)
+    /// Memory for `count` samples, and the block that it belongs to.
+    std::pair<std::shared_ptr<float[]>, std::span<float>> takeMemory(std::size_t count)
     {
         if (count > m_free.size()) {
             const auto size = std::max(count, blockSamples);
@@ -140,11 +145,11 @@ private:
     const SoundPack& m_pack;
     const AudioFormat& m_format;
     std::map<FileIdentity, Sound> m_sounds;
-    Sound m_missing;                                 // Of every name that leads to no file.
+    Sound m_missing;                                 // For every name without a file.
     std::size_t m_room = bankBudget / sizeof(float); // Samples that still fit.
     std::size_t m_leftOut = 0;
-    std::shared_ptr<float[]> m_block; // The latest one,
-    std::span<float> m_free;          // and what is left of it.
+    std::shared_ptr<float[]> m_block; // The latest block.
+    std::span<float> m_free;          // The unused end of the block.
 };
 
 } // namespace
@@ -166,7 +171,7 @@ PackFolders folders(const std::filesystem::path& resources,
 
 std::vector<SoundPack> allPacks(const PackFolders& folders)
 {
-    // Texts compare byte by byte, which in UTF-8 is the order of their code points.
+    // Bytewise comparison, which for UTF-8 is the order of the code points.
     auto all = packs(folders.builtIn, false);
     std::ranges::stable_sort(all, {}, [](const SoundPack& pack) {
         return std::tuple<PackCategory, const std::string&>(pack.category, pack.name);
@@ -211,19 +216,16 @@ AudioBufferPtr buffer(std::vector<float> samples, const AudioFormat& format)
 
 Variants synthVariants(const SwitchProfile& profile, bool release, const AudioFormat& format)
 {
-    Variants variants;
-    for (std::int64_t variant = 0; variant < synthesizedVariants; ++variant)
-        append(variants,
-               buffer(SwitchSynth::render(profile, KeySlot::row3, release, variant), format));
-    return variants;
+    return variantsOf(format, [&](std::int64_t variant) {
+        return SwitchSynth::render(profile, KeySlot::row3, release, variant);
+    });
 }
 
 Variants mouseVariants(bool release, const AudioFormat& format)
 {
-    Variants variants;
-    for (std::int64_t variant = 0; variant < synthesizedVariants; ++variant)
-        append(variants, buffer(SwitchSynth::renderMouse(release, variant), format));
-    return variants;
+    return variantsOf(format, [release](std::int64_t variant) {
+        return SwitchSynth::renderMouse(release, variant);
+    });
 }
 
 } // namespace clavo::PackLibrary

@@ -4,7 +4,7 @@
 #include "packs/SoundPack.h"
 #include "synth/AudioBuffer.h"
 #include "synth/SoundBank.h"
-#include "synth/SwitchProfile.h"
+#include "synth/SwitchSynth.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -15,54 +15,53 @@
 namespace clavo
 {
 
-/// Where packs are looked for.
+/// The folders that contain packs.
 struct PackFolders {
-    std::filesystem::path builtIn; // Empty where the application has no resources.
+    std::filesystem::path builtIn; // Empty when the application has no resources.
     std::filesystem::path custom;  // The user's.
 };
 
 } // namespace clavo
 
-/// Finds sound packs on disk and turns them into ready sounds. Keeps nothing between calls, decodes
-/// on the caller's thread, and passes over in silence what cannot be read.
+/// Finds sound packs on disk and turns them into sounds ready to play. Stateless; decodes on the
+/// caller's thread and silently skips what cannot be read.
 namespace clavo::PackLibrary
 {
 
-/// The user's folder of packs below the application support folder. Created, if missing, on every
-/// call.
+/// The user's folder of packs below the application support folder. Created if missing.
 [[nodiscard]] std::filesystem::path customFolder(const std::filesystem::path& applicationSupport);
 
-/// Where packs are for a program with these resources (none: an empty path) and this application
-/// support folder. Creates the user's, as customFolder() does.
+/// The pack folders for these resources (an empty path for none) and this application support
+/// folder. Creates the user's folder if missing.
 [[nodiscard]] PackFolders folders(const std::filesystem::path& resources,
                                   const std::filesystem::path& applicationSupport);
 
 /// The built-in packs by category and name, then the user's by name.
 [[nodiscard]] std::vector<SoundPack> allPacks(const PackFolders& folders);
 
-/// The packs directly inside a folder, hidden ones included, in the order in which the folder lists
-/// them. None for an empty path.
+/// The packs directly inside a folder, including hidden ones, in directory order. None for an empty
+/// path.
 [[nodiscard]] std::vector<SoundPack> packs(const std::filesystem::path& folder, bool isCustom);
 
-/// What all samples of one bank may take together, in bytes. A full keyboard of recordings of half
-/// a second takes a third of it.
+/// The maximum size of all samples of one bank, in bytes. A full keyboard of half-second recordings
+/// takes a third of it.
 inline constexpr std::size_t bankBudget = std::size_t{256} << 20U;
 
-/// Decodes a pack's sounds, for the scancodes of `only` alone if it is given: presses, then
-/// releases, in the order of their scancodes, until the budget is spent. A sound that cannot be
-/// loaded or has no room gives no entry, one without samples an entry without variants.
+/// Decodes a pack's sounds; if `only` is given, of its scancodes alone. Loads presses, then
+/// releases, each in the order of their scancodes, until the budget is spent. A sound that cannot
+/// be loaded or has no room gives no entry; a sound without samples gives an entry without
+/// variants.
 [[nodiscard]] SoundBank makeBank(const SoundPack& pack, const AudioFormat& format,
                                  const std::set<std::int64_t>* only = nullptr);
 
 /// The samples as a sound of the format; null when there are none or the format is not mono.
 [[nodiscard]] AudioBufferPtr buffer(std::vector<float> samples, const AudioFormat& format);
 
-/// The five variants of a synthesized stroke of a home-row key. None where the stroke has no
-/// length.
+/// The five variants of a synthesized stroke of a home-row key; none if the stroke has no length.
 [[nodiscard]] SoundBank::Variants synthVariants(const SwitchProfile& profile, bool release,
                                                 const AudioFormat& format);
 
-/// The five variants of a mouse button going down, or up when `release`.
+/// The five variants of a mouse button's press or release.
 [[nodiscard]] SoundBank::Variants mouseVariants(bool release, const AudioFormat& format);
 
 } // namespace clavo::PackLibrary

@@ -21,20 +21,20 @@ Position positionOf(std::int32_t index, double rate)
     return {sample, position - sample};
 }
 
-/// How many samples from this one on read the recording one sample further each. At rates near 1
-/// these are dozens, which is what makes replaying fast: their neighbours stand side by side.
+/// The number of output samples from `index` on of which each reads the recording exactly one
+/// sample after the one before. At rates near 1 a run has dozens of samples, and its loop
+/// vectorises.
 std::int32_t runLength(std::int32_t index, const Position& first, double rate)
 {
     const double steps = rate < 1 ? first.fraction / (1 - rate) : (1 - first.fraction) / (rate - 1);
     auto length = static_cast<std::int32_t>(std::min(steps, 1e6)) + 1;
-    // An estimate that is one too long, or rounded, ends behind the step.
+    // The estimate may be too long by one, or by rounding.
     while (length > 1 && positionOf(index + length - 1, rate).sample != first.sample + length - 1)
         --length;
     return length;
 }
 
-/// Interpolates `out.size()` samples from index on, in a run that starts at a sample of the
-/// recording.
+/// Interpolates the samples of one run, which starts at `sample` of the recording.
 void replayRun(const float* recording, std::int32_t index, std::int32_t sample, double rate,
                std::span<float> out)
 {
@@ -69,7 +69,7 @@ void replay(std::span<const float> samples, double rate, std::span<float> replay
                   replayed.subspan(static_cast<std::size_t>(index), static_cast<std::size_t>(run)));
         index += run;
     }
-    // Behind the last sample comes silence.
+    // Silence follows the last sample.
     for (; index < length; ++index) {
         const Position last = positionOf(index, rate);
         const float sample = samples[static_cast<std::size_t>(last.sample)];

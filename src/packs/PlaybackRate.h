@@ -8,17 +8,18 @@
 namespace clavo
 {
 
-/// The rates at which a recording is replayed, one variant each.
+/// The playback rates of a recording's variants.
 inline constexpr std::array playbackRates{0.97, 0.985, 1.0, 1.015, 1.03};
 
-/// The number of samples of a recording of `count` samples replayed at a rate, which is above 0.
+/// The length of a recording of `count` samples when replayed at a rate above 0.
 [[nodiscard]] constexpr std::size_t replayedLength(std::size_t count, double rate)
 {
     return static_cast<std::size_t>(static_cast<double>(count) / rate);
 }
 
-/// Replays a recording at a rate by linear interpolation: above 1 shorter and higher, below 1
-/// longer and lower, at exactly 1 unchanged. `replayed` holds replayedLength() samples.
+/// Replays a recording by linear interpolation. A rate above 1 gives a shorter and higher sound,
+/// below 1 a longer and lower one, exactly 1 the recording itself. `replayed` has replayedLength()
+/// samples.
 void replay(std::span<const float> samples, double rate, std::span<float> replayed);
 
 } // namespace clavo

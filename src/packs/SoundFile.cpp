@@ -1,18 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "packs/SoundFile.h"
 
-#include "files/RegularFile.h"
+#include "files/WholeFile.h"
 
 #include <sndfile.h>
 #include <soxr.h>
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <numeric>
 #include <span>
 #include <string_view>
+#include <utility>
 
 namespace clavo
 {
@@ -24,8 +27,8 @@ constexpr double maximumSeconds = 120;
 constexpr double maximumFrames = maximumSeconds * 192000;
 constexpr std::size_t blockFrames = 4096;
 
-/// A file in memory, as libsndfile reads one. Reading it through the library's own small reads
-/// would cost a system call for every field of the header.
+/// A file in memory for libsndfile. Reading from disk, the library makes a system call for every
+/// field of the header.
 struct MemoryFile {
     std::string_view content;
     sf_count_t position = 0;
@@ -49,7 +52,7 @@ sf_count_t seekIn(sf_count_t offset, int whence, void* context)
     const sf_count_t origin = whence == SEEK_SET   ? 0
                               : whence == SEEK_CUR ? file.position
                                                    : file.size();
-    // A header may send the reader anywhere; compared so that the sum cannot overflow.
+    // A header may hold any offset; compared so that the sum cannot overflow.
     if (offset < -origin || offset > file.size() - origin)
         return -1;
     file.position = origin + offset;
@@ -65,11 +68,6 @@ sf_count_t readFrom(void* destination, sf_count_t count, void* context)
                     static_cast<std::size_t>(taken));
     file.position += taken;
     return taken;
-}
-
-sf_count_t writeTo(const void*, sf_count_t, void*)
-{
-    return 0;
 }
 
 sf_count_t tellOf(void* context)
@@ -105,12 +103,12 @@ void appendAverages(std::vector<float>& mono, std::span<const float> interleaved
     }
 }
 
-/// Decodes a whole file and mixes it down. Nothing when it is no sound file, or an absurdly long
-/// one.
+/// Decodes a whole file and mixes it down to mono. Nothing when it is not a sound file or exceeds
+/// the maximum length.
 std::optional<Recording> decode(std::string_view content)
 {
     MemoryFile memory{content};
-    SF_VIRTUAL_IO access{sizeOf, seekIn, readFrom, writeTo, tellOf};
+    SF_VIRTUAL_IO access{sizeOf, seekIn, readFrom, /*write*/ nullptr, tellOf};
     SF_INFO info{};
     const std::unique_ptr<SNDFILE, Closer> file(sf_open_virtual(&access, SFM_READ, &info, &memory));
     if (!file || info.channels < 1 || info.samplerate < 1)
@@ -139,8 +137,8 @@ struct ResamplerDeleter {
     void operator()(soxr_t resampler) const { soxr_delete(resampler); }
 };
 
-/// The recording at another rate. It is handed over in blocks: the resampler grows its memory step
-/// by step for all that it is given at once.
+/// The recording at another rate. Passed in blocks, because the resampler's memory grows step by
+/// step with the input that it is given at once.
 std::optional<std::vector<float>> resampled(const Recording& recording, double sampleRate)
 {
     const soxr_quality_spec_t quality = soxr_quality_spec(SOXR_HQ, 0);

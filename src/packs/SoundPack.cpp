@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "packs/SoundPack.h"
 
-#include "files/RegularFile.h"
+#include "files/WholeFile.h"
 #include "log/Fatal.h"
 #include "packs/Manifest.h"
 

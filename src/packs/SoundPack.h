@@ -1,25 +1,48 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "packs/PackCategory.h"
-
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace clavo
 {
+
+/// The kind of switch that a pack sounds like, in display order.
+enum class PackCategory { linear, tactile, clicky, special, custom };
+
+inline constexpr std::array allPackCategories{PackCategory::linear, PackCategory::tactile,
+                                              PackCategory::clicky, PackCategory::special,
+                                              PackCategory::custom};
+
+/// The category's text in a manifest.
+[[nodiscard]] constexpr std::string_view rawValue(PackCategory category)
+{
+    constexpr std::array<std::string_view, allPackCategories.size()> texts{
+        "linear", "tactile", "clicky", "special", "custom"};
+    return texts[static_cast<std::size_t>(category)];
+}
+
+/// The category with exactly this text, if there is one.
+[[nodiscard]] constexpr std::optional<PackCategory> packCategory(std::string_view text)
+{
+    constexpr auto asText = [](auto value) { return rawValue(value); };
+    const auto* const found = std::ranges::find(allPackCategories, text, asText);
+    return found == allPackCategories.end() ? std::nullopt : std::optional(*found);
+}
 
 /// One keyboard's recordings on disk: a folder with `pack.json` and `sounds/<name>.wav`. Two packs
 /// are the same pack when their ids are equal.
 struct SoundPack {
     using SoundNames = std::map<std::int64_t, std::string>; // Scancode → file name without ".wav".
 
-    std::string id; // The manifest's; "custom:" in front of it for a pack of the user's.
+    std::string id; // The manifest's; with the prefix "custom:" for a pack of the user.
     std::string name;
     std::string detail;
     PackCategory category = PackCategory::special;
@@ -28,8 +51,8 @@ struct SoundPack {
     SoundNames press;
     SoundNames release;
 
-    /// Reads `folder/pack.json`; nothing when the folder is not a pack. The sounds are not looked
-    /// at. Two scancodes of one map that are the same number written differently are fatal.
+    /// Reads `folder/pack.json`, without the sounds; nothing when the folder is not a pack. Two
+    /// spellings of one scancode in the same map are fatal.
     [[nodiscard]] static std::optional<SoundPack> load(const std::filesystem::path& folder,
                                                        bool isCustom);
 
@@ -37,10 +60,3 @@ struct SoundPack {
 };
 
 } // namespace clavo
-
-template <> struct std::hash<clavo::SoundPack> {
-    std::size_t operator()(const clavo::SoundPack& pack) const noexcept
-    {
-        return std::hash<std::string>{}(pack.id);
-    }
-};

@@ -18,7 +18,7 @@ class FixedLook final : public AppearanceSettings
 public:
     void watch(Receiver receiver) override
     {
-        receiver({.isDark = true, .accent = AppearanceWish::Color{0.16, 0.50, 1.0}});
+        receiver({.isDark = true, .accent = AppearancePreference::Color{0.16, 0.50, 1.0}});
     }
 };
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "presentation/PackTint.h"
 
-#include "packs/PackCategory.h"
+#include "packs/SoundPack.h"
 
 namespace clavo
 {

@@ -3,7 +3,6 @@
 #include "app/AppState.h"
 #include "app/CommandLine.h"
 #include "app/Instance.h"
-#include "app/Translation.h"
 #include "log/Log.h"
 #include "loop/QtTimer.h"
 #include "platform/Platform.h"

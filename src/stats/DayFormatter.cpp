@@ -29,7 +29,7 @@ const std::string& DayFormatter::key(Moment moment)
     if (moment < m_from || moment >= m_until) {
         const auto local = localTime(moment);
         m_key = key(local.date());
-        // The offset changes within a day where the clock is put forward or back.
+        // Clock changes alter the offset within a day.
         m_from =
             momentOf(local.date().startOfDay(QTimeZone::utc())) - seconds(local.offsetFromUtc());
         m_until = m_from + std::chrono::days(1);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "stats/SnapshotFile.h"
 
-#include "files/RegularFile.h"
 #include "files/WholeFile.h"
 
 #include <nlohmann/json.hpp>
@@ -17,10 +16,10 @@ namespace
 
 using nlohmann::json;
 
-// Enough for two thousand years of days; the program never writes a larger file.
+// Enough for the days of two thousand years; the program never writes a larger file.
 constexpr std::uint64_t greatestSize = 16 << 20;
 
-/// The number under the name; nothing when it is not an integer that fits.
+/// The value as an integer; nothing when it is none or does not fit.
 std::optional<std::int64_t> integer(const json& value)
 {
     if (value.is_number_unsigned() && !std::in_range<std::int64_t>(value.get<std::uint64_t>()))
@@ -30,11 +29,11 @@ std::optional<std::int64_t> integer(const json& value)
     return value.get<std::int64_t>();
 }
 
-std::optional<DailyCounts> dailyCounts(const json& object)
+std::optional<std::map<std::string, std::int64_t>> dailyCounts(const json& object)
 {
     if (!object.is_object())
         return std::nullopt;
-    DailyCounts counts;
+    std::map<std::string, std::int64_t> counts;
     for (const auto& [day, value] : object.items()) {
         const auto count = integer(value);
         if (!count)
@@ -57,7 +56,7 @@ json toObject(const StatsSnapshot& snapshot)
 
 std::optional<StatsSnapshot> parseSnapshot(std::string_view text)
 {
-    // What is nested deeper than a day's count is dropped while it is read, at any depth.
+    // Values nested deeper than a day's count are dropped while they are read.
     const auto isKept = [](int depth, json::parse_event_t, const json&) { return depth <= 2; };
     const auto object = json::parse(text, isKept, /*allow_exceptions=*/false);
     if (!object.is_object())
@@ -98,7 +97,7 @@ bool saveSnapshot(const StatsSnapshot& snapshot, const std::filesystem::path& fi
 
 bool exportSnapshot(const StatsSnapshot& snapshot, const std::filesystem::path& file)
 {
-    // In place: in a sandbox the chosen file may be the only one that can be written in its folder.
+    // Written in place: in a sandbox the chosen file may be the only writable one of its folder.
     std::ofstream stream(file, std::ios::binary);
     stream << exportJson(snapshot);
     stream.close();

@@ -4,9 +4,11 @@
 #include "files/WholeFile.h"
 
 #include <QDir>
+#include <QThreadPool>
 
+#include <cstddef>
+#include <iterator>
 #include <numeric>
-#include <string>
 #include <system_error>
 #include <utility>
 
@@ -18,10 +20,10 @@ namespace
 constexpr int chartDays = 14;
 
 constexpr std::chrono::seconds speedInterval{60};
-constexpr std::chrono::seconds recordInterval{55}; // Of typing before a speed can be the best.
+constexpr std::chrono::seconds recordInterval{55}; // Typing time before a speed can be the best.
 constexpr std::size_t charactersPerWord = 5;
 
-// The lifetime total of a long-time user rather than that of the few days shown.
+// Makes the total that of a long-time user, not only of the few days shown.
 constexpr std::int64_t demoEarlierKeys = 412380;
 
 std::filesystem::path statsFile(const std::filesystem::path& applicationSupport)
@@ -39,6 +41,18 @@ std::filesystem::path demoFile()
 }
 
 } // namespace
+
+StatsSurroundings::RunInBackground StatsSurroundings::oneThread()
+{
+    auto pool = std::make_shared<QThreadPool>();
+    pool->setMaxThreadCount(1);
+    // The only priority below the normal one that Linux has for a thread.
+    pool->setThreadPriority(QThread::IdlePriority);
+    return [pool = std::move(pool)](std::function<void()> task) {
+        // Wrapped, so that the thread's stack names this function: tests/races.supp looks for it.
+        pool->start([task = std::move(task)] { task(); });
+    };
+}
 
 StatsStore::StatsStore(const std::filesystem::path& applicationSupport,
                        StatsSurroundings surroundings)
@@ -88,7 +102,7 @@ void StatsStore::reset()
         emit currentWPMChanged();
 }
 
-// When the clock was set back, times ahead of it stay until it has caught up with them.
+// After the clock was set back, later times stay until the clock has passed them.
 void StatsStore::trackSpeed(DayFormatter::Moment now)
 {
     m_recentChars.push_back(now);
@@ -98,7 +112,7 @@ void StatsStore::trackSpeed(DayFormatter::Moment now)
         m_data.bestWPM = m_currentWPM;
 }
 
-// Every change puts the save off, so what it copies is what the last change left.
+// Every change postpones the save, so it copies the data of the last change.
 void StatsStore::scheduleSave()
 {
     m_saveTimer->start(saveDelay, [this] {

@@ -1,23 +1,42 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "loop/QtTimer.h"
 #include "stats/DayFormatter.h"
 #include "stats/SnapshotFile.h"
-#include "stats/StatsSurroundings.h"
+#include "time/Timer.h"
 
+#include <QDate>
 #include <QDateTime>
 #include <QList>
 #include <QMetaType>
 #include <QObject>
+#include <QTimeZone>
 
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <vector>
 
 namespace clavo
 {
+
+/// Time and threads, as the statistics use them; the real ones by default.
+struct StatsSurroundings {
+    using WallClock = std::function<std::chrono::system_clock::time_point()>;
+    /// Runs tasks one after the other, in the order they come, without blocking the caller.
+    using RunInBackground = std::function<void(std::function<void()>)>;
+
+    /// One thread of low priority. Destroying the last copy of the result waits for its tasks.
+    [[nodiscard]] static RunInBackground oneThread();
+
+    WallClock wallClock = std::chrono::system_clock::now;
+    QTimeZone timeZone = QTimeZone::systemTimeZone();
+    MakeTimer makeTimer = makeQtTimer;
+    RunInBackground runInBackground = oneThread();
+};
 
 /// One bar of the chart of the last days, identified by its date.
 struct StatsDay {
@@ -32,11 +51,11 @@ public:
     bool operator==(const StatsDay&) const = default;
 };
 
-/// The user's typing statistics: keys on each day, speed, streak. Kept in one file on this machine
-/// and nowhere else; what was typed is not in it.
+/// The user's typing statistics: keys per day, speed, streak. Stored in one local file, without
+/// anything that was typed.
 ///
-/// Thread: main. A save works on a copy in the background. A failure is not reported: the
-/// statistics in memory are as they were, and the next save tries again.
+/// Thread: main. Saves run in the background on a copy. A failure is not reported: the statistics
+/// stay in memory, and the next save tries again.
 class StatsStore : public QObject
 {
     Q_OBJECT
@@ -51,41 +70,41 @@ public:
     using Snapshot = StatsSnapshot;
     using Day = StatsDay;
 
-    /// The number of keys with which a day counts for the streak.
+    /// The number of keys from which a day counts for the streak.
     static constexpr std::int64_t qualifyingCount = 50;
     /// From the last change to its save.
     static constexpr std::chrono::milliseconds saveDelay{2000};
 
-    /// The user's statistics: loads "Clavo/stats.json" below the user's application support folder,
-    /// and makes the folder. A file that cannot be read counts as empty and is replaced by the next
-    /// save.
+    /// The user's statistics: creates the folder "Clavo" in the application support folder and
+    /// loads its "stats.json". A file that cannot be read counts as empty and is replaced by the
+    /// next save.
     explicit StatsStore(const std::filesystem::path& applicationSupport,
                         StatsSurroundings surroundings = {});
 
-    /// A demonstration: the days' counts, oldest first, the last one today's. Reads nothing, and
-    /// saves to the system's temporary folder.
+    /// A demonstration with these counts per day, oldest first, today last. Reads no file and saves
+    /// to the system's temporary folder.
     StatsStore(const std::vector<std::int64_t>& demoDays, std::int64_t bestWPM,
                StatsSurroundings surroundings = {});
 
-    /// Drops a save that is still to come and waits for one that has begun.
+    /// Cancels a pending save and waits for a running one.
     ~StatsStore() override;
 
-    /// Counts one key press; that of a key that produces a character also counts for the speed.
-    /// Allocates nothing but at the first key of a day and of a faster minute than any before.
+    /// Counts one key press; that of a character also counts for the speed. Allocates only at the
+    /// first key of a day and when the speed exceeds all earlier ones.
     void record(bool isCharacter);
 
-    /// Forgets everything, on the disk too once it has been saved.
+    /// Clears the statistics, and the file with the next save.
     Q_INVOKABLE void reset();
 
     [[nodiscard]] const Snapshot& data() const { return m_data; }
     [[nodiscard]] std::int64_t total() const { return m_data.total; }
     [[nodiscard]] std::int64_t bestWPM() const { return m_data.bestWPM; }
-    /// Words per minute, as they were at the last character.
+    /// Words per minute at the last character.
     [[nodiscard]] std::int64_t currentWPM() const { return m_currentWPM; }
 
     /// Keys pressed today.
     [[nodiscard]] std::int64_t today() const;
-    /// Qualifying days in a row up to today, or up to yesterday while today does not qualify.
+    /// Consecutive qualifying days up to today, or up to yesterday while today does not qualify.
     [[nodiscard]] std::int64_t streak() const;
     /// The last 14 days, oldest first, today last.
     [[nodiscard]] QList<Day> lastDays() const;

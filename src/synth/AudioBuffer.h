@@ -19,8 +19,8 @@ struct AudioFormat {
     bool operator==(const AudioFormat&) const = default;
 };
 
-/// One sound, ready to play. Immutable, so that the audio thread may read it at any time.
-/// Owns: its samples, alone or together with other sounds of the same block.
+/// One sound, ready to play. Immutable, so that the audio thread may read it at any time. Owns: its
+/// samples, or a share of the block that contains them.
 class AudioBuffer
 {
 public:
@@ -31,7 +31,7 @@ public:
         m_memory = std::move(memory);
     }
 
-    /// A part of a block of memory that is no longer written to.
+    /// A part of a block that is no longer written to.
     AudioBuffer(std::shared_ptr<const float[]> block, std::span<const float> samples)
         : m_memory(std::move(block)), m_samples(samples)
     {

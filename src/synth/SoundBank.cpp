@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "synth/SoundBank.h"
 
+#include "keyboard/KeySlot.h"
+
 #include <iterator>
 #include <random>
 
@@ -32,7 +34,7 @@ std::vector<const Variants*> soundsOfSlot(const std::map<std::int64_t, Variants>
 const IndexDraw& systemDraw()
 {
     static const IndexDraw draw = [](std::size_t count) {
-        // Named, since the default source may be a processor instruction that takes 20 µs.
+        // Named, because the default source may be a processor instruction of 20 µs.
         static std::random_device system("/dev/urandom");
         return std::uniform_int_distribution<std::size_t>(0, count - 1)(system);
     };

@@ -6,7 +6,7 @@
 namespace clavo
 {
 
-/// The SplitMix64 generator. Small, seeded by any number, and the same sequence on every machine.
+/// The SplitMix64 generator. Any seed is valid; the sequence is the same on every machine.
 struct SplitMix64 {
     static constexpr std::uint64_t increment = 0x9e3779b97f4a7c15;
 

@@ -6,10 +6,35 @@
 #include "synth/SplitMix64.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstddef>
 #include <numbers>
+#include <utility>
 
-namespace clavo::SwitchSynth
+namespace clavo
+{
+
+const SwitchProfile& scrollTickProfile()
+{
+    static const SwitchProfile profile{
+        .body = 1400,
+        .modes = {{.ratio = 1.0, .gain = 0.5, .decay = 0.002}},
+        .click = 0.6,
+        .clickTone = 4000,
+        .clavo = 0,
+        .clavoCutoff = 2000,
+        .jacket = 0,
+        .bump = 0,
+        .rattle = 0,
+        .length = 0.02,
+        .releaseGain = 0.45,
+        .drive = 1.2,
+    };
+    return profile;
+}
+
+namespace SwitchSynth
 {
 namespace
 {
@@ -17,7 +42,7 @@ namespace
 constexpr double rate = samplesPerSecond;
 constexpr double twoPi = 2 * std::numbers::pi;
 
-/// exp(−2π·fc / 44100) of the fixed cut-offs.
+/// exp(−2π·fc / 44100) for the fixed cut-offs.
 namespace coefficient
 {
 constexpr double hz1800 = 0.7737886202446908;
@@ -63,29 +88,14 @@ bool isLarge(KeySlot slot)
 /// Higher rows sound higher, the long keys lower.
 double slotFactor(KeySlot slot)
 {
-    switch (slot) {
-    case KeySlot::row0:
-        return 1.12;
-    case KeySlot::row1:
-        return 1.07;
-    case KeySlot::row2:
-        return 1.03;
-    case KeySlot::row3:
-        return 1.0;
-    case KeySlot::row4:
-        return 0.95;
-    case KeySlot::space:
-        return 0.7;
-    case KeySlot::enter:
-        return 0.84;
-    case KeySlot::backspace:
-        return 0.88;
-    }
-    return 1.0;
+    // In the order of the slots.
+    static constexpr std::array<double, allKeySlots.size()> factors{1.12, 1.07, 1.03, 1.0,
+                                                                    0.95, 0.7,  0.84, 0.88};
+    return factors[static_cast<std::size_t>(slot)];
 }
 
-/// A sound in the making. Every component is computed in double precision and added in single. One
-/// that starts at or behind the end is left out, and then it takes nothing from the generator.
+/// A sound under construction. Every component is computed in double precision and added in single.
+/// A component that starts at or after the end is skipped and draws nothing from the generator.
 class Stroke
 {
 public:
@@ -106,7 +116,7 @@ public:
         }
     }
 
-    /// A tone at or above half the sampling rate is left out like one behind the end.
+    /// A tone at or above half the sampling rate is skipped in the same way.
     void addPartial(std::int64_t start, double frequency, double tau, std::int64_t length,
                     double gain)
     {
@@ -253,4 +263,5 @@ void finish(std::vector<float>& samples, double drive, double gain)
     }
 }
 
-} // namespace clavo::SwitchSynth
+} // namespace SwitchSynth
+} // namespace clavo

@@ -9,7 +9,7 @@
 namespace clavo
 {
 
-/// The number that the whole text is; nothing where it is none or does not fit.
+/// The whole text as a number; nothing when it is none or does not fit.
 template <typename Number> [[nodiscard]] std::optional<Number> parseNumber(std::string_view text)
 {
     Number number{};

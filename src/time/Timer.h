@@ -8,17 +8,17 @@
 namespace clavo
 {
 
-/// Calls back once on the main thread, from the main loop. Destroying the timer drops the call.
+/// Calls back once on the main thread, from the main loop. Destroying the timer cancels the call.
 class Timer
 {
 public:
     virtual ~Timer() = default;
 
-    /// Replaces a call still to come. The call may start the timer again. To put off a running
-    /// timer allocates nothing.
+    /// Replaces a pending call. The call may start the timer again. Restarting a running timer
+    /// allocates nothing.
     virtual void start(std::chrono::milliseconds delay, std::function<void()> due) = 0;
     virtual void stop() = 0;
-    /// A call is still to come.
+    /// A call is pending.
     [[nodiscard]] virtual bool isRunning() const = 0;
 };
 

@@ -1,46 +1,61 @@
 // SPDX-License-Identifier: MIT
 #include "tray/PreferredTrayHosts.h"
 
+#include <cstdint>
 #include <utility>
 
 namespace clavo
 {
-
-PreferredTrayHosts::PreferredTrayHosts(std::unique_ptr<TrayHosts> first,
-                                       std::unique_ptr<TrayHosts> second)
-    : m_first(std::move(first)), m_second(std::move(second))
+namespace
 {
-}
 
-void PreferredTrayHosts::watch(Receiver receiver)
+class PreferredTrayHosts final : public TrayHosts
 {
-    m_receiver = std::move(receiver);
-    m_first->watch([this](TrayHost host) {
-        m_ofFirst = host;
-        if (m_ofFirst != TrayHost::none || m_secondIsWatched)
-            return m_receiver(m_ofFirst == TrayHost::none ? m_ofSecond : m_ofFirst);
-        m_secondIsWatched = true;
-        m_second->watch([this](TrayHost other) {
-            m_ofSecond = other;
-            if (m_ofFirst == TrayHost::none)
-                m_receiver(m_ofSecond);
+public:
+    PreferredTrayHosts(std::unique_ptr<TrayHosts> first, std::unique_ptr<TrayHosts> second)
+        : m_first(std::move(first)), m_second(std::move(second))
+    {
+    }
+
+    void watch(Receiver receiver) override
+    {
+        m_receiver = std::move(receiver);
+        m_first->watch([this](TrayHost host) {
+            m_firstHost = host;
+            if (host != TrayHost::none || m_secondIsWatched)
+                return m_receiver(host == TrayHost::none ? m_secondHost : host);
+            m_secondIsWatched = true;
+            m_second->watch([this](TrayHost other) {
+                m_secondHost = other;
+                if (m_firstHost == TrayHost::none)
+                    m_receiver(other);
+            });
         });
-    });
-}
+    }
 
-void PreferredTrayHosts::dock(std::uint32_t window)
-{
-    present().dock(window);
-}
+    TrayAppearance appearance() override { return present().appearance(); }
+    void dock(std::uint32_t window) override { present().dock(window); }
 
-TrayLook PreferredTrayHosts::look()
-{
-    return present().look();
-}
+private:
+    [[nodiscard]] TrayHosts& present() const
+    {
+        return m_firstHost == TrayHost::none ? *m_second : *m_first;
+    }
 
-TrayHosts& PreferredTrayHosts::present() const
+    Receiver m_receiver;
+    TrayHost m_firstHost = TrayHost::none;
+    TrayHost m_secondHost = TrayHost::none;
+    bool m_secondIsWatched = false;
+    std::unique_ptr<TrayHosts> m_first;
+    std::unique_ptr<TrayHosts> m_second;
+};
+
+} // namespace
+
+std::unique_ptr<TrayHosts> makePreferredTrayHosts(std::unique_ptr<TrayHosts> first,
+                                                  std::unique_ptr<TrayHosts> second)
 {
-    return m_ofFirst == TrayHost::none ? *m_second : *m_first;
+    return std::make_unique<PreferredTrayHosts>(std::move(first), std::move(second));
 }
 
 } // namespace clavo

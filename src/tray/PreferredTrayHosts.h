@@ -8,28 +8,11 @@
 namespace clavo
 {
 
-/// Hosts of two kinds as one: those of the second kind count while there is none of the first.
+/// Hosts of two kinds as one: the second kind is used while there is no host of the first.
 ///
-/// The second are not asked before the first have answered, so that a desktop with both is not
-/// given an icon of the wrong kind first.
-class PreferredTrayHosts final : public TrayHosts
-{
-public:
-    PreferredTrayHosts(std::unique_ptr<TrayHosts> first, std::unique_ptr<TrayHosts> second);
-
-    void watch(Receiver receiver) override;
-    TrayLook look() override;
-    void dock(std::uint32_t window) override;
-
-private:
-    [[nodiscard]] TrayHosts& present() const;
-
-    Receiver m_receiver;
-    TrayHost m_ofFirst = TrayHost::none;
-    TrayHost m_ofSecond = TrayHost::none;
-    bool m_secondIsWatched = false;
-    std::unique_ptr<TrayHosts> m_first;
-    std::unique_ptr<TrayHosts> m_second;
-};
+/// The second kind is not watched before the first has answered, so that a desktop with both does
+/// not get an icon of the wrong kind first.
+[[nodiscard]] std::unique_ptr<TrayHosts> makePreferredTrayHosts(std::unique_ptr<TrayHosts> first,
+                                                                std::unique_ptr<TrayHosts> second);
 
 } // namespace clavo

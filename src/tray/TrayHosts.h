@@ -8,29 +8,30 @@
 namespace clavo
 {
 
-/// The ways in which a desktop takes an icon into its tray.
+/// The ways in which a desktop shows an icon in its tray.
 enum class TrayHost {
     none,
-    statusNotifier, // Draws the icon and the menu itself, from what it is told over D-Bus.
-    xembed,         // Takes in a window of ours (X11).
+    statusNotifier, // Draws the icon and the menu itself, as described over D-Bus.
+    xembed,         // Embeds a window of the program (X11).
 };
 
-/// What an XEmbed host tells of the tray that its windows are in.
-struct TrayLook {
+/// What an XEmbed host reports about its tray.
+struct TrayAppearance {
     struct Color {
         double red = 0; // 0 to 1, sRGB.
         double green = 0;
         double blue = 0;
     };
 
-    bool showsThrough = false;        // The tray is seen where a window is transparent.
-    std::optional<Color> symbolColor; // Of the symbols in it, where the host has one.
+    bool showsThrough = false;        // The tray shows through transparent parts of a window.
+    std::optional<Color> symbolColor; // The colour of the tray's symbols, if the host sets one.
 };
 
-/// What shows the icons of running programs. It may come after the program, vanish, return and be
-/// replaced by one of another kind.
+/// The desktop's tray, which shows icons of running programs. A host may start after the program,
+/// disappear, return, and be replaced by a host of another kind.
 ///
-/// Thread: main, which runs a Qt event loop. Nothing wakes up while the hosts stay as they are.
+/// Thread: main, which runs a Qt event loop. Nothing polls: the program sleeps while no host
+/// changes.
 class TrayHosts
 {
 public:
@@ -38,16 +39,14 @@ public:
 
     virtual ~TrayHosts() = default;
 
-    /// Tells the kind of host that an icon is to be made for: the present one soon, and then every
-    /// one that takes its place. Each call means that the icon made after the last one is lost.
-    /// Called once.
+    /// Reports the kind of the present host soon, and then of every host that replaces it. Each
+    /// report means that an icon made for an earlier host is lost. Called once.
     virtual void watch(Receiver receiver) = 0;
 
-    /// How the present XEmbed host looks; as if it had told nothing where there is none.
-    [[nodiscard]] virtual TrayLook look() = 0;
+    /// The appearance of the present XEmbed host; the defaults if there is none.
+    [[nodiscard]] virtual TrayAppearance appearance() = 0;
 
-    /// Asks the XEmbed host to take in a window, by its X11 number. Nothing happens where there is
-    /// none.
+    /// Asks the XEmbed host, if there is one, to embed the window with this X11 number.
     virtual void dock(std::uint32_t window) = 0;
 };
 

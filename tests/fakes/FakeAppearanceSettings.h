@@ -14,7 +14,7 @@ class FakeAppearanceSettings final : public AppearanceSettings
 public:
     void watch(Receiver receiver) override { m_receiver = std::move(receiver); }
 
-    void turnTo(const AppearanceWish& wish) { m_receiver(wish); }
+    void turnTo(const AppearancePreference& wish) { m_receiver(wish); }
 
 private:
     Receiver m_receiver;

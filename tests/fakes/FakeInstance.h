@@ -14,22 +14,22 @@ namespace clavo
 class FakeInstance : public Instance
 {
 public:
-    [[nodiscard]] Standing claim() override
+    [[nodiscard]] Role claim() override
     {
         ++claims;
-        return standing;
+        return role;
     }
-    [[nodiscard]] Standing replace() override
+    [[nodiscard]] Role replace() override
     {
         ++replacements;
-        return standing;
+        return role;
     }
     [[nodiscard]] Delivery send(Request request) override
     {
         sent.push_back(request);
         if (otherEnds)
-            standing = Standing::first;
-        return otherEnds ? Delivery::nobodyRuns : delivery;
+            role = Role::primary;
+        return otherEnds ? Delivery::notRunning : delivery;
     }
     [[nodiscard]] Answer askStatus() override { return {delivery, status}; }
     void receive(Receiver receiver, Reporter reporter) override
@@ -43,7 +43,7 @@ public:
     /// What another process is told that asks for the status of this one.
     [[nodiscard]] std::string report() const { return m_reporter(); }
 
-    Standing standing = Standing::first;
+    Role role = Role::primary;
     Delivery delivery = Delivery::delivered;
     bool otherEnds = false; // Before the next request reaches it.
     int claims = 0;

@@ -15,10 +15,10 @@ class FakeTrayHosts final : public TrayHosts
 public:
     std::vector<std::uint32_t> docked; // The windows that were to be taken in.
 
-    TrayLook tray; // What the host tells of it.
+    TrayAppearance tray; // What the host tells of it.
 
     void watch(Receiver receiver) override { m_receiver = std::move(receiver); }
-    TrayLook look() override { return tray; }
+    TrayAppearance appearance() override { return tray; }
     void dock(std::uint32_t window) override { docked.push_back(window); }
 
     [[nodiscard]] bool isWatched() const { return m_receiver != nullptr; }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "clavo-packs/Recipe.h"
-#include "keyboard/KeyInfo.h"
+#include "keyboard/KeyLayout.h"
 
 #include <vector>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "clavo-packs/ManifestCheck.h"
 
-#include "files/RegularFile.h"
+#include "files/WholeFile.h"
 #include "packs/Manifest.h"
 
 #include <fmt/format.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "clavo-packs/Recipe.h"
 
-#include "packs/PackCategory.h"
+#include "packs/SoundPack.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "synth/SwitchProfile.h"
+#include "synth/SwitchSynth.h"
 
 #include <cstdint>
 #include <filesystem>

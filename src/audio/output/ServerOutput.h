@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "audio/AudioOutput.h"
 #include "audio/output/ServerBackedOutput.h"
-#include "audio/output/ServerStream.h"
 #include "time/Timer.h"
 
 #include <chrono>
@@ -12,52 +12,45 @@
 namespace clavo
 {
 
-/// Plays through a sound server: opens a stream on it and derives the output's link from the
-/// stream's state.
-///
-/// The link is up from the first period the server asks for. A running stream that is asked for
-/// nothing for longer than `patience` (the device is gone and there is no other, or it sleeps too
-/// deeply) counts as `pending` and stops rendering: sounds queued for it would all be heard at once
-/// when it comes back. Thread: main.
-class ServerOutput final : public ServerBackedOutput
+/// One connection to a sound server, with one stereo stream at 44,100 frames per second. Opens
+/// active and silent. The state `broken` is final. Thread: main; the mixer's render() is called on
+/// the stream's own audio thread.
+class ServerStream
 {
 public:
-    /// Opens a stream, or returns null when there is no server. `changed` is to be called on the
-    /// main thread whenever the stream's state or status may have changed, from anywhere.
-    using Opener = std::function<std::unique_ptr<ServerStream>(std::function<void()> changed)>;
+    enum class State { waiting, streaming, broken };
 
-    static constexpr std::chrono::milliseconds patience{500};
+    virtual ~ServerStream() = default;
 
-    /// `settle` puts off what the library reports in the middle of its calls until they have
-    /// returned, `stall` measures the patience.
-    ServerOutput(Opener open, std::unique_ptr<Timer> settle, std::unique_ptr<Timer> stall);
+    /// Plays this mixer, or silence when null. When the call returns, the previous mixer is no
+    /// longer in use.
+    virtual void play(Mixer* mixer) = 0;
 
-    void prepare(Mixer& mixer, std::function<void()> configurationChanged) override;
-    void start() override;
-    void pause() override;
-    [[nodiscard]] bool isRunning() const override { return m_isRunning; }
-    [[nodiscard]] OutputStatus status() const override;
+    // Ask the server for periods, or for none, so that the device may sleep.
+    virtual void activate() = 0;
+    virtual void deactivate() = 0;
 
-    void connect() override;
-    void disconnect() override;
-    [[nodiscard]] Link link() const override { return m_link; }
-
-private:
-    void streamChanged();
-    void readStream();
-    [[nodiscard]] bool takeStatus();
-    void endPatience();
-    void stopRunning();
-
-    Opener m_open;
-    Mixer* m_mixer = nullptr;
-    std::function<void()> m_configurationChanged;
-    Link m_link = Link::none;
-    OutputStatus m_status; // As last reported.
-    bool m_isRunning = false;
-    std::unique_ptr<Timer> m_settleTimer;
-    std::unique_ptr<Timer> m_stallTimer;
-    std::unique_ptr<ServerStream> m_stream; // Last: its callbacks use the others.
+    [[nodiscard]] virtual State state() const = 0;
+    [[nodiscard]] virtual OutputStatus status() const = 0;
 };
+
+/// Opens a stream, or returns null when there is no server. `changed` is to be called on the main
+/// thread, from anywhere, whenever the stream's state or status may have changed.
+using OpenServerStream =
+    std::function<std::unique_ptr<ServerStream>(std::function<void()> changed)>;
+
+/// How long a running stream may be asked for nothing.
+inline constexpr std::chrono::milliseconds streamPatience{500};
+
+/// Plays through a sound server: opens a stream on it and derives the output's link from the
+/// stream's state. `read` delays what the library reports in the middle of its calls until they
+/// have returned; `stall` measures the patience.
+///
+/// The link is up from the first period the server asks for. A running stream that is asked for
+/// nothing for longer than `streamPatience` (the device is gone and there is no other, or it sleeps
+/// too deeply) counts as `pending` and stops rendering: sounds queued for it would all be heard at
+/// once when it comes back. Thread: main.
+[[nodiscard]] std::unique_ptr<ServerBackedOutput>
+makeServerOutput(OpenServerStream open, std::unique_ptr<Timer> read, std::unique_ptr<Timer> stall);
 
 } // namespace clavo

@@ -14,8 +14,8 @@ namespace clavo
 namespace
 {
 
-/// The bits of a magnitude as a number. They are ordered as the magnitudes are, with infinity and
-/// what is not a number above all others, and their maximum vectorises.
+/// The bits of a magnitude as an integer. They have the order of the magnitudes, with infinity and
+/// NaN above all others, and their maximum vectorises.
 std::int32_t magnitudeBits(float sample) noexcept CLAVO_NONBLOCKING
 {
     return std::bit_cast<std::int32_t>(sample) & std::numeric_limits<std::int32_t>::max();

@@ -7,12 +7,12 @@
 namespace clavo
 {
 
-/// Keeps a stereo signal within full scale without changing what is within it already.
+/// Keeps a stereo signal within full scale and leaves a signal that is within it unchanged.
 ///
-/// A frame that would exceed ±1 turns both channels down so far that its larger sample is just ±1,
-/// at once; from there the gain rises in a straight line to exactly 1 within `releaseFrames`. As
-/// long as the gain is 1, samples pass bit by bit. A sample that is not a number or infinite
-/// becomes 0 and leaves no trace.
+/// A frame that would exceed ±1 lowers the gain of both channels at once, so that its larger sample
+/// is exactly ±1. From there the gain rises linearly to exactly 1 within `releaseFrames`. While the
+/// gain is 1, samples pass bit for bit. A NaN or infinite sample becomes 0 and has no other
+/// effect.
 class Limiter
 {
 public:
@@ -20,12 +20,12 @@ public:
 
     void apply(StereoBlock block) noexcept CLAVO_NONBLOCKING;
 
-    /// Back to a gain of 1.
+    /// Sets the gain to 1.
     void reset() noexcept CLAVO_NONBLOCKING;
 
 private:
     int m_framesToRelease = 0;
-    float m_reductionPerFrame = 0; // The gain is 1 less this for every frame left to release.
+    float m_reductionPerFrame = 0; // The gain is 1 minus this per frame left.
 };
 
 } // namespace clavo

@@ -19,7 +19,7 @@ bool Mixer::start(std::size_t voice, const VoiceStart& start) noexcept
 
 void Mixer::setVolume(float volume) noexcept
 {
-    // The order of the arguments makes 0 of what is not a number.
+    // This order of the arguments turns NaN into 0.
     m_volume.store(std::min(std::max(0.0F, volume), 1.0F), std::memory_order_relaxed);
 }
 
@@ -57,7 +57,7 @@ void Mixer::dropSilenced() noexcept CLAVO_NONBLOCKING
     m_dropped = silenced;
     for (Voice& voice : m_voices) {
         if (!voice.remaining.empty() && voice.serial <= m_dropped) {
-            letGo(voice.sound);
+            release(voice.sound);
             voice.remaining = {};
         }
     }
@@ -69,7 +69,7 @@ void Mixer::takeCommands() noexcept CLAVO_NONBLOCKING
 {
     while (const auto command = m_commands.pop()) {
         if (command->serial <= m_dropped)
-            letGo(command->start.sound);
+            release(command->start.sound);
         else
             begin(m_voices[command->voice], *command);
     }
@@ -78,12 +78,12 @@ void Mixer::takeCommands() noexcept CLAVO_NONBLOCKING
 void Mixer::begin(Voice& voice, const Command& command) noexcept CLAVO_NONBLOCKING
 {
     if (!voice.remaining.empty()) {
-        // A sound that was cut before its first frame has no level to come down from.
+        // A sound that is cut before its first frame has no level to fade from.
         if (voice.isHeard) {
             const float next = voice.remaining.front();
             m_residual.add(next * voice.left, next * voice.right);
         }
-        letGo(voice.sound);
+        release(voice.sound);
     }
     const VoiceStart& start = command.start;
     voice = {.remaining = start.samples,
@@ -92,7 +92,7 @@ void Mixer::begin(Voice& voice, const Command& command) noexcept CLAVO_NONBLOCKI
              .sound = start.sound,
              .serial = command.serial};
     if (voice.remaining.empty())
-        letGo(voice.sound);
+        release(voice.sound);
 }
 
 /// Adds what is left of a voice to the block and moves the voice past it.
@@ -101,7 +101,7 @@ void Mixer::addVoice(Voice& voice, StereoBlock out) noexcept CLAVO_NONBLOCKING
     const auto frames = std::min(voice.remaining.size(), out.frames());
     if (frames == 0)
         return;
-    // In locals, which the compiler knows the block cannot overlap: the loop vectorises.
+    // Local copies cannot overlap the block, so the loop vectorises.
     const auto [samples, left, right] = std::tuple(voice.remaining, voice.left, voice.right);
     for (std::size_t i = 0; i < frames; ++i) {
         out.left[i] += samples[i] * left;
@@ -110,10 +110,10 @@ void Mixer::addVoice(Voice& voice, StereoBlock out) noexcept CLAVO_NONBLOCKING
     voice.remaining = voice.remaining.subspan(frames);
     voice.isHeard = true;
     if (voice.remaining.empty())
-        letGo(voice.sound);
+        release(voice.sound);
 }
 
-/// Scales the block; the last frame is the first to have the new volume in full.
+/// Scales the block with a linear ramp that reaches the new volume at the last frame.
 void Mixer::applyVolume(StereoBlock out) noexcept CLAVO_NONBLOCKING
 {
     if (out.frames() == 0)
@@ -134,9 +134,9 @@ void Mixer::applyVolume(StereoBlock out) noexcept CLAVO_NONBLOCKING
     }
 }
 
-void Mixer::letGo(std::uint32_t sound) noexcept CLAVO_NONBLOCKING
+void Mixer::release(std::uint32_t sound) noexcept CLAVO_NONBLOCKING
 {
-    // Cannot be full: it has a place for every outstanding sound.
+    // The queue cannot be full: it has a place for every outstanding sound.
     static_cast<void>(m_finished.push(sound));
 }
 

@@ -10,7 +10,7 @@ namespace
 {
 
 constexpr float decay = 0.977579F; // Per frame: exp(−1 / 44.1), a time constant of 1 ms.
-constexpr float inaudible = 1e-6F; // −120 dB. Ends the echo long before numbers become denormal.
+constexpr float inaudible = 1e-6F; // −120 dB. Ends the fade long before numbers become denormal.
 
 } // namespace
 

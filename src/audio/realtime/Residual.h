@@ -7,16 +7,16 @@
 namespace clavo
 {
 
-/// The echo of every sound that was cut off. The level a sound had when it was cut dies away with a
-/// time constant of 1 ms instead of falling in one step, which would click. One level per channel
-/// serves all sounds, so any number of cuts costs the same.
+/// The declick tail of all sounds that were cut off. The level that a sound had at the cut fades
+/// with a time constant of 1 ms instead of dropping in one step, which would click. One level per
+/// channel serves all sounds, so the cost does not depend on the number of cuts.
 class Residual
 {
 public:
-    /// Takes over the frame a cut sound would have played next.
+    /// Adds the frame that a cut sound would have played next.
     void add(float left, float right) noexcept CLAVO_NONBLOCKING;
 
-    /// Adds the echo to the block and moves past it.
+    /// Adds the tail to the block and moves past it.
     void addTo(StereoBlock block) noexcept CLAVO_NONBLOCKING;
 
     void clear() noexcept CLAVO_NONBLOCKING;

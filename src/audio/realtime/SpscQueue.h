@@ -13,11 +13,11 @@
 namespace clavo
 {
 
-/// The one way values travel between the main thread and the audio thread: first in, first out,
-/// never blocking. All `Capacity` places are usable.
+/// A lock-free first-in first-out queue for values that pass between the main thread and the audio
+/// thread. All `Capacity` places are usable.
 ///
-/// Thread: push() belongs to one thread, pop() to one thread, which may be the same. What the
-/// pusher wrote before a push is visible to whoever pops that value.
+/// Thread: one thread calls push() and one calls pop(), possibly the same. What the pushing thread
+/// wrote before a push is visible to the popping thread after that value's pop.
 template <typename T, std::size_t Capacity> class SpscQueue
 {
     static_assert(std::is_trivially_copyable_v<T>);
@@ -25,7 +25,7 @@ template <typename T, std::size_t Capacity> class SpscQueue
     static_assert(std::atomic<std::size_t>::is_always_lock_free);
 
 public:
-    /// False when the queue is full; the value is not taken then.
+    /// False, without any effect, when the queue is full.
     [[nodiscard]] bool push(const T& value) noexcept CLAVO_NONBLOCKING
     {
         const auto pushed = m_pushed.load(std::memory_order_relaxed);
@@ -48,11 +48,10 @@ public:
     }
 
 private:
-    // Each count is written by one thread only; on a cache line of its own it does not slow the
-    // other thread down.
+    // Each count is written by one thread and has its own cache line, to avoid false sharing.
     static constexpr std::size_t cacheLine = 64;
 
-    alignas(cacheLine) std::atomic<std::size_t> m_pushed = 0; // Counts for ever; wrapping is fine.
+    alignas(cacheLine) std::atomic<std::size_t> m_pushed = 0; // Never reset; may wrap around.
     alignas(cacheLine) std::atomic<std::size_t> m_popped = 0;
     alignas(cacheLine) std::array<T, Capacity> m_places{};
 };

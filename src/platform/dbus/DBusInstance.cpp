@@ -73,7 +73,7 @@ Instance::Delivery deliveryOf(const QDBusMessage& reply)
     const auto error = reply.errorName();
     return error == QStringLiteral("org.freedesktop.DBus.Error.NameHasNoOwner") ||
                    error == QStringLiteral("org.freedesktop.DBus.Error.ServiceUnknown")
-               ? Instance::Delivery::nobodyRuns
+               ? Instance::Delivery::notRunning
                : Instance::Delivery::noAnswer;
 }
 
@@ -157,13 +157,13 @@ std::optional<NameReply> requestName(NameFlag flag)
     return reply.isValid() ? std::optional(static_cast<NameReply>(reply.value())) : std::nullopt;
 }
 
-Instance::Standing standing(std::optional<NameReply> reply)
+Instance::Role role(std::optional<NameReply> reply)
 {
     if (!reply)
-        return Instance::Standing::unknown;
+        return Instance::Role::unknown;
     return reply == NameReply::primaryOwner || reply == NameReply::alreadyOwner
-               ? Instance::Standing::first
-               : Instance::Standing::second;
+               ? Instance::Role::primary
+               : Instance::Role::secondary;
 }
 
 /// Is the object that other processes call. Requests wait in it for their receiver.
@@ -173,14 +173,14 @@ class DBusInstance final : public QObject, public Instance
 
 public:
     // The object comes before the name: a process that sees the name may call at once.
-    [[nodiscard]] Standing claim() override
+    [[nodiscard]] Role claim() override
     {
         registerObject();
-        return standing(requestName(NameFlag::doNotQueue));
+        return role(requestName(NameFlag::doNotQueue));
     }
 
     // The bus hands the name on when its owner has left, which is when that process has ended.
-    [[nodiscard]] Standing replace() override
+    [[nodiscard]] Role replace() override
     {
         registerObject();
         QEventLoop loop;
@@ -191,16 +191,16 @@ public:
         });
         const auto reply = requestName(NameFlag::none);
         if (reply != NameReply::inQueue)
-            return standing(reply);
+            return role(reply);
         m_bus.send(callOf(Request::quit));
         QTimer::singleShot(timeToEnd, &loop, &QEventLoop::quit);
         loop.exec();
-        return isOwner ? Standing::first : Standing::second;
+        return isOwner ? Role::primary : Role::secondary;
     }
 
     [[nodiscard]] Delivery send(Request request) override
     {
-        return m_bus.isConnected() ? deliveryOf(answer(callOf(request))) : Delivery::nobodyRuns;
+        return m_bus.isConnected() ? deliveryOf(answer(callOf(request))) : Delivery::notRunning;
     }
 
     [[nodiscard]] Answer askStatus() override

@@ -50,7 +50,7 @@ public:
         askForHost();
     }
 
-    [[nodiscard]] TrayLook look() override { return {}; }
+    [[nodiscard]] TrayAppearance appearance() override { return {}; }
     void dock(std::uint32_t /*window*/) override {}
 
 private slots:

@@ -54,14 +54,14 @@ std::optional<bool> isDark(const QVariant& scheme)
 }
 
 /// A colour that is not set has parts outside 0 to 1.
-std::optional<AppearanceWish::Color> accent(const QVariant& color)
+std::optional<AppearancePreference::Color> accent(const QVariant& color)
 {
     if (!color.canConvert<QDBusArgument>())
         return {};
     const auto argument = color.value<QDBusArgument>();
     if (argument.currentSignature() != "(ddd)")
         return {};
-    AppearanceWish::Color parts;
+    AppearancePreference::Color parts;
     argument.beginStructure();
     argument >> parts.red >> parts.green >> parts.blue;
     argument.endStructure();
@@ -139,8 +139,8 @@ private:
     }
 
     Receiver m_receiver;
-    AppearanceWish m_wish;
-    AppearanceWish m_reported;
+    AppearancePreference m_wish;
+    AppearancePreference m_reported;
     QDBusConnection m_bus = QDBusConnection::sessionBus();
     QMap<QString, const QDBusPendingCallWatcher*> m_awaited; // By key; earlier answers are void.
 };

@@ -68,7 +68,7 @@ InputAccess::State EvdevInputAccess::state() const
 bool EvdevInputAccess::request(Occasion occasion)
 {
     const auto now = state();
-    if (occasion == Occasion::wish && now == State::refused && canAsk() && !isAsking())
+    if (occasion == Occasion::userRequest && now == State::refused && canAsk() && !isAsking())
         ask();
     return now == State::granted;
 }

@@ -58,7 +58,7 @@ bool hasPulseAudioDaemon()
 std::unique_ptr<AudioOutput> makeAudioOutput()
 {
     const auto quantum = wantedQuantum();
-    std::vector<FallbackOutput::Candidate> candidates;
+    std::vector<NamedOutput> candidates;
     const auto add = [&](const char* name, std::unique_ptr<ServerBackedOutput> output) {
         if (output) // Else the program is built without it.
             candidates.push_back({name, std::move(output)});
@@ -76,8 +76,7 @@ std::unique_ptr<AudioOutput> makeAudioOutput()
         add("PulseAudio", makePulseOutput(quantum));
     if (hasPulseAudioDaemon())
         std::ranges::reverse(candidates);
-    return std::make_unique<FallbackOutput>(std::move(candidates), makeSilentOutput(),
-                                            makeQtTimer());
+    return makeFallbackOutput(std::move(candidates), makeSilentOutput(), makeQtTimer());
 }
 
 } // namespace clavo

@@ -96,7 +96,7 @@ Platform makePlatform()
     platform.secureInput = makeSecureInput(session());
     platform.audioOutput = makeAudioOutput();
     platform.inputAccess = makeInputAccess();
-    platform.defaults = std::make_unique<FileDefaultsStore>(settingsFile());
+    platform.defaults = makeFileDefaultsStore(settingsFile());
     platform.executable = runningProgram();
     const auto configuration = userFolder("XDG_CONFIG_HOME", ".config");
     platform.loginItem = makeAutostartEntry(autostartFolders(configuration), platform.executable);
@@ -112,8 +112,7 @@ Platform makePlatform()
 Platform makeDemonstrationPlatform()
 {
     auto platform = makeNonePlatform();
-    platform.defaults =
-        std::make_unique<FileDefaultsStore>(settingsFile(), FileDefaultsStore::Changes::forgotten);
+    platform.defaults = makeFileDefaultsStore(settingsFile(), DefaultsChanges::forgotten);
     platform.appearance = either(makePortalAppearanceSettings(), std::move(platform.appearance));
     platform.executable = runningProgram();
     platform.resources = resourcesFolder(platform.executable);
@@ -138,7 +137,7 @@ std::unique_ptr<TrayHosts> makeTrayHosts()
 {
     auto notifier = either(makeDBusTrayHosts(), makeNoTrayHosts());
     auto windows = session().isX11() ? makeX11TrayHosts() : makeNoTrayHosts();
-    return std::make_unique<PreferredTrayHosts>(std::move(notifier), std::move(windows));
+    return makePreferredTrayHosts(std::move(notifier), std::move(windows));
 }
 
 PackFolders packFolders()

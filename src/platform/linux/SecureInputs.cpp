@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/SecureInputs.h"
 
-#include "input/CombinedSecureInput.h"
+#include "input/SecureInput.h"
 #include "loop/QtTimer.h"
 #include "platform/atspi/AtspiSecureInput.h"
 #include "platform/dbus/LogindSecureInput.h"
@@ -30,7 +30,7 @@ public:
         : m_terminals(makeTerminalSecureInput(isX11 ? TerminalSecureInput::Unknown::noTerminal
                                                     : TerminalSecureInput::Unknown::everyTerminal))
     {
-        CombinedSecureInput::Watchers watchers;
+        CombinedSecureInput::Sources watchers;
         const auto add = [&](std::unique_ptr<ObservableSecureInput> watcher) {
             if (watcher) // Else the program is built without it.
                 watchers.push_back(std::move(watcher));

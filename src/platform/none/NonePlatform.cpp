@@ -71,7 +71,7 @@ class NoTrayHosts final : public TrayHosts
 {
 public:
     void watch(Receiver receiver) override { receiver(TrayHost::none); }
-    [[nodiscard]] TrayLook look() override { return {}; }
+    [[nodiscard]] TrayAppearance appearance() override { return {}; }
     void dock(std::uint32_t /*window*/) override {}
 };
 
@@ -90,9 +90,9 @@ public:
 class NoInstance final : public Instance
 {
 public:
-    [[nodiscard]] Standing claim() override { return Standing::unknown; }
-    [[nodiscard]] Standing replace() override { return Standing::unknown; }
-    [[nodiscard]] Delivery send(Request /*request*/) override { return Delivery::nobodyRuns; }
+    [[nodiscard]] Role claim() override { return Role::unknown; }
+    [[nodiscard]] Role replace() override { return Role::unknown; }
+    [[nodiscard]] Delivery send(Request /*request*/) override { return Delivery::notRunning; }
     [[nodiscard]] Answer askStatus() override { return {}; }
     void receive(Receiver /*receiver*/, Reporter /*reporter*/) override {}
 };

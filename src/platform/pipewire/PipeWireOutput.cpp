@@ -2,8 +2,8 @@
 #include "platform/pipewire/PipeWireOutput.h"
 
 #include "audio/output/ServerOutput.h"
-#include "audio/realtime/Lent.h"
 #include "audio/realtime/Mixer.h"
+#include "audio/realtime/SharedWithAudio.h"
 #include "loop/QtTimer.h"
 #include "platform/pipewire/PipeWireClient.h"
 #include "synth/AudioBuffer.h"
@@ -41,9 +41,10 @@ struct Renderer {
     pw_stream* stream = nullptr;
     pw_loop* mainLoop = nullptr;
     spa_source* periodChanged = nullptr; // An event of the main loop.
-    Lent<Mixer> mixer;
-    Lent<const spa_io_position> position; // Written by the driver, in memory shared with it.
-    std::atomic<Period> period;           // Of the last cycle.
+    SharedWithAudio<Mixer> mixer;
+    /// Written by the driver, in memory shared with it.
+    SharedWithAudio<const spa_io_position> position;
+    std::atomic<Period> period; // Of the last cycle.
     static_assert(std::atomic<Period>::is_always_lock_free);
 };
 
@@ -91,7 +92,7 @@ void renderCycle(Renderer& renderer) noexcept
         return;
 
     const auto out = blockIn(*buffer);
-    renderer.mixer.use([out](Mixer* mixer) { renderInto(out, mixer); });
+    renderer.mixer.access([out](Mixer* mixer) { renderInto(out, mixer); });
 
     buffer->size = out.frames();
     for (auto& part : std::span(buffer->buffer->datas, buffer->buffer->n_datas)) {
@@ -102,7 +103,7 @@ void renderCycle(Renderer& renderer) noexcept
     pw_stream_queue_buffer(renderer.stream, buffer);
 
     Period period;
-    renderer.position.use([&period](const auto* position) { period = periodOf(position); });
+    renderer.position.access([&period](const auto* position) { period = periodOf(position); });
     if (period != renderer.period.load(std::memory_order_relaxed)) {
         renderer.period.store(period, std::memory_order_relaxed);
         pw_loop_signal_event(renderer.mainLoop, renderer.periodChanged);
@@ -147,7 +148,7 @@ public:
     PipeWireStream(const PipeWireStream&) = delete;
     PipeWireStream& operator=(const PipeWireStream&) = delete;
 
-    void play(Mixer* mixer) override { m_renderer.mixer.lend(mixer); }
+    void play(Mixer* mixer) override { m_renderer.mixer.publish(mixer); }
     void activate() override { pw_stream_set_active(m_renderer.stream, true); }
     void deactivate() override { pw_stream_set_active(m_renderer.stream, false); }
     [[nodiscard]] State state() const override;
@@ -174,7 +175,7 @@ private:
         if (id != SPA_IO_Position)
             return;
         const bool isWhole = area && size >= sizeof(spa_io_position);
-        static_cast<PipeWireStream*>(data)->m_renderer.position.lend(
+        static_cast<PipeWireStream*>(data)->m_renderer.position.publish(
             isWhole ? static_cast<const spa_io_position*>(area) : nullptr);
     }
 
@@ -244,7 +245,7 @@ PipeWireStream::PipeWireStream(pw_loop* mainLoop, pw_core& core, std::uint32_t q
 PipeWireStream::~PipeWireStream()
 {
     m_changed = [] {};
-    m_renderer.mixer.lend(nullptr);
+    m_renderer.mixer.publish(nullptr);
     if (m_renderer.stream)
         pw_stream_destroy(m_renderer.stream); // Waits for the cycle under way.
     spa_hook_remove(&m_coreHook);
@@ -271,7 +272,7 @@ OutputStatus PipeWireStream::status() const
 std::unique_ptr<ServerBackedOutput> makePipeWireOutput(std::uint32_t quantumFrames)
 {
     // The client is made when it is first needed.
-    return std::make_unique<ServerOutput>(
+    return makeServerOutput(
         [client = std::shared_ptr<PipeWireClient>(),
          quantumFrames](std::function<void()> changed) mutable -> std::unique_ptr<ServerStream> {
             if (!client)

@@ -47,12 +47,12 @@ fs::path applicationSupport()
     return pathOf(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
 }
 
-Platform makePlatform(FileDefaultsStore::Changes changes)
+Platform makePlatform(DefaultsChanges changes)
 {
     auto platform = makeNonePlatform();
     const auto settings = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
     platform.defaults =
-        std::make_unique<FileDefaultsStore>(pathOf(settings) / "Clavo" / "settings.json", changes);
+        makeFileDefaultsStore(pathOf(settings) / "Clavo" / "settings.json", changes);
     platform.executable = executable();
     platform.resources = resources();
     platform.applicationSupport = applicationSupport();
@@ -63,7 +63,7 @@ Platform makePlatform(FileDefaultsStore::Changes changes)
 
 Platform makePlatform()
 {
-    auto platform = makePlatform(FileDefaultsStore::Changes::written);
+    auto platform = makePlatform(DefaultsChanges::written);
     platform.screens = makeQtScreens();
     platform.relauncher = makeProcessRelauncher(platform.executable);
     platform.fileManager = makeQtFileManager();
@@ -74,7 +74,7 @@ Platform makePlatform()
 
 Platform makeDemonstrationPlatform()
 {
-    return makePlatform(FileDefaultsStore::Changes::forgotten);
+    return makePlatform(DefaultsChanges::forgotten);
 }
 
 std::unique_ptr<InputAccess> makeInputAccess()

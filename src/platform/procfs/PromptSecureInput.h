@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "input/ObservableSecureInput.h"
+#include "input/SecureInput.h"
 
 #include <string_view>
 

@@ -268,7 +268,7 @@ OutputStatus PulseStream::status() const
 
 std::unique_ptr<ServerBackedOutput> makePulseOutput(std::uint32_t quantumFrames)
 {
-    return std::make_unique<ServerOutput>(
+    return makeServerOutput(
         [quantumFrames](std::function<void()> changed) {
             auto stream = std::make_unique<PulseStream>(quantumFrames, std::move(changed));
             return stream->connect() ? std::move(stream) : nullptr;

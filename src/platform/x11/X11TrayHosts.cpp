@@ -69,7 +69,7 @@ public:
         setHost(owner ? owner->owner : noWindow);
     }
 
-    [[nodiscard]] TrayLook look()
+    [[nodiscard]] TrayAppearance appearance()
     {
         if (m_host == noWindow)
             return {};
@@ -77,7 +77,7 @@ public:
         m_server.drainSoon(); // The answers may bring events along.
         const auto visualAsked = askHost(m_visual, XCB_ATOM_VISUALID, 1);
         const auto colorsAsked = askHost(m_colors, XCB_ATOM_CARDINAL, 3);
-        TrayLook look;
+        TrayAppearance look;
         if (const auto visual = hostsAnswer(visualAsked); !visual.empty())
             look.showsThrough = hasAlpha(visual.front());
         // The colour of the texts comes first: red, green and blue.
@@ -212,9 +212,9 @@ void X11TrayHosts::watch(Receiver receiver)
     m_watch->start();
 }
 
-TrayLook X11TrayHosts::look()
+TrayAppearance X11TrayHosts::appearance()
 {
-    return m_watch ? m_watch->look() : TrayLook{};
+    return m_watch ? m_watch->appearance() : TrayAppearance{};
 }
 
 void X11TrayHosts::dock(std::uint32_t window)

@@ -21,7 +21,7 @@ public:
     ~X11TrayHosts() override;
 
     void watch(Receiver receiver) override;
-    TrayLook look() override;
+    TrayAppearance appearance() override;
     /// Of a window of the running QGuiApplication.
     void dock(std::uint32_t window) override;
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/xdg/DesktopEntry.h"
 
-#include "files/RegularFile.h"
+#include "files/WholeFile.h"
 
 #include <algorithm>
 #include <array>

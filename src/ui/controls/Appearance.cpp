@@ -44,7 +44,7 @@ Appearance::Appearance()
 
 void Appearance::follow(AppearanceSettings& settings)
 {
-    settings.watch([this](const AppearanceWish& wish) {
+    settings.watch([this](const AppearancePreference& wish) {
         m_wish = wish;
         emit changed();
     });

@@ -53,7 +53,7 @@ signals:
 private:
     Appearance(); // Were it public, every engine would make an instance of its own.
 
-    AppearanceWish m_wish;
+    AppearancePreference m_wish;
 };
 
 } // namespace clavo

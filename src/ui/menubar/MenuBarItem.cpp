@@ -95,7 +95,7 @@ void MenuBarItem::showStatusItem()
 /// and stays dead in the other. So it serves for StatusNotifier only.
 void MenuBarItem::dockIcon()
 {
-    const auto tray = m_hosts.look();
+    const auto tray = m_hosts.appearance();
     if (const auto& color = tray.symbolColor)
         m_trayColor =
             QColor::fromRgbF(static_cast<float>(color->red), static_cast<float>(color->green),

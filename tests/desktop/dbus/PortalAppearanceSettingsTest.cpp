@@ -194,7 +194,7 @@ protected:
 
     void watch()
     {
-        settings->watch([this](const AppearanceWish& wish) { wishes.push_back(wish); });
+        settings->watch([this](const AppearancePreference& wish) { wishes.push_back(wish); });
     }
     [[nodiscard]] bool told(std::size_t count)
     {
@@ -204,7 +204,7 @@ protected:
     const QByteArray desktop = qgetenv(currentDesktop);
     EventLoop loop;
     std::unique_ptr<AppearanceSettings> settings = makePortalAppearanceSettings();
-    std::vector<AppearanceWish> wishes;
+    std::vector<AppearancePreference> wishes;
 };
 
 TEST_F(PortalAppearanceSettingsTest, TellsTheSettingsAsTheyAre)
@@ -216,7 +216,7 @@ TEST_F(PortalAppearanceSettingsTest, TellsTheSettingsAsTheyAre)
 
     ASSERT_TRUE(told(1));
     EXPECT_THAT(wishes[0].isDark, Optional(true));
-    EXPECT_THAT(wishes[0].accent, Optional(AppearanceWish::Color{0.25, 0.5, 1}));
+    EXPECT_THAT(wishes[0].accent, Optional(AppearancePreference::Color{0.25, 0.5, 1}));
 }
 
 TEST_F(PortalAppearanceSettingsTest, TellsEveryChange)
@@ -234,7 +234,7 @@ TEST_F(PortalAppearanceSettingsTest, TellsEveryChange)
     portal.change(appearance, "accent-color", QVariant::fromValue(Parts{1, 0, 0}));
 
     ASSERT_TRUE(told(3));
-    EXPECT_EQ(wishes[2], (AppearanceWish{true, AppearanceWish::Color{1, 0, 0}}));
+    EXPECT_EQ(wishes[2], (AppearancePreference{true, AppearancePreference::Color{1, 0, 0}}));
 }
 
 TEST_F(PortalAppearanceSettingsTest, HearsOfAChangeInAProcessThatHasUsedNoOtherTypeOfTheBus)
@@ -256,7 +256,7 @@ TEST_F(PortalAppearanceSettingsTest, TakesAnOldPortalsAnswers)
     watch();
 
     ASSERT_TRUE(told(1));
-    EXPECT_EQ(wishes[0], (AppearanceWish{true, AppearanceWish::Color{0, 1, 0}}));
+    EXPECT_EQ(wishes[0], (AppearancePreference{true, AppearancePreference::Color{0, 1, 0}}));
 }
 
 TEST_F(PortalAppearanceSettingsTest, TakesTheSettingWhereTwoBackEndsAnnounceTheirOwn)
@@ -305,7 +305,7 @@ TEST_F(PortalAppearanceSettingsTest, WhatTheUserNoLongerSetsIsNoWish)
     portal.change(appearance, "color-scheme", 0U);
     portal.change(appearance, "accent-color", QVariant::fromValue(Parts{-1, -1, -1}));
 
-    EXPECT_TRUE(EventLoop::until([this] { return wishes.back() == AppearanceWish{}; }));
+    EXPECT_TRUE(EventLoop::until([this] { return wishes.back() == AppearancePreference{}; }));
 }
 
 TEST_F(PortalAppearanceSettingsTest, NoPreferenceIsLightOnGnome)
@@ -332,7 +332,7 @@ TEST_F(PortalAppearanceSettingsTest, ValuesOfAnotherTypeAreNoWish)
     portal.change(appearance, "color-scheme", "light");
 
     ASSERT_TRUE(told(2));
-    EXPECT_EQ(wishes[1], AppearanceWish{});
+    EXPECT_EQ(wishes[1], AppearancePreference{});
 }
 
 TEST_F(PortalAppearanceSettingsTest, OtherSettingsAreNoChange)

@@ -13,7 +13,7 @@ int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
     const auto settings = clavo::makePortalAppearanceSettings();
-    settings->watch([](const clavo::AppearanceWish& wish) {
+    settings->watch([](const clavo::AppearancePreference& wish) {
         std::puts(!wish.isDark ? "none" : *wish.isDark ? "dark" : "light");
         std::fflush(stdout);
     });

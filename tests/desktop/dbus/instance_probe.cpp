@@ -29,13 +29,13 @@ const std::map<std::string, Instance::Request, std::less<>> requests{
     {"toggle", Instance::Request::toggle},
     {"quit", Instance::Request::quit}};
 
-const std::map<Instance::Standing, const char*> standings{{Instance::Standing::first, "first"},
-                                                          {Instance::Standing::second, "second"},
-                                                          {Instance::Standing::unknown, "unknown"}};
+const std::map<Instance::Role, const char*> roles{{Instance::Role::primary, "first"},
+                                                  {Instance::Role::secondary, "second"},
+                                                  {Instance::Role::unknown, "unknown"}};
 
 const std::map<Instance::Delivery, const char*> deliveries{
     {Instance::Delivery::delivered, "delivered"},
-    {Instance::Delivery::nobodyRuns, "nobodyRuns"},
+    {Instance::Delivery::notRunning, "nobodyRuns"},
     {Instance::Delivery::noAnswer, "noAnswer"}};
 
 int run(Instance& instance)
@@ -71,7 +71,7 @@ int main(int argc, char* argv[])
                                                               : deliveries.at(answer.delivery));
         return 0;
     }
-    const auto standing = word == "replace" ? instance->replace() : instance->claim();
-    tell(standings.at(standing));
-    return standing == Instance::Standing::first ? run(*instance) : 0;
+    const auto role = word == "replace" ? instance->replace() : instance->claim();
+    tell(roles.at(role));
+    return role == Instance::Role::primary ? run(*instance) : 0;
 }

@@ -26,9 +26,9 @@ void FakeDesktop::look(bool dark, const QColor& accent)
 void FakeDesktop::wish(bool dark, const QColor& accent)
 {
     m_settings.turnTo({.isDark = dark,
-                       .accent = AppearanceWish::Color{.red = accent.redF(),
-                                                       .green = accent.greenF(),
-                                                       .blue = accent.blueF()}});
+                       .accent = AppearancePreference::Color{.red = accent.redF(),
+                                                             .green = accent.greenF(),
+                                                             .blue = accent.blueF()}});
 }
 
 void FakeDesktop::startAssistiveTechnology()

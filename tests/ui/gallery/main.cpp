@@ -8,7 +8,6 @@
 // the scale.
 #include "app/AppLanguage.h"
 #include "app/CommandLine.h"
-#include "app/Translation.h"
 #include "ui/fakes/FakeDesktop.h"
 #include "ui/fakes/TestModules.h"
 

@@ -103,7 +103,7 @@ TEST_F(MenuViewTest, AsksForThePermission)
     click(button("Open Input Monitoring"));
 
     EXPECT_EQ(access->requests.size(), requests + 1);
-    EXPECT_EQ(access->requests.back(), InputAccess::Occasion::wish);
+    EXPECT_EQ(access->requests.back(), InputAccess::Occasion::userRequest);
 }
 
 TEST_F(MenuViewTest, SaysWhatKeepsItFromListening)

@@ -11,6 +11,7 @@
 
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <string>
 
 namespace clavo
@@ -37,7 +38,10 @@ protected:
         std::ofstream(m_file) << text;
     }
 
-    [[nodiscard]] FileDefaultsStore store() const { return FileDefaultsStore(m_file); }
+    [[nodiscard]] std::unique_ptr<DefaultsStore> store() const
+    {
+        return makeFileDefaultsStore(m_file);
+    }
 
     TemporaryFolder m_folder;
     std::filesystem::path m_file = m_folder.path() / "Clavo" / "settings.json";
@@ -45,111 +49,111 @@ protected:
 
 TEST_F(FileDefaultsStoreTest, RegisteredDefaultsAnswerAndAreNeverWritten)
 {
-    auto defaults = store();
+    const auto defaults = store();
 
-    defaults.registerDefaults({{"enabled", true}, {"packID", std::string("red")}});
+    defaults->registerDefaults({{"enabled", true}, {"packID", std::string("red")}});
 
-    EXPECT_THAT(defaults.value("enabled"), Optional(DefaultsValue(true)));
-    EXPECT_THAT(defaults.value("packID"), Optional(DefaultsValue(std::string("red"))));
+    EXPECT_THAT(defaults->value("enabled"), Optional(DefaultsValue(true)));
+    EXPECT_THAT(defaults->value("packID"), Optional(DefaultsValue(std::string("red"))));
     EXPECT_FALSE(std::filesystem::exists(m_file));
 }
 
 TEST_F(FileDefaultsStoreTest, UnknownKeyHasNoValue)
 {
-    EXPECT_THAT(store().value("nothing"), Eq(std::nullopt));
+    EXPECT_THAT(store()->value("nothing"), Eq(std::nullopt));
 }
 
 TEST_F(FileDefaultsStoreTest, EveryTypeSurvivesARestart)
 {
     const std::vector<std::string> languages{"fr", "de"};
-    auto first = store();
-    first.setValue("enabled", false);
-    first.setValue("volume", 0.25);
-    first.setValue("packID", std::string("custom:é"));
-    first.setValue("AppleLanguages", languages);
+    const auto first = store();
+    first->setValue("enabled", false);
+    first->setValue("volume", 0.25);
+    first->setValue("packID", std::string("custom:é"));
+    first->setValue("AppleLanguages", languages);
 
     const auto second = store();
 
-    EXPECT_THAT(second.value("enabled"), Optional(DefaultsValue(false)));
-    EXPECT_THAT(second.value("volume"), Optional(DefaultsValue(0.25)));
-    EXPECT_THAT(second.value("packID"), Optional(DefaultsValue(std::string("custom:é"))));
-    EXPECT_THAT(second.value("AppleLanguages"), Optional(DefaultsValue(languages)));
+    EXPECT_THAT(second->value("enabled"), Optional(DefaultsValue(false)));
+    EXPECT_THAT(second->value("volume"), Optional(DefaultsValue(0.25)));
+    EXPECT_THAT(second->value("packID"), Optional(DefaultsValue(std::string("custom:é"))));
+    EXPECT_THAT(second->value("AppleLanguages"), Optional(DefaultsValue(languages)));
 }
 
 TEST_F(FileDefaultsStoreTest, WholeNumberReadsAsDouble)
 {
     write(R"({"volume": 1})");
 
-    EXPECT_THAT(store().value("volume"), Optional(DefaultsValue(1.0)));
+    EXPECT_THAT(store()->value("volume"), Optional(DefaultsValue(1.0)));
 }
 
 TEST_F(FileDefaultsStoreTest, ValueOfAnotherTypeThanItsDefaultCountsAsAbsent)
 {
     write(R"({"volume": "loud", "packID": 7})");
-    auto defaults = store();
+    const auto defaults = store();
 
-    defaults.registerDefaults({{"volume", 0.8}, {"packID", std::string("red")}});
+    defaults->registerDefaults({{"volume", 0.8}, {"packID", std::string("red")}});
 
-    EXPECT_THAT(defaults.value("volume"), Optional(DefaultsValue(0.8)));
-    EXPECT_THAT(defaults.value("packID"), Optional(DefaultsValue(std::string("red"))));
+    EXPECT_THAT(defaults->value("volume"), Optional(DefaultsValue(0.8)));
+    EXPECT_THAT(defaults->value("packID"), Optional(DefaultsValue(std::string("red"))));
 }
 
 TEST_F(FileDefaultsStoreTest, MembersOfAnotherVersionAreKept)
 {
     write(R"({"future": {"deep": [1, null]}, "enabled": true})");
 
-    store().setValue("enabled", false);
+    store()->setValue("enabled", false);
 
     EXPECT_THAT(contents(m_file), HasSubstr("\"deep\""));
-    EXPECT_THAT(store().value("enabled"), Optional(DefaultsValue(false)));
+    EXPECT_THAT(store()->value("enabled"), Optional(DefaultsValue(false)));
 }
 
 TEST_F(FileDefaultsStoreTest, RemovedValueIsForgottenAcrossARestart)
 {
-    auto first = store();
-    first.registerDefaults({{"volume", 0.8}});
-    first.setValue("volume", 0.25);
-    first.setValue("enabled", false);
+    const auto first = store();
+    first->registerDefaults({{"volume", 0.8}});
+    first->setValue("volume", 0.25);
+    first->setValue("enabled", false);
 
-    first.removeValue("volume");
+    first->removeValue("volume");
 
-    EXPECT_THAT(first.value("volume"), Optional(DefaultsValue(0.8)));
-    EXPECT_THAT(store().value("volume"), Eq(std::nullopt));
-    EXPECT_THAT(store().value("enabled"), Optional(DefaultsValue(false)));
+    EXPECT_THAT(first->value("volume"), Optional(DefaultsValue(0.8)));
+    EXPECT_THAT(store()->value("volume"), Eq(std::nullopt));
+    EXPECT_THAT(store()->value("enabled"), Optional(DefaultsValue(false)));
 }
 
 TEST_F(FileDefaultsStoreTest, RemovingWhatIsNotStoredWritesNothing)
 {
-    auto defaults = store();
-    defaults.registerDefaults({{"volume", 0.8}});
+    const auto defaults = store();
+    defaults->registerDefaults({{"volume", 0.8}});
 
-    defaults.removeValue("volume");
+    defaults->removeValue("volume");
 
-    EXPECT_THAT(defaults.value("volume"), Optional(DefaultsValue(0.8)));
+    EXPECT_THAT(defaults->value("volume"), Optional(DefaultsValue(0.8)));
     EXPECT_FALSE(std::filesystem::exists(m_file));
 }
 
 TEST_F(FileDefaultsStoreTest, ValueIsInMemoryWhenTheFolderCannotBeWritten)
 {
     std::ofstream(m_folder.path() / "Clavo") << "a file where the folder should be";
-    auto defaults = store();
+    const auto defaults = store();
 
-    defaults.setValue("volume", 0.5);
+    defaults->setValue("volume", 0.5);
 
-    EXPECT_THAT(defaults.value("volume"), Optional(DefaultsValue(0.5)));
+    EXPECT_THAT(defaults->value("volume"), Optional(DefaultsValue(0.5)));
 }
 
 TEST_F(FileDefaultsStoreTest, ForgottenChangesAreSeenAndNeverReachTheFile)
 {
     write(R"({"volume":0.5,"enabled":true})");
-    FileDefaultsStore defaults(m_file, FileDefaultsStore::Changes::forgotten);
+    const auto defaults = makeFileDefaultsStore(m_file, DefaultsChanges::forgotten);
 
-    EXPECT_THAT(defaults.value("volume"), Optional(DefaultsValue(0.5)));
-    defaults.setValue("volume", 0.25);
-    defaults.removeValue("enabled");
+    EXPECT_THAT(defaults->value("volume"), Optional(DefaultsValue(0.5)));
+    defaults->setValue("volume", 0.25);
+    defaults->removeValue("enabled");
 
-    EXPECT_THAT(defaults.value("volume"), Optional(DefaultsValue(0.25)));
-    EXPECT_THAT(defaults.value("enabled"), Eq(std::nullopt));
+    EXPECT_THAT(defaults->value("volume"), Optional(DefaultsValue(0.25)));
+    EXPECT_THAT(defaults->value("enabled"), Eq(std::nullopt));
     EXPECT_EQ(contents(m_file), R"({"volume":0.5,"enabled":true})");
 }
 
@@ -157,9 +161,9 @@ TEST_F(FileDefaultsStoreTest, WhereChangesAreForgottenABrokenFileStaysInItsPlace
 {
     write("no JSON at all");
 
-    const FileDefaultsStore defaults(m_file, FileDefaultsStore::Changes::forgotten);
+    const auto defaults = makeFileDefaultsStore(m_file, DefaultsChanges::forgotten);
 
-    EXPECT_THAT(defaults.value("volume"), Eq(std::nullopt));
+    EXPECT_THAT(defaults->value("volume"), Eq(std::nullopt));
     EXPECT_EQ(contents(m_file), "no JSON at all");
     EXPECT_FALSE(std::filesystem::exists(m_file.native() + ".broken"));
 }
@@ -172,14 +176,14 @@ TEST_P(BrokenSettings, AreSetAsideAndDefaultsApply)
 {
     write(GetParam());
 
-    auto defaults = store();
-    defaults.registerDefaults({{"volume", 0.8}});
+    const auto defaults = store();
+    defaults->registerDefaults({{"volume", 0.8}});
 
-    EXPECT_THAT(defaults.value("volume"), Optional(DefaultsValue(0.8)));
+    EXPECT_THAT(defaults->value("volume"), Optional(DefaultsValue(0.8)));
     EXPECT_FALSE(std::filesystem::exists(m_file));
     EXPECT_EQ(contents(m_file.native() + ".broken"), GetParam());
-    defaults.setValue("volume", 0.3);
-    EXPECT_THAT(store().value("volume"), Optional(DefaultsValue(0.3)));
+    defaults->setValue("volume", 0.3);
+    EXPECT_THAT(store()->value("volume"), Optional(DefaultsValue(0.3)));
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryKind, BrokenSettings,
@@ -193,7 +197,7 @@ TEST_F(FileDefaultsStoreTest, LinkStaysAndTheFileBehindItIsWritten)
     std::filesystem::create_directories(m_file.parent_path());
     std::filesystem::create_symlink(target, m_file);
 
-    store().setValue("volume", 0.25);
+    store()->setValue("volume", 0.25);
 
     EXPECT_TRUE(std::filesystem::is_symlink(m_file));
     EXPECT_THAT(contents(target), HasSubstr("0.25"));
@@ -201,7 +205,7 @@ TEST_F(FileDefaultsStoreTest, LinkStaysAndTheFileBehindItIsWritten)
 
 TEST_F(FileDefaultsStoreTest, FileIsForTheUserAlone)
 {
-    store().setValue("volume", 0.25);
+    store()->setValue("volume", 0.25);
 
     EXPECT_EQ(std::filesystem::status(m_file).permissions(), std::filesystem::perms(0600));
 }
@@ -211,7 +215,7 @@ TEST_F(FileDefaultsStoreTest, NothingButTheFileIsLeftInTheFolder)
     write("{}");
     std::ofstream(m_file.parent_path() / ".clavo-new-a1B2c3") << "half a fi";
 
-    store().setValue("volume", 0.25);
+    store()->setValue("volume", 0.25);
 
     for (const auto& entry : std::filesystem::directory_iterator(m_file.parent_path()))
         EXPECT_EQ(entry.path(), m_file);
@@ -222,21 +226,21 @@ TEST_F(FileDefaultsStoreTest, PipeInTheFilesPlaceIsSetAside)
     std::filesystem::create_directories(m_file.parent_path());
     ASSERT_EQ(::mkfifo(m_file.c_str(), 0600), 0);
 
-    auto defaults = store();
-    defaults.setValue("volume", 0.3);
+    const auto defaults = store();
+    defaults->setValue("volume", 0.3);
 
     EXPECT_TRUE(std::filesystem::is_fifo(m_file.native() + ".broken"));
-    EXPECT_THAT(store().value("volume"), Optional(DefaultsValue(0.3)));
+    EXPECT_THAT(store()->value("volume"), Optional(DefaultsValue(0.3)));
 }
 
 TEST_F(FileDefaultsStoreTest, FolderInTheFilesPlaceIsSetAside)
 {
     std::filesystem::create_directories(m_file);
 
-    auto defaults = store();
-    defaults.setValue("volume", 0.3);
+    const auto defaults = store();
+    defaults->setValue("volume", 0.3);
 
-    EXPECT_THAT(store().value("volume"), Optional(DefaultsValue(0.3)));
+    EXPECT_THAT(store()->value("volume"), Optional(DefaultsValue(0.3)));
 }
 
 } // namespace

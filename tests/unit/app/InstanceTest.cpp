@@ -21,7 +21,7 @@ using testing::IsEmpty;
 using testing::Optional;
 using Delivery = Instance::Delivery;
 using Request = Instance::Request;
-using Standing = Instance::Standing;
+using Role = Instance::Role;
 
 class InstanceTest : public testing::Test
 {
@@ -38,7 +38,7 @@ TEST_F(InstanceTest, FirstStartRuns)
 
 TEST_F(InstanceTest, StartRunsWhereThereIsNoTelling)
 {
-    m_instance.standing = Standing::unknown;
+    m_instance.role = Role::unknown;
 
     EXPECT_EQ(startOrOpenPanel(m_instance, m_errors), std::nullopt);
     EXPECT_THAT(m_instance.sent, IsEmpty());
@@ -46,7 +46,7 @@ TEST_F(InstanceTest, StartRunsWhereThereIsNoTelling)
 
 TEST_F(InstanceTest, SecondStartOpensTheFirstOnesPanelAndEnds)
 {
-    m_instance.standing = Standing::second;
+    m_instance.role = Role::secondary;
 
     EXPECT_THAT(startOrOpenPanel(m_instance, m_errors), Optional(0));
     EXPECT_THAT(m_instance.sent, ElementsAre(Request::openPanel));
@@ -55,17 +55,17 @@ TEST_F(InstanceTest, SecondStartOpensTheFirstOnesPanelAndEnds)
 
 TEST_F(InstanceTest, StartTakesThePlaceOfAnInstanceThatEndsMeanwhile)
 {
-    m_instance.standing = Standing::second;
+    m_instance.role = Role::secondary;
     m_instance.otherEnds = true;
 
     EXPECT_EQ(startOrOpenPanel(m_instance, m_errors), std::nullopt);
     EXPECT_EQ(m_instance.claims, 2);
-    EXPECT_EQ(m_instance.standing, Standing::first);
+    EXPECT_EQ(m_instance.role, Role::primary);
 }
 
 TEST_F(InstanceTest, SecondStartTellsOfAnInstanceThatHangs)
 {
-    m_instance.standing = Standing::second;
+    m_instance.role = Role::secondary;
     m_instance.delivery = Delivery::noAnswer;
 
     EXPECT_THAT(startOrOpenPanel(m_instance, m_errors), Optional(1));
@@ -77,7 +77,7 @@ TEST_F(InstanceTest, StartInTheBackgroundLeavesItToTheFirstAndOpensNothing)
 {
     EXPECT_EQ(startUnlessRunning(m_instance, m_errors), std::nullopt);
 
-    m_instance.standing = Standing::second;
+    m_instance.role = Role::secondary;
 
     EXPECT_THAT(startUnlessRunning(m_instance, m_errors), Optional(0));
     EXPECT_THAT(m_instance.sent, IsEmpty());
@@ -93,7 +93,7 @@ TEST_F(InstanceTest, ReplacementRunsOnceTheOtherOneHasEnded)
 
 TEST_F(InstanceTest, ReplacementOfAnInstanceThatDoesNotEndFailsWithAMessage)
 {
-    m_instance.standing = Standing::second;
+    m_instance.role = Role::secondary;
 
     EXPECT_THAT(replaceRunning(m_instance, m_errors), Optional(1));
     EXPECT_EQ(m_errors.str(), "clavo: the running Clavo does not end\n");
@@ -109,7 +109,7 @@ TEST_F(InstanceTest, ToggleAsksTheRunningInstanceAndClaimsNothing)
 
 TEST_F(InstanceTest, ToggleWithNobodyRunningFailsWithAMessage)
 {
-    m_instance.delivery = Delivery::nobodyRuns;
+    m_instance.delivery = Delivery::notRunning;
 
     EXPECT_EQ(toggleRunning(m_instance, m_errors), 1);
     EXPECT_EQ(m_errors.str(), "clavo: Clavo is not running\n");
@@ -140,7 +140,7 @@ TEST_F(InstanceTest, StatusIsPrintedForPeopleOrAsItCame)
 
 TEST_F(InstanceTest, StatusWithNobodyRunningFailsWithAMessage)
 {
-    m_instance.delivery = Delivery::nobodyRuns;
+    m_instance.delivery = Delivery::notRunning;
     std::ostringstream output;
 
     EXPECT_EQ(printStatus(m_instance, StatusFormat::json, output, m_errors), 1);

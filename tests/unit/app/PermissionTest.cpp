@@ -142,7 +142,7 @@ TEST_F(PermissionTest, GrantedAtTheRequestNeedsNoSettings)
 
     permission().request();
 
-    EXPECT_THAT(access.requests, ElementsAre(InputAccess::Occasion::wish));
+    EXPECT_THAT(access.requests, ElementsAre(InputAccess::Occasion::userRequest));
     EXPECT_EQ(access.settingsShown, 0);
 }
 

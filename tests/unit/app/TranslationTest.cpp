@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/Translation.h"
+#include "app/AppLanguage.h"
 
 #include "log/Log.h"
 

@@ -28,7 +28,7 @@ TEST(SoundLedger, KeepsABufferAliveUntilItIsLetGo)
     ASSERT_TRUE(number.has_value());
     EXPECT_FALSE(observed.expired());
     EXPECT_FALSE(ledger.isEmpty());
-    ledger.letGo(*number);
+    ledger.release(*number);
     EXPECT_TRUE(observed.expired());
     EXPECT_TRUE(ledger.isEmpty());
 }
@@ -43,9 +43,9 @@ TEST(SoundLedger, KeepsTheSameBufferTwiceUnderTwoNumbers)
     ASSERT_TRUE(first && second);
     ASSERT_NE(*first, *second);
 
-    ledger.letGo(*first);
+    ledger.release(*first);
     EXPECT_FALSE(observed.expired());
-    ledger.letGo(*second);
+    ledger.release(*second);
     EXPECT_TRUE(observed.expired());
 }
 
@@ -61,7 +61,7 @@ TEST(SoundLedger, HasPlaceForItsCapacityAndNoMore)
     EXPECT_EQ(ledger.keep(buffer), std::nullopt);
     EXPECT_EQ(buffer.use_count(), 1 + static_cast<long>(SoundLedger::capacity));
 
-    ledger.letGo(17);
+    ledger.release(17);
     EXPECT_EQ(ledger.keep(buffer), 17U);
 }
 

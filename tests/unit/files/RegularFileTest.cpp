@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "files/RegularFile.h"
+#include "files/WholeFile.h"
 
 #include "fakes/TemporaryFolder.h"
 

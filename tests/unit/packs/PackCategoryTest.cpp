@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "packs/PackCategory.h"
+#include "packs/SoundPack.h"
 
 #include <gmock/gmock.h>
 

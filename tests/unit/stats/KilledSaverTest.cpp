@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "fakes/TemporaryFolder.h"
 #include "files/Descriptor.h"
-#include "files/RegularFile.h"
+#include "files/WholeFile.h"
 #include "stats/DayFormatter.h"
 #include "stats/SnapshotFile.h"
 
@@ -79,7 +79,7 @@ private:
 /// Three years of days whose keys add up to the total.
 StatsSnapshot threeYears()
 {
-    DailyCounts counts;
+    std::map<std::string, std::int64_t> counts;
     for (int day = 0; day < 1000; ++day)
         counts[DayFormatter::key(QDate(2010, 1, 1).addDays(day))] = 9000 + day;
     std::int64_t total = 0;

@@ -2,7 +2,6 @@
 #include "stats/SnapshotFile.h"
 
 #include "fakes/TemporaryFolder.h"
-#include "files/RegularFile.h"
 #include "files/WholeFile.h"
 
 #include <gmock/gmock.h>
@@ -181,7 +180,7 @@ TEST_F(SnapshotFile, IsLoadedAsItWasSaved)
 
 TEST_F(SnapshotFile, HoldsAHundredThousandDays)
 {
-    DailyCounts counts;
+    std::map<std::string, std::int64_t> counts;
     for (int day = 0; day < 100'000; ++day)
         counts[QDate(2026, 11, 15).addDays(-day).toString(Qt::ISODate).toStdString()] = 9000 + day;
     ASSERT_EQ(counts.size(), 100'000U);

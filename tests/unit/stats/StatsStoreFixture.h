@@ -24,6 +24,8 @@
 namespace clavo
 {
 
+using DailyCounts = decltype(StatsSnapshot::daily);
+
 /// Surroundings in simulated time. Saves run where the test is when they are due, unless it holds
 /// them back. It is noon in UTC on Sunday, 15 November 2026, until the test says otherwise.
 class StatsStoreFixture : public testing::Test

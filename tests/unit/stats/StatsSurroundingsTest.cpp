@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "stats/StatsSurroundings.h"
+#include "stats/StatsStore.h"
 
 #include "fakes/SimulatedTime.h"
 #include "fakes/TemporaryFolder.h"
 #include "stats/SnapshotFile.h"
-#include "stats/StatsStore.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -22,13 +22,13 @@ protected:
         auto ofSecond = std::make_unique<FakeTrayHosts>();
         first = ofFirst.get();
         second = ofSecond.get();
-        hosts = std::make_unique<PreferredTrayHosts>(std::move(ofFirst), std::move(ofSecond));
+        hosts = makePreferredTrayHosts(std::move(ofFirst), std::move(ofSecond));
         hosts->watch([this](TrayHost host) { told.push_back(host); });
     }
 
     FakeTrayHosts* first = nullptr;
     FakeTrayHosts* second = nullptr;
-    std::unique_ptr<PreferredTrayHosts> hosts;
+    std::unique_ptr<TrayHosts> hosts;
     std::vector<TrayHost> told;
 };
 
@@ -118,7 +118,7 @@ TEST_F(PreferredTrayHostsTest, TheTrayLooksAsTheKindThatIsThereTells)
     first->turnTo(TrayHost::none);
     second->turnTo(TrayHost::xembed);
 
-    EXPECT_TRUE(hosts->look().showsThrough);
+    EXPECT_TRUE(hosts->appearance().showsThrough);
 }
 
 } // namespace

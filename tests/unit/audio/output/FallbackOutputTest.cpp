@@ -33,11 +33,11 @@ protected:
     {
         logLines().clear();
         log::setSink([](log::Level, std::string_view line) { logLines().emplace_back(line); });
-        std::vector<FallbackOutput::Candidate> candidates;
+        std::vector<NamedOutput> candidates;
         candidates.push_back({"Best", owned(m_best = new SteerableOutput("Best"))});
         candidates.push_back({"Second", owned(m_second = new SteerableOutput("Second"))});
-        m_output = std::make_unique<FallbackOutput>(
-            std::move(candidates), owned(m_silent = new FakeAudioOutput), m_time.makeTimer());
+        m_output = makeFallbackOutput(std::move(candidates), owned(m_silent = new FakeAudioOutput),
+                                      m_time.makeTimer());
         m_output->prepare(m_mixer, [this] { m_toldRunning.push_back(m_output->isRunning()); });
     }
 
@@ -72,7 +72,7 @@ protected:
     SteerableOutput* m_second = nullptr;
     FakeAudioOutput* m_silent = nullptr;
     SimulatedTime m_time;
-    std::unique_ptr<FallbackOutput> m_output;
+    std::unique_ptr<AudioOutput> m_output;
     std::vector<bool> m_toldRunning; // isRunning() at each configurationChanged.
 };
 
@@ -354,9 +354,10 @@ TEST_F(FallbackOutputTest, StopsWhateverRunsWhenItDies)
     };
     bool wasPaused = false;
     {
-        FallbackOutput alone({}, std::make_unique<Watched>(wasPaused), m_time.makeTimer());
-        alone.prepare(m_mixer, [] {});
-        alone.start();
+        const auto alone =
+            makeFallbackOutput({}, std::make_unique<Watched>(wasPaused), m_time.makeTimer());
+        alone->prepare(m_mixer, [] {});
+        alone->start();
     }
     EXPECT_TRUE(wasPaused);
 }

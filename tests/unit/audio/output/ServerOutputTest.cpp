@@ -85,13 +85,15 @@ protected:
     Mixer m_mixer;
     Server m_server;
     SimulatedTime m_time;
-    ServerOutput m_output{[this](std::function<void()> changed) -> std::unique_ptr<ServerStream> {
-                              if (!m_server.isThere)
-                                  return nullptr;
-                              m_server.changed = std::move(changed);
-                              return std::make_unique<FakeStream>(m_server);
-                          },
-                          m_time.makeTimer(), m_time.makeTimer()};
+    std::unique_ptr<ServerBackedOutput> m_made = makeServerOutput(
+        [this](std::function<void()> changed) -> std::unique_ptr<ServerStream> {
+            if (!m_server.isThere)
+                return nullptr;
+            m_server.changed = std::move(changed);
+            return std::make_unique<FakeStream>(m_server);
+        },
+        m_time.makeTimer(), m_time.makeTimer());
+    ServerBackedOutput& m_output = *m_made;
     bool m_isWanted = false;
     int m_changes = 0;
 };
@@ -215,7 +217,7 @@ TEST_F(ServerOutputTest, BearsAShortGap)
 {
     run();
     become(State::waiting);
-    EXPECT_EQ(m_time.untilNext(), ServerOutput::patience);
+    EXPECT_EQ(m_time.untilNext(), streamPatience);
     EXPECT_TRUE(m_output.isRunning());
 
     become(State::streaming);
@@ -247,7 +249,7 @@ TEST_F(ServerOutputTest, StopsRenderingWhenTheDeviceDoesNotWakeUp)
     become(State::waiting);
     m_output.start();
     m_time.advance({});
-    ASSERT_EQ(m_time.untilNext(), ServerOutput::patience);
+    ASSERT_EQ(m_time.untilNext(), streamPatience);
     m_time.elapse();
 
     EXPECT_FALSE(m_output.isRunning());

@@ -103,9 +103,9 @@ protected:
     {
         QEventLoop loop;
         access.watch([&] { loop.quit(); });
-        EXPECT_FALSE(access.request(Occasion::wish));
+        EXPECT_FALSE(access.request(Occasion::userRequest));
         access.showSettings();
-        EXPECT_FALSE(access.request(Occasion::wish)) << "a second question is not put";
+        EXPECT_FALSE(access.request(Occasion::userRequest)) << "a second question is not put";
         loop.exec();
     }
 
@@ -189,7 +189,7 @@ TEST_F(EvdevQuestion, IsNotPutWithoutPolkitOrTheGrantProgram)
         lines().clear();
         const auto access = makeEvdevInputAccess(programs, devices());
 
-        EXPECT_FALSE(access->request(Occasion::wish));
+        EXPECT_FALSE(access->request(Occasion::userRequest));
         access->showSettings();
 
         EXPECT_EQ(asked(), "");
@@ -203,7 +203,7 @@ TEST_F(EvdevQuestion, IsNotPutWhereThereIsNothingToGrant)
     std::filesystem::remove(devices() / "event0");
     const auto access = makeEvdevInputAccess(asking("exit 0"), devices());
 
-    EXPECT_FALSE(access->request(Occasion::wish));
+    EXPECT_FALSE(access->request(Occasion::userRequest));
     access->showSettings();
 
     EXPECT_EQ(access->state(), InputAccess::State::noKeyboard);

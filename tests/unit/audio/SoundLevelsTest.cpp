@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "audio/StereoGains.h"
+#include "audio/SoundLevels.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "input/CombinedSecureInput.h"
+#include "input/SecureInput.h"
 
 #include <gtest/gtest.h>
 
@@ -22,19 +22,19 @@ protected:
     CombinedSecureInputTest()
     {
         second->setReason(SecureReason::passwordPrompt); // Since before anybody listened.
-        watchers.emplace_back(first);
-        watchers.emplace_back(second);
+        sources.emplace_back(first);
+        sources.emplace_back(second);
     }
 
     Watcher* first = new Watcher;
     Watcher* second = new Watcher;
-    CombinedSecureInput::Watchers watchers;
+    CombinedSecureInput::Sources sources;
 };
 
 TEST_F(CombinedSecureInputTest, IsOffWhileNoWatcherHasAReason)
 {
     second->setReason(SecureReason::none);
-    const CombinedSecureInput secureInput(std::move(watchers));
+    const CombinedSecureInput secureInput(std::move(sources));
 
     EXPECT_EQ(secureInput.reason(), SecureReason::none);
     EXPECT_FALSE(secureInput.isEnabled());
@@ -42,7 +42,7 @@ TEST_F(CombinedSecureInputTest, IsOffWhileNoWatcherHasAReason)
 
 TEST_F(CombinedSecureInputTest, IsOnWhileAnyWatcherHasOne)
 {
-    const CombinedSecureInput secureInput(std::move(watchers));
+    const CombinedSecureInput secureInput(std::move(sources));
     EXPECT_EQ(secureInput.reason(), SecureReason::passwordPrompt);
 
     second->setReason(SecureReason::passwordField);

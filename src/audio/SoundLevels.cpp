@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "audio/StereoGains.h"
+#include "audio/SoundLevels.h"
 
 #include <cmath>
 #include <numbers>
@@ -11,7 +11,7 @@ StereoGains stereoGains(float pan, float gain)
 {
     if (std::isnan(pan) || !std::isfinite(gain))
         return {};
-    // The ends apart: the cosine of a rounded π / 2 is not quite 0.
+    // Exact at the ends, where the cosine of a rounded π / 2 is not quite 0.
     if (pan <= -1.0F)
         return {.left = gain, .right = 0};
     if (pan >= 1.0F)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "app/Relauncher.h"
+#include "app/Permission.h"
 
-#include "fakes/FakeRelauncher.h"
+#include "fakes/FakePlatform.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -35,32 +35,43 @@ protected:
         return goesOn;
     }
 
-    FakeRelauncher m_relauncher;
+    FakePlatform m_platform;
+    FakeRelauncher& m_relauncher = *m_platform.relauncher;
 
 private:
     int m_argumentCount = 1;
     std::array<char, 5> m_name{"test"};
     std::array<char*, 2> m_arguments{m_name.data(), nullptr};
     QCoreApplication m_application{m_argumentCount, m_arguments.data()};
+    InputMonitor m_input{*m_platform.services.eventTap, *m_platform.services.secureInput,
+                         *m_platform.services.screens, m_platform.surroundings().uptime};
+
+protected:
+    Permission m_permission{m_platform.services,
+                            m_input,
+                            {.timer = m_platform.time.makeTimer(),
+                             .uptime = m_platform.surroundings().uptime,
+                             .wallClock = m_platform.surroundings().stats.wallClock,
+                             .askFreshProcess = {}}};
 };
 
 TEST_F(Relaunch, OpensOneNewInstance)
 {
-    relaunch(m_relauncher);
+    m_permission.relaunch();
 
     EXPECT_EQ(m_relauncher.opened, 1);
 }
 
 TEST_F(Relaunch, GoesOnUntilTheNewInstanceIsOpened)
 {
-    relaunch(m_relauncher);
+    m_permission.relaunch();
 
     EXPECT_TRUE(mainLoopGoesOn());
 }
 
 TEST_F(Relaunch, EndsThisInstanceFromTheMainLoopOnceTheNewOneIsOpened)
 {
-    relaunch(m_relauncher);
+    m_permission.relaunch();
 
     m_relauncher.complete();
 
@@ -74,7 +85,7 @@ TEST_F(Relaunch, LetsTheCallThatCompletesItReturnFirst)
     QMetaObject::invokeMethod(
         &loop,
         [&] {
-            relaunch(m_relauncher);
+            m_permission.relaunch();
             m_relauncher.complete();
             wasRunning = loop.isRunning();
         },
