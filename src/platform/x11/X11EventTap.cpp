@@ -2,7 +2,7 @@
 #include "platform/x11/X11EventTap.h"
 
 #include "log/Log.h"
-#include "platform/evdev/HeldKeys.h"
+#include "platform/evdev/EvdevKeys.h"
 #include "platform/x11/XServer.h"
 
 #include <xcb/xcbext.h> // Declares xcb_poll_for_reply().

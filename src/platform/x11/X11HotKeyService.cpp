@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/x11/X11HotKeyService.h"
 
-#include "platform/evdev/EvdevKeyCodes.h"
+#include "platform/evdev/EvdevKeys.h"
 #include "platform/x11/XServer.h"
 #include "platform/x11/Xkb.h"
 
