@@ -48,7 +48,7 @@ void ClavoApp::answer(Instance::Request request)
 {
     switch (request) {
     case Instance::Request::openPanel:
-        // The process that asks does not wait for a window to be made.
+        // Queued: the process that asks does not wait until a window is created.
         QMetaObject::invokeMethod(
             &m_panel, [this] { m_panel.open(std::nullopt); }, Qt::QueuedConnection);
         break;

@@ -18,22 +18,22 @@
 namespace clavo
 {
 
-/// The application as the user meets it: the menu-bar item and what it opens, all over the one
-/// state.
+/// The user interface of the application: the menu-bar item and the windows that it opens.
 class ClavoApp : public QObject
 {
     Q_OBJECT
 
 public:
-    /// From the start until the desktop's tray must have answered.
+    /// The time that the desktop's tray has to answer.
     static constexpr std::chrono::milliseconds trayPatience{2000};
 
     /// Shows the menu-bar item and answers other processes' requests from now on. The state and the
     /// platform, whose instance this process is, outlive it.
     ClavoApp(AppState& state, Platform& platform, std::unique_ptr<Timer> timer);
 
-    /// Shows a user who has started the program by hand that it runs, by opening the panel: at once
-    /// when it may not listen, and when no tray has answered in time. Later, from the main loop.
+    /// Opens the panel for a user who has started the program by hand, so that they see it run: at
+    /// once if it may not listen, else if no tray has answered in time. Called back from the main
+    /// loop.
     void greet();
 
 private:

@@ -15,8 +15,8 @@ namespace clavo
 namespace
 {
 
-/// Asks a newly started process of the executable whether it may listen, from a background thread
-/// of low priority.
+/// Starts the executable anew and asks it whether it may listen, on a background thread of low
+/// priority.
 Permission::Ask askFreshProcess(const std::filesystem::path& executable)
 {
     return [executable](QObject* asker, auto receiver) {

@@ -40,8 +40,8 @@ void translate(const DefaultsStore& defaults)
     installTranslation(interfaceLanguage(preferredLanguages(defaults, system)));
 }
 
-/// The application to be shown in place of the user's own, which it does not touch. In the user's
-/// language.
+/// The state of an application that is shown and not run, in the user's language. Changes nothing
+/// of the user's.
 struct Demonstration {
     Platform platform = demonstrationPlatform();
     AppState state{platform, AppState::Surroundings::real(platform.executable),
@@ -59,8 +59,8 @@ private:
     }
 };
 
-/// In the sizes that title bars, task bars and switchers show. Files are read when a window is
-/// made.
+/// The icon in the sizes of title bars, task bars and switchers. Its files are read when a window
+/// is created.
 QIcon applicationIcon()
 {
     QIcon icon;
@@ -71,7 +71,7 @@ QIcon applicationIcon()
     return icon;
 }
 
-/// Does what the command line asks for; the process's exit status.
+/// Runs the command that the command line names and returns the process's exit status.
 class Run
 {
 public:
@@ -115,7 +115,7 @@ public:
 
     int operator()(const command::TakeScreenshots& wanted)
     {
-        // What Qt misses in a session, pictures do without.
+        // Pictures do not need the parts of a session whose absence Qt reports.
         QLoggingCategory::setFilterRules("default.warning=false");
         Screenshots::prepare();
         const QGuiApplication application(m_count, m_arguments);
@@ -153,18 +153,19 @@ public:
     }
 
 private:
-    /// Names the program to the desktop, and prepares the drawing of its windows.
+    /// Sets the names that the desktop knows the program by, and prepares the drawing of its
+    /// windows.
     static void prepareApplication()
     {
         QApplication::setApplicationName("Clavo");
         QApplication::setApplicationVersion(QString::fromUtf8(version()));
         QApplication::setDesktopFileName("app.clavo.Clavo");
         QApplication::setWindowIcon(applicationIcon());
-        // A graphics driver would stay in memory after the windows that needed it.
+        // A graphics driver would stay in memory after the windows are closed.
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     }
 
-    /// Becomes the application, if this process is to be it.
+    /// Becomes the application, unless another process is and stays it.
     int start(std::optional<int> (*become)(Instance& instance, std::ostream& errors),
               bool inBackground)
     {
@@ -172,7 +173,7 @@ private:
         const QApplication application(m_count, m_arguments);
         prepareApplication();
         QApplication::setQuitOnLastWindowClosed(false);
-        // The login item alone starts it.
+        // Only the login item starts the program at login.
         QObject::connect(&application, &QGuiApplication::saveStateRequest,
                          [](QSessionManager& session) {
                              session.setRestartHint(QSessionManager::RestartNever);

@@ -3,7 +3,7 @@
 
 #include "fakes/FakeLoginItem.h"
 #include "fakes/TemporaryFolder.h"
-#include "platform/procfs/RunningProgram.h"
+#include "platform/procfs/Processes.h"
 #include "platform/xdg/AutostartEntry.h"
 
 namespace clavo

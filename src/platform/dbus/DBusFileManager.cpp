@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/DBusFileManager.h"
 
+#include "platform/dbus/DBusMessages.h"
+
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QObject>
 #include <QString>
 #include <QStringList>
 #include <QUrl>
@@ -33,18 +34,15 @@ public:
                                                    "org.freedesktop.FileManager1", "ShowFolders");
         call << QStringList{url.toString(QUrl::FullyEncoded)}
              << QString(); // No start-up notification.
-        auto* const answer =
-            new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call));
-        QObject::connect(answer, &QDBusPendingCallWatcher::finished, answer,
-                         [answer, folder, fallback = m_fallback] {
-                             if (answer->isError())
-                                 fallback->show(folder);
-                             answer->deleteLater();
-                         });
+        send(QDBusConnection::sessionBus(), call, QCoreApplication::instance(),
+             [folder, fallback = m_fallback](const QDBusMessage& reply) {
+                 if (reply.type() == QDBusMessage::ErrorMessage)
+                     fallback->show(folder);
+             });
     }
 
 private:
-    std::shared_ptr<FileManager> m_fallback; // Shared with the calls that await their answer.
+    std::shared_ptr<FileManager> m_fallback; // Shared with the calls that await a reply.
 };
 
 } // namespace

@@ -9,7 +9,7 @@ namespace clavo
 {
 
 /// The file manager of the session's bus, which starts it if it does not run. The fallback shows a
-/// folder when no file manager of the bus does.
+/// folder if no file manager on the bus does.
 [[nodiscard]] std::unique_ptr<FileManager>
 makeDBusFileManager(std::unique_ptr<FileManager> fallback);
 

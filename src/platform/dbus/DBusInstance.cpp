@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/DBusInstance.h"
 
-#include "platform/dbus/DBusSignal.h"
+#include "platform/dbus/DBusMessages.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
@@ -33,37 +33,33 @@ constexpr auto timeToEnd = 3s;
 const QString name = QStringLiteral("app.clavo.Clavo"); // Of the service, and of its own interface.
 const QString path = QStringLiteral("/app/clavo/Clavo");
 const QString applicationInterface = QStringLiteral("org.freedesktop.Application");
-const QString busName = QStringLiteral("org.freedesktop.DBus");
-const QString busPath = QStringLiteral("/org/freedesktop/DBus");
 
 // Of the bus's method RequestName.
 enum class NameFlag : quint32 { none = 0, doNotQueue = 4 };
 enum class NameReply : quint32 { primaryOwner = 1, inQueue = 2, exists = 3, alreadyOwner = 4 };
 
-// XDG activation: with the token the window comes to the front even when another process shows it.
-// Qt reads the token from this variable.
+// XDG activation: the token allows another process to bring its window to the front. Qt reads it
+// from this variable.
 constexpr auto tokenVariable = "XDG_ACTIVATION_TOKEN";
 const QString tokenKey = QStringLiteral("activation-token");
 
-QDBusMessage callOf(const QString& method, const QString& interface = name)
+QDBusMessage callOfOwn(const QString& method)
 {
-    auto call = QDBusMessage::createMethodCall(name, path, interface, method);
-    call.setAutoStartService(false);
-    return call;
+    return callOf({name, path, name}, method);
 }
 
-QDBusMessage callOf(Instance::Request request)
+QDBusMessage callFor(Instance::Request request)
 {
     switch (request) {
     case Instance::Request::openPanel:
-        return callOf(QStringLiteral("Activate"), applicationInterface)
-               << QVariantMap{{tokenKey, qEnvironmentVariable(tokenVariable)}};
+        return callOf({name, path, applicationInterface}, QStringLiteral("Activate"),
+                      {QVariantMap{{tokenKey, qEnvironmentVariable(tokenVariable)}}});
     case Instance::Request::toggle:
-        return callOf(QStringLiteral("Toggle"));
+        return callOfOwn(QStringLiteral("Toggle"));
     case Instance::Request::quit:
         break;
     }
-    return callOf(QStringLiteral("Quit"));
+    return callOfOwn(QStringLiteral("Quit"));
 }
 
 Instance::Delivery deliveryOf(const QDBusMessage& reply)
@@ -110,7 +106,7 @@ private:
     Instance::Reporter m_reporter;
 };
 
-/// The requests that every desktop knows.
+/// The requests that desktops send to any application.
 class ApplicationInterface final : public QDBusAbstractAdaptor
 {
     Q_OBJECT
@@ -129,7 +125,7 @@ public slots:
             qputenv(tokenVariable, token.toUtf8());
         m_receiver(Instance::Request::openPanel);
     }
-    /// There are no files to open.
+    /// The program has no files to open.
     void Open(const QStringList& /*locations*/, const QVariantMap& platformData)
     {
         Activate(platformData);
@@ -150,10 +146,8 @@ private:
 /// Nothing if the bus does not answer.
 std::optional<NameReply> requestName(NameFlag flag)
 {
-    auto request =
-        QDBusMessage::createMethodCall(busName, busPath, busName, QStringLiteral("RequestName"));
-    request << name << static_cast<quint32>(flag);
-    const QDBusReply<quint32> reply = answer(request);
+    const QDBusReply<quint32> reply = answer(
+        callOf(messageBus(), QStringLiteral("RequestName"), {name, static_cast<quint32>(flag)}));
     return reply.isValid() ? std::optional(static_cast<NameReply>(reply.value())) : std::nullopt;
 }
 
@@ -166,20 +160,20 @@ Instance::Role role(std::optional<NameReply> reply)
                : Instance::Role::secondary;
 }
 
-/// Is the object that other processes call. Requests wait in it for their receiver.
+/// The object that other processes call. Requests wait in it for their receiver.
 class DBusInstance final : public QObject, public Instance
 {
     Q_OBJECT
 
 public:
-    // The object comes before the name: a process that sees the name may call at once.
+    // The object is registered before the name: a process that sees the name may call at once.
     [[nodiscard]] Role claim() override
     {
         registerObject();
         return role(requestName(NameFlag::doNotQueue));
     }
 
-    // The bus hands the name on when its owner has left, which is when that process has ended.
+    // The bus passes the name on when its owner leaves the bus: when that process has ended.
     [[nodiscard]] Role replace() override
     {
         registerObject();
@@ -192,7 +186,7 @@ public:
         const auto reply = requestName(NameFlag::none);
         if (reply != NameReply::inQueue)
             return role(reply);
-        m_bus.send(callOf(Request::quit));
+        m_bus.send(callFor(Request::quit));
         QTimer::singleShot(timeToEnd, &loop, &QEventLoop::quit);
         loop.exec();
         return isOwner ? Role::primary : Role::secondary;
@@ -200,14 +194,14 @@ public:
 
     [[nodiscard]] Delivery send(Request request) override
     {
-        return m_bus.isConnected() ? deliveryOf(answer(callOf(request))) : Delivery::notRunning;
+        return m_bus.isConnected() ? deliveryOf(answer(callFor(request))) : Delivery::notRunning;
     }
 
     [[nodiscard]] Answer askStatus() override
     {
         if (!m_bus.isConnected())
             return {};
-        const auto reply = answer(callOf(QStringLiteral("Status")));
+        const auto reply = answer(callOfOwn(QStringLiteral("Status")));
         return {.delivery = deliveryOf(reply),
                 .status = reply.arguments().value(0).toString().toStdString()};
     }
@@ -242,7 +236,7 @@ private:
                          [this] { return m_reporter ? m_reporter() : std::string(); });
         new ApplicationInterface(this, putRequest);
         m_bus.registerObject(path, this, QDBusConnection::ExportAdaptors);
-        listen(m_bus, {busName, busPath, busName, QStringLiteral("NameAcquired")}, this,
+        listen(m_bus, {messageBus(), QStringLiteral("NameAcquired")}, this,
                SLOT(receiveName(QString)));
     }
 

@@ -8,8 +8,8 @@
 namespace clavo
 {
 
-/// The owner of the application's name on the session's bus. Other programs can have the panel
-/// opened as well, as they can open any application's window.
+/// The owner of the application's name on the session's bus. Other programs can also request the
+/// panel, as they can any application's window.
 [[nodiscard]] std::unique_ptr<Instance> makeDBusInstance();
 
 } // namespace clavo

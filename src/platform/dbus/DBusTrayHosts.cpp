@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/DBusTrayHosts.h"
 
-#include "platform/dbus/DBusSignal.h"
+#include "platform/dbus/DBusMessages.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include <QDBusReply>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
 #include <QObject>
@@ -21,11 +20,11 @@ namespace clavo
 namespace
 {
 
-const QString service = QStringLiteral("org.kde.StatusNotifierWatcher");
-const QString path = QStringLiteral("/StatusNotifierWatcher");
-const QString interface = QStringLiteral("org.kde.StatusNotifierWatcher");
+/// The one service of the bus that knows the hosts.
+const DBusObject watcher{.service = QStringLiteral("org.kde.StatusNotifierWatcher"),
+                         .path = QStringLiteral("/StatusNotifierWatcher"),
+                         .interface = QStringLiteral("org.kde.StatusNotifierWatcher")};
 
-/// Asks the watcher, the one service of the bus that knows the hosts.
 class DBusTrayHosts final : public QObject, public TrayHosts
 {
     Q_OBJECT
@@ -39,14 +38,13 @@ public:
         connect(&m_service, &QDBusServiceWatcher::serviceOwnerChanged, this,
                 [this](const QString&, const QString&, const QString& owner) {
                     setHost(false);
-                    m_answer.reset();
+                    ++m_lastQuestion; // A reply under way is void.
                     if (!owner.isEmpty())
                         askForHost();
                 });
         for (const auto* signal :
              {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
-            listen(m_bus, {service, path, interface, QString::fromLatin1(signal)}, this,
-                   SLOT(askForHost()));
+            listen(m_bus, {watcher, QString::fromLatin1(signal)}, this, SLOT(askForHost()));
         askForHost();
     }
 
@@ -57,14 +55,12 @@ private slots:
     /// The signals do not say how many hosts are left.
     void askForHost()
     {
-        auto question =
-            QDBusMessage::createMethodCall(service, path, "org.freedesktop.DBus.Properties", "Get");
-        question << interface << QStringLiteral("IsStatusNotifierHostRegistered");
-        question.setAutoStartService(false);
-        m_answer.emplace(m_bus.asyncCall(question));
-        connect(&*m_answer, &QDBusPendingCallWatcher::finished, this, [this] {
-            const QDBusPendingReply<QDBusVariant> reply = *m_answer;
-            setHost(reply.isValid() && reply.value().variant().toBool());
+        const auto call =
+            callForProperty(watcher, QStringLiteral("IsStatusNotifierHostRegistered"));
+        send(m_bus, call, this, [this, question = ++m_lastQuestion](const QDBusMessage& message) {
+            const QDBusReply<QDBusVariant> reply = message;
+            if (question == m_lastQuestion)
+                setHost(reply.isValid() && reply.value().variant().toBool());
         });
     }
 
@@ -77,9 +73,9 @@ private:
 
     Receiver m_receiver;
     QDBusConnection m_bus = QDBusConnection::sessionBus();
-    QDBusServiceWatcher m_service{service, m_bus, QDBusServiceWatcher::WatchForOwnerChange};
-    std::optional<QDBusPendingCallWatcher> m_answer; // To the last question; earlier ones are void.
-    std::optional<bool> m_isThere;                   // As last reported.
+    QDBusServiceWatcher m_service{watcher.service, m_bus, QDBusServiceWatcher::WatchForOwnerChange};
+    int m_lastQuestion = 0;        // Replies to earlier questions are void.
+    std::optional<bool> m_isThere; // The state that was reported last.
 };
 
 } // namespace

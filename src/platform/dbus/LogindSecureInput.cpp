@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/LogindSecureInput.h"
 
-#include "platform/dbus/DBusQuestion.h"
-#include "platform/dbus/DBusSignal.h"
+#include "platform/dbus/DBusMessages.h"
 
 #include <QDBusConnection>
-#include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusServiceWatcher>
 #include <QObject>
@@ -26,19 +24,11 @@ const QString managerInterface = QStringLiteral("org.freedesktop.login1.Manager"
 const QString sessionInterface = QStringLiteral("org.freedesktop.login1.Session");
 const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
 
-/// "auto" is logind's own name for the session the caller is in, or else for its user's.
+/// "auto" is logind's name for the caller's session, or else for the one of the caller's user.
 QString sessionName()
 {
     const auto name = qEnvironmentVariable("XDG_SESSION_ID");
     return name.isEmpty() ? QStringLiteral("auto") : name;
-}
-
-QDBusMessage call(const QString& path, const QString& interface, const QString& method,
-                  const QString& argument)
-{
-    auto message = QDBusMessage::createMethodCall(service, path, interface, method);
-    message.setAutoStartService(false);
-    return message << argument;
 }
 
 class LogindSecureInput final : public QObject, public ObservableSecureInput
@@ -60,7 +50,7 @@ private slots:
     void receiveChange(const QString& /*interface*/, const QVariantMap& state,
                        const QStringList& /*invalidated*/)
     {
-        takeState(state);
+        applyState(state);
     }
 
     void expectLock()
@@ -74,28 +64,29 @@ private slots:
 private:
     void findSession()
     {
-        const auto question =
-            call(managerPath, managerInterface, QStringLiteral("GetSession"), sessionName());
-        ask<QDBusObjectPath>(m_bus, question, this, [this](const QDBusObjectPath& session) {
-            followSession(session.path());
+        const auto call = callOf({service, managerPath, managerInterface},
+                                 QStringLiteral("GetSession"), {sessionName()});
+        ask<QDBusObjectPath>(m_bus, call, this, [this](const QDBusObjectPath& session) {
+            watchSession(session.path());
         });
     }
 
-    void followSession(const QString& session)
+    void watchSession(const QString& session)
     {
         if (std::exchange(m_session, session) != session) {
-            listen(m_bus, {service, session, properties, QStringLiteral("PropertiesChanged")}, this,
-                   SLOT(receiveChange(QString, QVariantMap, QStringList)));
-            listen(m_bus, {service, session, sessionInterface, QStringLiteral("Lock")}, this,
+            listen(m_bus, {{service, session, properties}, QStringLiteral("PropertiesChanged")},
+                   this, SLOT(receiveChange(QString, QVariantMap, QStringList)));
+            listen(m_bus, {{service, session, sessionInterface}, QStringLiteral("Lock")}, this,
                    SLOT(expectLock()));
-            listen(m_bus, {service, session, sessionInterface, QStringLiteral("Unlock")}, this,
+            listen(m_bus, {{service, session, sessionInterface}, QStringLiteral("Unlock")}, this,
                    SLOT(endLock()));
         }
-        const auto question = call(session, properties, QStringLiteral("GetAll"), sessionInterface);
-        ask<QVariantMap>(m_bus, question, this, [this](const QVariantMap& all) { takeState(all); });
+        const auto call =
+            callOf({service, session, properties}, QStringLiteral("GetAll"), {sessionInterface});
+        ask<QVariantMap>(m_bus, call, this, [this](const QVariantMap& all) { applyState(all); });
     }
 
-    void takeState(const QVariantMap& state)
+    void applyState(const QVariantMap& state)
     {
         m_isActive = state.value(QStringLiteral("Active"), m_isActive).toBool();
         const auto hint = state.find(QStringLiteral("LockedHint"));
@@ -125,7 +116,7 @@ private:
     QDBusServiceWatcher m_logind{service, m_bus};
     QString m_session; // Its path; empty until logind has answered.
     bool m_isLocked = false;
-    bool m_isLocking = false; // Ordered to lock, and not known to have done so.
+    bool m_isLocking = false; // A Lock signal has come, and no LockedHint yet.
     bool m_isActive = true;
 };
 

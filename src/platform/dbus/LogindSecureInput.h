@@ -14,9 +14,10 @@ namespace clavo
 /// hint.
 constexpr std::chrono::milliseconds timeToLock{10'000};
 
-/// The session as logind sees it: secure while it is locked or another one is at the screen.
+/// The session as logind sees it: secure while it is locked or another session is on
+/// the screen.
 ///
-/// Without logind nothing is secure; it may come later.
+/// Without logind nothing is secure. logind may start later.
 [[nodiscard]] std::unique_ptr<ObservableSecureInput>
 makeLogindSecureInput(std::unique_ptr<Timer> timer);
 

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/PortalAppearanceSettings.h"
 
-#include "platform/dbus/DBusSignal.h"
+#include "platform/dbus/PortalRequest.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 #include <QMap>
 #include <QObject>
@@ -23,17 +22,15 @@ namespace clavo
 namespace
 {
 
-const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
 const QString colorScheme = QStringLiteral("color-scheme");
 const QString accentColor = QStringLiteral("accent-color");
 const QString readOne = QStringLiteral("ReadOne");
-const QString read = QStringLiteral("Read"); // For portals that do not know the other.
+const QString read = QStringLiteral("Read"); // For portals without ReadOne.
 
-/// GNOME has two looks and sets "no preference" for the light one. Elsewhere that value says
-/// nothing: a portal that does not know the desktop's own theme gives it for dark themes as well.
+/// GNOME has two looks and sets "no preference" for the light one. Elsewhere that value has no
+/// meaning: a portal that does not know the desktop's own theme returns it for dark themes as well.
 bool isLightByDefault()
 {
     return qEnvironmentVariable("XDG_CURRENT_DESKTOP")
@@ -53,7 +50,7 @@ std::optional<bool> isDark(const QVariant& scheme)
     return {};
 }
 
-/// A colour that is not set has parts outside 0 to 1.
+/// Nothing if the colour is not set: it then has parts outside 0 to 1.
 std::optional<AppearancePreference::Color> accent(const QVariant& color)
 {
     if (!color.canConvert<QDBusArgument>())
@@ -70,7 +67,7 @@ std::optional<AppearancePreference::Color> accent(const QVariant& color)
     return isSet ? std::optional(parts) : std::nullopt;
 }
 
-/// What a setting's variant holds. The older method wraps it twice.
+/// The content of a setting's variant. The older method wraps it twice.
 QVariant unwrapped(QVariant value)
 {
     while (value.metaType() == QMetaType::fromType<QDBusVariant>())
@@ -88,15 +85,15 @@ public:
         if (!m_bus.isConnected())
             return;
         m_receiver = std::move(receiver);
-        listen(m_bus, {service, path, interface, QStringLiteral("SettingChanged")}, this,
+        listen(m_bus, portalSignal(interface, QStringLiteral("SettingChanged")), this,
                SLOT(receiveChange(QString, QString)));
         askFor(colorScheme, readOne);
         askFor(accentColor, readOne);
     }
 
 private slots:
-    /// The signal's value may be another one than the setting's: when two of the portal's back ends
-    /// have the setting, each of them sends its own. A question is answered by the one that counts.
+    /// The signal's value may differ from the setting's: if two back ends of the portal have the
+    /// setting, each of them sends its own. A question is answered by the back end that counts.
     void receiveChange(const QString& group, const QString& key)
     {
         if (group == appearance && (key == colorScheme || key == accentColor))
@@ -106,43 +103,47 @@ private slots:
 private:
     void askFor(const QString& key, const QString& method)
     {
-        auto question = QDBusMessage::createMethodCall(service, path, interface, method);
-        question << appearance << key;
-        auto* const answer = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
-        m_awaited[key] = answer;
-        connect(answer, &QDBusPendingCallWatcher::finished, this, [this, key, method, answer] {
-            answer->deleteLater();
-            if (m_awaited.value(key) != answer)
-                return;
-            if (method == readOne && answer->error().type() == QDBusError::UnknownMethod)
-                return askFor(key, read);
-            m_awaited.remove(key);
-            if (!answer->isError())
-                takeAnswer(key, unwrapped(answer->reply().arguments().value(0)));
-            if (m_awaited.isEmpty())
-                report();
-        });
+        const auto question = ++m_lastQuestion;
+        m_awaited[key] = question;
+        send(m_bus, portalCall(interface, method) << appearance << key, this,
+             [this, key, method, question](const QDBusMessage& reply) {
+                 if (m_awaited.value(key) == question)
+                     handleReply(key, method, reply);
+             });
     }
 
-    void takeAnswer(const QString& key, const QVariant& value)
+    void handleReply(const QString& key, const QString& method, const QDBusMessage& reply)
+    {
+        const QDBusError error(reply);
+        if (method == readOne && error.type() == QDBusError::UnknownMethod)
+            return askFor(key, read);
+        m_awaited.remove(key);
+        if (!error.isValid())
+            setPreference(key, unwrapped(reply.arguments().value(0)));
+        if (m_awaited.isEmpty())
+            report();
+    }
+
+    void setPreference(const QString& key, const QVariant& value)
     {
         if (key == colorScheme)
-            m_wish.isDark = isDark(value);
+            m_preference.isDark = isDark(value);
         else
-            m_wish.accent = accent(value);
+            m_preference.accent = accent(value);
     }
 
     void report()
     {
-        if (std::exchange(m_reported, m_wish) != m_wish)
-            m_receiver(m_wish);
+        if (std::exchange(m_reported, m_preference) != m_preference)
+            m_receiver(m_preference);
     }
 
     Receiver m_receiver;
-    AppearancePreference m_wish;
+    AppearancePreference m_preference;
     AppearancePreference m_reported;
     QDBusConnection m_bus = QDBusConnection::sessionBus();
-    QMap<QString, const QDBusPendingCallWatcher*> m_awaited; // By key; earlier answers are void.
+    int m_lastQuestion = 0;
+    QMap<QString, int> m_awaited; // The last question for each key; earlier replies are void.
 };
 
 } // namespace

@@ -8,7 +8,7 @@
 namespace clavo
 {
 
-/// The settings that the desktop portal reports, on whatever desktop.
+/// The settings that the desktop portal reports, on any desktop.
 [[nodiscard]] std::unique_ptr<AppearanceSettings> makePortalAppearanceSettings();
 
 } // namespace clavo

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/PortalHotKeyService.h"
 
-#include "platform/dbus/DBusSignal.h"
 #include "platform/dbus/PortalRequest.h"
 
 #include <QCoreApplication>
@@ -10,7 +9,6 @@
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
-#include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
 #include <QList>
 #include <QObject>
@@ -32,8 +30,6 @@ namespace clavo
 namespace
 {
 
-const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString shortcuts = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
 const QString registry = QStringLiteral("org.freedesktop.host.portal.Registry");
 const QString program = QStringLiteral("app.clavo.Clavo"); // The name of its desktop entry.
@@ -41,12 +37,12 @@ const QString connectionName = QStringLiteral("clavo shortcuts");
 const QString shortcutsKey = QStringLiteral("shortcuts");
 const QString shortcutName = QStringLiteral("shortcut");
 
-/// A shortcut as the portal takes it: its name and properties.
+/// A shortcut in a request to the portal: its name and properties.
 using ShortcutRequest = QPair<QString, QVariantMap>;
 
 QString nameOf(std::uint32_t keyCode)
 {
-    // By virtual key code; those that type no letter or digit are left out.
+    // By virtual key code. Keys that type no letter or digit are left out.
     constexpr std::string_view keys = "asdfghzxcv bqweryt123465 97 80 ou ip lj k   nm";
     const char key = keyCode < keys.size() ? keys[keyCode] : ' ';
     return key == ' ' ? QString() : QString(QLatin1Char(key));
@@ -66,12 +62,7 @@ QString trigger(const HotKey& hotKey)
     return text + key;
 }
 
-QDBusMessage call(const QString& interface, const QString& method)
-{
-    return QDBusMessage::createMethodCall(service, path, interface, method);
-}
-
-/// Whether the shortcut is among those that the portal says the session has.
+/// Whether the portal reports that the session has the shortcut.
 bool hasShortcut(const QVariantMap& results)
 {
     const auto listed = results.value(shortcutsKey);
@@ -106,9 +97,9 @@ public:
         }
         connect(&m_portal, &QDBusServiceWatcher::serviceOwnerChanged, this,
                 [this](const QString&, const QString& before, const QString& now) {
-                    followPortal(!before.isEmpty(), !now.isEmpty());
+                    handlePortalChange(!before.isEmpty(), !now.isEmpty());
                 });
-        listen(m_bus, {service, path, shortcuts, QStringLiteral("Activated")}, this,
+        listen(m_bus, portalSignal(shortcuts, QStringLiteral("Activated")), this,
                SLOT(receivePress(QDBusObjectPath, QString)));
         registerProgram();
     }
@@ -116,14 +107,16 @@ public:
     PortalShortcut(const PortalShortcut&) = delete;
     PortalShortcut& operator=(const PortalShortcut&) = delete;
 
-    /// Nothing is called from here on.
+    [[nodiscard]] const HotKey& hotKey() const { return m_hotKey; }
+
+    /// Gives the shortcut back; the receiver is not called any more.
     void stop()
     {
         if (m_fallbackRef)
             m_fallback.unregisterHotKey(*std::exchange(m_fallbackRef, std::nullopt));
         if (!m_session.isEmpty())
             m_bus.send(QDBusMessage::createMethodCall(
-                service, std::exchange(m_session, {}),
+                portalService, std::exchange(m_session, {}),
                 QStringLiteral("org.freedesktop.portal.Session"), QStringLiteral("Close")));
         m_isOver = true;
     }
@@ -138,8 +131,8 @@ private slots:
     }
 
 private:
-    /// A portal that ends takes its sessions with it; the next one is asked anew.
-    void followPortal(bool ended, bool began)
+    /// The sessions of a portal end with it; the next portal is asked for a new one.
+    void handlePortalChange(bool ended, bool began)
     {
         if (ended) {
             m_session.clear();
@@ -150,20 +143,19 @@ private:
     }
 
     /// The desktop finds the program's title by the name of its desktop entry. Without the entry or
-    /// the interface the portal still gives shortcuts.
+    /// the interface the portal still provides shortcuts.
     void registerProgram()
     {
-        auto question = call(registry, QStringLiteral("Register"));
-        question << program << QVariantMap();
-        send(question, [this](bool) { askForShortcuts(); });
+        auto call = portalCall(registry, QStringLiteral("Register"));
+        sendCall(call << program << QVariantMap(), [this](bool) { askForShortcuts(); });
     }
 
     void askForShortcuts()
     {
-        auto question =
-            call(QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
-        question << shortcuts << QStringLiteral("version");
-        send(question, [this](bool isAnswered) {
+        auto call =
+            portalCall(QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+        call << shortcuts << QStringLiteral("version");
+        sendCall(call, [this](bool isAnswered) {
             if (isAnswered)
                 createSession();
             else
@@ -171,7 +163,7 @@ private:
         });
     }
 
-    /// Portals of the interface's draft take the shortcuts here, and at BindShortcuts only open the
+    /// Portals of the interface's draft read the shortcuts here, and at BindShortcuts only open the
     /// desktop's settings.
     void createSession()
     {
@@ -179,26 +171,26 @@ private:
             {QStringLiteral("session_handle_token"), m_sessionName},
             {shortcutsKey, QVariant::fromValue(requests())},
         };
-        request(call(shortcuts, QStringLiteral("CreateSession")), options,
-                [this](PortalOutcome outcome, const QVariantMap& results) {
-                    const auto session = results.value(QStringLiteral("session_handle"));
-                    m_session = session.canConvert<QDBusObjectPath>()
-                                    ? session.value<QDBusObjectPath>().path()
-                                    : session.toString();
-                    if (outcome != PortalOutcome::success || m_session.isEmpty())
-                        end(outcome);
-                    else if (!hasShortcut(results))
-                        listShortcuts();
-                });
+        sendRequest(portalCall(shortcuts, QStringLiteral("CreateSession")), options,
+                    [this](PortalOutcome outcome, const QVariantMap& results) {
+                        const auto session = results.value(QStringLiteral("session_handle"));
+                        m_session = session.canConvert<QDBusObjectPath>()
+                                        ? session.value<QDBusObjectPath>().path()
+                                        : session.toString();
+                        if (outcome != PortalOutcome::success || m_session.isEmpty())
+                            end(outcome);
+                        else if (!hasShortcut(results))
+                            listShortcuts();
+                    });
     }
 
     /// A session may have the shortcut from an earlier start; some desktops open their settings
     /// whenever it is bound.
     void listShortcuts()
     {
-        auto question = call(shortcuts, QStringLiteral("ListShortcuts"));
-        question << QVariant::fromValue(QDBusObjectPath(m_session));
-        request(question, {}, [this](PortalOutcome outcome, const QVariantMap& results) {
+        auto call = portalCall(shortcuts, QStringLiteral("ListShortcuts"));
+        call << QVariant::fromValue(QDBusObjectPath(m_session));
+        sendRequest(call, {}, [this](PortalOutcome outcome, const QVariantMap& results) {
             if (outcome != PortalOutcome::success || !hasShortcut(results))
                 bindShortcuts();
         });
@@ -206,10 +198,10 @@ private:
 
     void bindShortcuts()
     {
-        auto question = call(shortcuts, QStringLiteral("BindShortcuts"));
-        question << QVariant::fromValue(QDBusObjectPath(m_session))
-                 << QVariant::fromValue(requests()) << QString(); // No window asks.
-        request(question, {}, [this](PortalOutcome outcome, const QVariantMap& results) {
+        auto call = portalCall(shortcuts, QStringLiteral("BindShortcuts"));
+        call << QVariant::fromValue(QDBusObjectPath(m_session)) << QVariant::fromValue(requests())
+             << QString(); // No parent window.
+        sendRequest(call, {}, [this](PortalOutcome outcome, const QVariantMap& results) {
             if (outcome != PortalOutcome::success || !hasShortcut(results))
                 end(outcome);
         });
@@ -225,27 +217,25 @@ private:
         return {{shortcutName, properties}};
     }
 
-    template <typename Next> void send(const QDBusMessage& question, Next next)
+    template <typename Next> void sendCall(const QDBusMessage& call, Next next)
     {
-        auto* const answer = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
-        connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, next] {
-            answer->deleteLater();
+        send(m_bus, call, this, [this, next](const QDBusMessage& reply) {
             if (!m_isOver)
-                next(!answer->isError());
+                next(reply.type() == QDBusMessage::ReplyMessage);
         });
     }
 
     template <typename Next>
-    void request(const QDBusMessage& question, const QVariantMap& options, Next next)
+    void sendRequest(const QDBusMessage& call, const QVariantMap& options, Next next)
     {
-        clavo::request(m_bus, question, options, this,
-                       [this, next](PortalOutcome outcome, const QVariantMap& results) {
-                           if (!m_isOver)
-                               next(outcome, results);
-                       });
+        request(m_bus, call, options, this,
+                [this, next](PortalOutcome outcome, const QVariantMap& results) {
+                    if (!m_isOver)
+                        next(outcome, results);
+                });
     }
 
-    /// Gives up on the portal. A shortcut that the user has refused is not taken elsewhere.
+    /// Gives up on the portal. A shortcut that the user has refused does not go to the fallback.
     void end(PortalOutcome outcome)
     {
         stop();
@@ -264,18 +254,18 @@ private:
     HotKeyService& m_fallback;
     HotKey m_hotKey;
     std::function<void()> m_pressed;
-    QDBusServiceWatcher m_portal{service, m_bus, QDBusServiceWatcher::WatchForOwnerChange};
+    QDBusServiceWatcher m_portal{portalService, m_bus, QDBusServiceWatcher::WatchForOwnerChange};
     QString m_session;                      // Its path; empty if there is none.
     bool m_isLost = false;                  // The portal ended, and with it the session.
-    bool m_isOver = false;                  // The portal has no more say.
+    bool m_isOver = false;                  // The portal no longer decides.
     std::optional<HotKeyRef> m_fallbackRef; // The registration at the fallback.
 };
 
 class PortalHotKeyService final : public HotKeyService
 {
 public:
-    // A connection of its own: the portal registers a program only before any other call, and other
-    // parts of the program use the shared one.
+    // On a separate connection: the portal registers a program only before any other call, and
+    // other parts of the program use the shared connection.
     explicit PortalHotKeyService(std::unique_ptr<HotKeyService> fallback)
         : m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName)),
           m_fallback(std::move(fallback))
@@ -289,40 +279,36 @@ public:
                                                           std::function<void()> pressed) override
     {
         const auto isSame = [&](const auto& each) {
-            const auto& other = each.second.hotKey;
+            const auto& other = each.second->hotKey();
             return other.keyCode == hotKey.keyCode && other.modifiers == hotKey.modifiers;
         };
-        if (std::ranges::any_of(m_registrations, isSame))
+        if (std::ranges::any_of(m_shortcuts, isSame))
             return std::nullopt;
         // The same at every start; the connection makes it unique.
         const auto sessionName = QStringLiteral("clavo_%1").arg(++m_lastRef);
-        m_registrations[m_lastRef] = {
-            .hotKey = hotKey,
-            .shortcut = std::make_unique<PortalShortcut>(m_bus, sessionName, *m_fallback, hotKey,
-                                                         std::move(pressed))};
+        m_shortcuts[m_lastRef] = std::make_unique<PortalShortcut>(m_bus, sessionName, *m_fallback,
+                                                                  hotKey, std::move(pressed));
         return m_lastRef;
     }
 
     void unregisterHotKey(HotKeyRef ref) override
     {
-        const auto found = m_registrations.find(ref);
-        if (found == m_registrations.end())
+        const auto found = m_shortcuts.find(ref);
+        if (found == m_shortcuts.end())
             return;
-        found->second.shortcut->stop();
-        found->second.shortcut.release()->deleteLater(); // It may be reporting a press.
-        m_registrations.erase(found);
+        auto* const shortcut = found->second.release();
+        shortcut->stop();
+        shortcut->setParent(&m_ended);
+        shortcut->deleteLater(); // It may be reporting a press.
+        m_shortcuts.erase(found);
     }
 
 private:
-    struct Registration {
-        HotKey hotKey;
-        std::unique_ptr<PortalShortcut> shortcut;
-    };
-
     QDBusConnection m_bus;
     std::unique_ptr<HotKeyService> m_fallback;
-    std::map<HotKeyRef, Registration> m_registrations;
+    std::map<HotKeyRef, std::unique_ptr<PortalShortcut>> m_shortcuts;
     HotKeyRef m_lastRef = 0;
+    QObject m_ended; // Owns the shortcuts that end in the next turn of the event loop.
 };
 
 } // namespace

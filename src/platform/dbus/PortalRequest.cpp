@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/PortalRequest.h"
 
-#include "platform/dbus/DBusSignal.h"
-
-#include <QDBusPendingCallWatcher>
 #include <QObject>
-#include <QString>
 
 #include <algorithm>
 #include <utility>
@@ -14,6 +10,8 @@ namespace clavo
 {
 namespace
 {
+
+const QString objectPath = QStringLiteral("/org/freedesktop/portal/desktop");
 
 using Receiver = std::function<void(PortalOutcome outcome, const QVariantMap& results)>;
 
@@ -36,18 +34,15 @@ public:
         const auto token = newToken();
         auto sender = bus.baseService().mid(1);
         sender.replace(QLatin1Char('.'), QLatin1Char('_'));
-        const auto path =
-            QStringLiteral("/org/freedesktop/portal/desktop/request/%1/%2").arg(sender, token);
-        // Before the call, as the portal may answer at once.
+        const auto path = objectPath + QStringLiteral("/request/%1/%2").arg(sender, token);
+        // Before the call: the portal may answer at once.
         listen(bus,
-               {call.service(), path, QStringLiteral("org.freedesktop.portal.Request"),
+               {{call.service(), path, QStringLiteral("org.freedesktop.portal.Request")},
                 QStringLiteral("Response")},
                this, SLOT(receive(uint, QVariantMap)));
         options.insert(QStringLiteral("handle_token"), token);
-        const auto* const acceptance =
-            new QDBusPendingCallWatcher(bus.asyncCall(call << options), this);
-        connect(acceptance, &QDBusPendingCallWatcher::finished, this, [this, acceptance] {
-            if (acceptance->isError())
+        send(bus, call << options, this, [this](const QDBusMessage& acceptance) {
+            if (acceptance.type() == QDBusMessage::ErrorMessage)
                 end(PortalOutcome::failed, {});
         });
     }
@@ -72,6 +67,16 @@ private:
 };
 
 } // namespace
+
+QDBusMessage portalCall(const QString& interface, const QString& method)
+{
+    return QDBusMessage::createMethodCall(portalService, objectPath, interface, method);
+}
+
+DBusSignal portalSignal(const QString& interface, const QString& name)
+{
+    return {{portalService, objectPath, interface}, name};
+}
 
 void request(const QDBusConnection& bus, const QDBusMessage& call, const QVariantMap& options,
              QObject* context, Receiver receiver)

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/ScreenSaverSecureInput.h"
 
-#include "platform/dbus/DBusQuestion.h"
-#include "platform/dbus/DBusSignal.h"
+#include "platform/dbus/DBusMessages.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include <QDBusReply>
 #include <QDBusServiceWatcher>
 #include <QObject>
 #include <QSet>
@@ -33,9 +31,6 @@ constexpr std::array screenSavers{
     ScreenSaver{"org.xfce.ScreenSaver", "/org/xfce/ScreenSaver"},
 };
 
-const QString bus = QStringLiteral("org.freedesktop.DBus");
-const QString busPath = QStringLiteral("/org/freedesktop/DBus");
-
 class ScreenSaverSecureInput final : public QObject, public ObservableSecureInput
 {
     Q_OBJECT
@@ -58,21 +53,18 @@ private slots:
     }
 
 private:
-    /// Listens to every sender: to name one would mean to wait for the bus to look up the name's
-    /// owner.
+    /// Listens to every sender: for a sender's name Qt would wait until the bus has looked up the
+    /// name's owner.
     void watchScreenSaver(const ScreenSaver& screenSaver)
     {
         const auto name = QString::fromLatin1(screenSaver.name);
-        listen(m_bus, {{}, {}, name, QStringLiteral("ActiveChanged")}, this,
+        listen(m_bus, {{{}, {}, name}, QStringLiteral("ActiveChanged")}, this,
                SLOT(receiveChange(bool, QDBusMessage)));
-        auto question = QDBusMessage::createMethodCall(name, QString::fromLatin1(screenSaver.path),
-                                                       name, QStringLiteral("GetActive"));
-        question.setAutoStartService(false);
-        auto* const answer = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
-        connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
-            answer->deleteLater();
-            if (const QDBusPendingReply<bool> reply = *answer; reply.isValid())
-                setActive(reply.reply().service(), reply.value());
+        const auto call = callOf({name, QString::fromLatin1(screenSaver.path), name},
+                                 QStringLiteral("GetActive"));
+        send(m_bus, call, this, [this](const QDBusMessage& message) {
+            if (const QDBusReply<bool> reply = message; reply.isValid())
+                setActive(message.service(), reply.value());
         });
     }
 
@@ -87,9 +79,8 @@ private:
         updateReason();
         m_owners.addWatchedService(owner);
         // It may have left before it was watched.
-        auto question =
-            QDBusMessage::createMethodCall(bus, busPath, bus, QStringLiteral("NameHasOwner"));
-        ask<bool>(m_bus, question << owner, this, [this, owner](bool hasOwner) {
+        const auto call = callOf(messageBus(), QStringLiteral("NameHasOwner"), {owner});
+        ask<bool>(m_bus, call, this, [this, owner](bool hasOwner) {
             if (!hasOwner)
                 setActive(owner, false);
         });

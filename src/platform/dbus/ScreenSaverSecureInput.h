@@ -8,8 +8,8 @@
 namespace clavo
 {
 
-/// The desktop's screen saver, by the names that the desktops have given it: secure while one is
-/// active. One that leaves the bus is not active.
+/// The desktop's screen saver, under any of the names that desktops use: secure while one is
+/// active. A screen saver that leaves the bus is not active.
 [[nodiscard]] std::unique_ptr<ObservableSecureInput> makeScreenSaverSecureInput();
 
 } // namespace clavo

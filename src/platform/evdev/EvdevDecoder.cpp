@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/evdev/EvdevDecoder.h"
 
-#include "platform/evdev/EvdevKeyCodes.h"
-
 #include <linux/input-event-codes.h>
 
 #include <algorithm>

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "input/EventTap.h"
-#include "platform/evdev/HeldKeys.h"
-#include "platform/evdev/Pointer.h"
-#include "platform/evdev/Wheel.h"
+#include "input/Screens.h"
+#include "platform/evdev/EvdevKeys.h"
+#include "platform/evdev/Mouse.h"
 
 #include <cstdint>
 #include <map>

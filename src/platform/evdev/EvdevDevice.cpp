@@ -27,6 +27,11 @@ void reportOnly(int file, std::uint32_t type, std::uint64_t codes)
 
 } // namespace
 
+bool isDeviceNode(const std::filesystem::path& node)
+{
+    return node.filename().native().starts_with("event");
+}
+
 void EvdevDevice::Free::operator()(libevdev* device) const noexcept
 {
     libevdev_free(device);

@@ -14,6 +14,9 @@ struct libevdev;
 namespace clavo::evdev
 {
 
+/// Whether the file's name is that of an input device.
+[[nodiscard]] bool isDeviceNode(const std::filesystem::path& node);
+
 /// An open input device. It is only read, never grabbed or written to.
 class EvdevDevice
 {

@@ -38,9 +38,9 @@ public:
     EvdevEventTap(Screens& screens, std::filesystem::path folder)
         : m_screens(screens), m_folder(std::move(folder))
     {
-        m_settleTimer.setSingleShot(true);
+        m_resumeTimer.setSingleShot(true);
         m_retryTimer.setSingleShot(true);
-        m_settleTimer.callOnTimeout([this] { settleDevices(); });
+        m_resumeTimer.callOnTimeout([this] { resumeDevices(); });
         m_retryTimer.callOnTimeout([this] { watchFolder(); });
     }
 
@@ -61,7 +61,7 @@ public:
         return hears;
     }
 
-    void enable() override { m_settleTimer.start(0ms); } // The loss may be on the stack.
+    void enable() override { m_resumeTimer.start(0ms); } // The loss may be on the stack.
 
     [[nodiscard]] std::string name() const override { return "/dev/input"; }
 
@@ -87,13 +87,154 @@ private:
         std::optional<QSocketNotifier> readable;
     };
 
-    void watchFolder();
-    void readChanges();
-    void openDevice(const std::filesystem::path& node);
-    void readDevice(int number, Source& source);
-    void settleDevices();
-    void deliver(std::span<const RawEvent> events);
-    void updateMotion();
+    /// The folder comes and goes with the devices. The watch starts before the devices are listed,
+    /// so that none is missed in between.
+    void watchFolder()
+    {
+        m_changes.reset();
+        m_watch.emplace(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
+        // Read permission is granted after the node has appeared, as a change of its attributes.
+        if (::inotify_add_watch(m_watch->number(), m_folder.c_str(),
+                                IN_CREATE | IN_ATTRIB | IN_MOVED_TO | IN_DELETE_SELF | IN_ONLYDIR) <
+            0) {
+            m_retryTimer.start(pause);
+            return;
+        }
+        m_changes.emplace(m_watch->number(), QSocketNotifier::Read);
+        QObject::connect(&*m_changes, &QSocketNotifier::activated, [this] { readChanges(); });
+
+        std::error_code error;
+        for (std::filesystem::directory_iterator entry(m_folder, error), end;
+             !error && entry != end; entry.increment(error))
+            openDevice(entry->path());
+    }
+
+    void readChanges()
+    {
+        alignas(inotify_event) std::array<char, 4096> buffer{};
+        bool isFolderGone = false;
+        bool isIncomplete = false;
+        ssize_t count = 0;
+        while ((count = ::read(m_watch->number(), buffer.data(), buffer.size())) > 0) {
+            for (const char* next = buffer.data(); next < buffer.data() + count;) {
+                const auto& change = *reinterpret_cast<const inotify_event*>(next);
+                isFolderGone = isFolderGone || (change.mask & (IN_DELETE_SELF | IN_IGNORED)) != 0;
+                isIncomplete = isIncomplete || (change.mask & IN_Q_OVERFLOW) != 0;
+                if (change.len > 0)
+                    openDevice(m_folder / std::string(change.name));
+                next += sizeof(inotify_event) + change.len;
+            }
+        }
+        if (isFolderGone || isIncomplete) {
+            m_changes->setEnabled(false); // Not destroyed: it is on the stack.
+            m_retryTimer.start(isFolderGone ? pause : 0ms);
+        }
+    }
+
+    void openDevice(const std::filesystem::path& node)
+    {
+        const bool isOpen = std::ranges::any_of(m_sources, [&](const auto& each) {
+            return each.second->node == node && !each.second->isGone;
+        });
+        if (isOpen || !evdev::isDeviceNode(node))
+            return;
+        auto device = evdev::EvdevDevice::open(node);
+        if (!device)
+            return;
+        const auto traits = device->traits();
+        if (!traits.isWanted())
+            return;
+        const int number = ++m_lastNumber;
+        m_decoder.add(number, traits, device->keysDown());
+        auto source = std::make_unique<Source>();
+        source->node = node;
+        source->isKeyboard = traits.hasTypingKeys;
+        source->readable.emplace(device->descriptor(), QSocketNotifier::Read);
+        device->setMotionHeard(m_hearsMotion);
+        source->device = std::move(device);
+        QObject::connect(&*source->readable, &QSocketNotifier::activated,
+                         [this, number, opened = source.get()] { readDevice(number, *opened); });
+        m_sources.emplace(number, std::move(source));
+    }
+
+    void readDevice(int number, Source& source)
+    {
+        evdev::DeviceEvent event;
+        while (true) {
+            switch (source.device->read(event)) {
+            case evdev::EvdevDevice::Outcome::event:
+                deliver(m_decoder.decode(number, event, m_screens));
+                if (m_moved && evdev::EvdevDecoder::isMotion(event)) {
+                    std::exchange(m_moved, nullptr)();
+                    updateMotion();
+                }
+                continue;
+            case evdev::EvdevDevice::Outcome::nothingMore:
+                return;
+            case evdev::EvdevDevice::Outcome::dropped:
+                source.isDropped = true;
+                source.readable->setEnabled(false);
+                m_receiver({.type = RawEventType::tapDisabledByTimeout});
+                return;
+            case evdev::EvdevDevice::Outcome::gone:
+                source.isGone = true;
+                source.readable->setEnabled(false);
+                deliver(m_decoder.remove(number));
+                m_resumeTimer.start(0ms);
+                const bool isAnyLeft = std::ranges::any_of(
+                    m_sources, [](const auto& each) { return !each.second->isGone; });
+                if (!isAnyLeft) {
+                    log::notice("périphériques d'entrée perdus : écoute interrompue");
+                    m_receiver({.type = RawEventType::tapDisabledByTimeout});
+                }
+                return;
+            }
+        }
+    }
+
+    /// Resumes the devices that lost events and closes those that are gone. Another device may have
+    /// taken a node's name before its end was noticed.
+    void resumeDevices()
+    {
+        std::vector<std::filesystem::path> freed;
+        for (const auto& [number, source] : m_sources) {
+            if (source->isGone)
+                freed.push_back(source->node);
+        }
+        std::erase_if(m_sources, [](const auto& each) { return each.second->isGone; });
+        for (const auto& node : freed)
+            openDevice(node);
+        std::vector<int> dropped;
+        for (const auto& [number, source] : m_sources) {
+            if (source->isDropped)
+                dropped.push_back(number);
+        }
+        for (const int number : dropped) {
+            auto& source = *m_sources.at(number);
+            source.isDropped = false;
+            source.device->synchronize();
+            deliver(m_decoder.resynchronize(number, source.device->keysDown()));
+            source.readable->setEnabled(true);
+            readDevice(number, source);
+        }
+    }
+
+    void deliver(std::span<const RawEvent> events)
+    {
+        for (const auto& event : events) {
+            if ((m_mask >> event.type & 1) != 0)
+                m_receiver(event);
+        }
+    }
+
+    void updateMotion()
+    {
+        const bool hears = m_isPositionUsed || m_moved;
+        if (std::exchange(m_hearsMotion, hears) == hears)
+            return;
+        for (const auto& [number, source] : m_sources)
+            source->device->setMotionHeard(hears);
+    }
 
     Screens& m_screens;
     std::filesystem::path m_folder;
@@ -101,165 +242,16 @@ private:
     Receiver m_receiver;
     std::function<void()> m_moved; // Called at the next motion.
     bool m_isPositionUsed = true;
-    bool m_hearsMotion = true; // As the devices are set.
+    bool m_hearsMotion = true; // What the devices report at present.
 
     std::optional<Descriptor> m_watch; // For changes of the folder.
     std::optional<QSocketNotifier> m_changes;
     std::map<int, std::unique_ptr<Source>> m_sources; // By their number in the decoder.
     int m_lastNumber = 0;
     evdev::EvdevDecoder m_decoder;
-    QTimer m_settleTimer;
+    QTimer m_resumeTimer;
     QTimer m_retryTimer;
 };
-
-/// The folder comes and goes with the devices. The watch starts before the devices are listed, so
-/// that none is missed in between.
-void EvdevEventTap::watchFolder()
-{
-    m_changes.reset();
-    m_watch.emplace(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
-    // Read permission is granted after the node has appeared, as a change of its attributes.
-    if (::inotify_add_watch(m_watch->number(), m_folder.c_str(),
-                            IN_CREATE | IN_ATTRIB | IN_MOVED_TO | IN_DELETE_SELF | IN_ONLYDIR) <
-        0) {
-        m_retryTimer.start(pause);
-        return;
-    }
-    m_changes.emplace(m_watch->number(), QSocketNotifier::Read);
-    QObject::connect(&*m_changes, &QSocketNotifier::activated, [this] { readChanges(); });
-
-    std::error_code error;
-    for (std::filesystem::directory_iterator entry(m_folder, error), end; !error && entry != end;
-         entry.increment(error))
-        openDevice(entry->path());
-}
-
-void EvdevEventTap::readChanges()
-{
-    alignas(inotify_event) std::array<char, 4096> buffer{};
-    bool isFolderGone = false;
-    bool isIncomplete = false;
-    ssize_t count = 0;
-    while ((count = ::read(m_watch->number(), buffer.data(), buffer.size())) > 0) {
-        for (const char* next = buffer.data(); next < buffer.data() + count;) {
-            const auto& change = *reinterpret_cast<const inotify_event*>(next);
-            isFolderGone = isFolderGone || (change.mask & (IN_DELETE_SELF | IN_IGNORED)) != 0;
-            isIncomplete = isIncomplete || (change.mask & IN_Q_OVERFLOW) != 0;
-            if (change.len > 0)
-                openDevice(m_folder / std::string(change.name));
-            next += sizeof(inotify_event) + change.len;
-        }
-    }
-    if (isFolderGone || isIncomplete) {
-        m_changes->setEnabled(false); // Not destroyed: it is on the stack.
-        m_retryTimer.start(isFolderGone ? pause : 0ms);
-    }
-}
-
-void EvdevEventTap::openDevice(const std::filesystem::path& node)
-{
-    const bool isOpen = std::ranges::any_of(m_sources, [&](const auto& each) {
-        return each.second->node == node && !each.second->isGone;
-    });
-    if (isOpen || !evdev::isDeviceNode(node))
-        return;
-    auto device = evdev::EvdevDevice::open(node);
-    if (!device)
-        return;
-    const auto traits = device->traits();
-    if (!traits.isWanted())
-        return;
-    const int number = ++m_lastNumber;
-    m_decoder.add(number, traits, device->keysDown());
-    auto source = std::make_unique<Source>();
-    source->node = node;
-    source->isKeyboard = traits.hasTypingKeys;
-    source->readable.emplace(device->descriptor(), QSocketNotifier::Read);
-    device->setMotionHeard(m_hearsMotion);
-    source->device = std::move(device);
-    QObject::connect(&*source->readable, &QSocketNotifier::activated,
-                     [this, number, opened = source.get()] { readDevice(number, *opened); });
-    m_sources.emplace(number, std::move(source));
-}
-
-void EvdevEventTap::readDevice(int number, Source& source)
-{
-    evdev::DeviceEvent event;
-    while (true) {
-        switch (source.device->read(event)) {
-        case evdev::EvdevDevice::Outcome::event:
-            deliver(m_decoder.decode(number, event, m_screens));
-            if (m_moved && evdev::EvdevDecoder::isMotion(event)) {
-                std::exchange(m_moved, nullptr)();
-                updateMotion();
-            }
-            continue;
-        case evdev::EvdevDevice::Outcome::nothingMore:
-            return;
-        case evdev::EvdevDevice::Outcome::dropped:
-            source.isDropped = true;
-            source.readable->setEnabled(false);
-            m_receiver({.type = RawEventType::tapDisabledByTimeout});
-            return;
-        case evdev::EvdevDevice::Outcome::gone:
-            source.isGone = true;
-            source.readable->setEnabled(false);
-            deliver(m_decoder.remove(number));
-            m_settleTimer.start(0ms);
-            const bool isAnyLeft = std::ranges::any_of(
-                m_sources, [](const auto& each) { return !each.second->isGone; });
-            if (!isAnyLeft) {
-                log::notice("périphériques d'entrée perdus : écoute interrompue");
-                m_receiver({.type = RawEventType::tapDisabledByTimeout});
-            }
-            return;
-        }
-    }
-}
-
-/// Resumes the devices that lost events and closes those that are gone. Another device may have
-/// taken a node's name before its end was noticed.
-void EvdevEventTap::settleDevices()
-{
-    std::vector<std::filesystem::path> freed;
-    for (const auto& [number, source] : m_sources) {
-        if (source->isGone)
-            freed.push_back(source->node);
-    }
-    std::erase_if(m_sources, [](const auto& each) { return each.second->isGone; });
-    for (const auto& node : freed)
-        openDevice(node);
-    std::vector<int> dropped;
-    for (const auto& [number, source] : m_sources) {
-        if (source->isDropped)
-            dropped.push_back(number);
-    }
-    for (const int number : dropped) {
-        auto& source = *m_sources.at(number);
-        source.isDropped = false;
-        source.device->synchronize();
-        deliver(m_decoder.resynchronize(number, source.device->keysDown()));
-        source.readable->setEnabled(true);
-        readDevice(number, source);
-    }
-}
-
-void EvdevEventTap::updateMotion()
-{
-    const bool hears = m_isPositionUsed || m_moved;
-    if (std::exchange(m_hearsMotion, hears) == hears)
-        return;
-    for (const auto& [number, source] : m_sources)
-        source->device->setMotionHeard(hears);
-}
-
-void EvdevEventTap::deliver(std::span<const RawEvent> events)
-{
-    for (const auto& event : events) {
-        if ((m_mask >> event.type & 1) != 0)
-            m_receiver(event);
-    }
-}
 
 } // namespace
 

@@ -3,7 +3,6 @@
 
 #include "input/EventTap.h"
 #include "input/Screens.h"
-#include "platform/evdev/EvdevAccess.h"
 
 #include <filesystem>
 #include <memory>
@@ -21,6 +20,6 @@ namespace clavo
 /// released. The kernel leaves a pointer's motion out while it is not needed, so that a moving
 /// mouse wakes nothing. Thread: main, which runs a Qt event loop.
 [[nodiscard]] std::unique_ptr<EventTap>
-makeEvdevEventTap(Screens& screens, std::filesystem::path folder = evdev::deviceFolder);
+makeEvdevEventTap(Screens& screens, std::filesystem::path folder = "/dev/input");
 
 } // namespace clavo

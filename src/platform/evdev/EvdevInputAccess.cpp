@@ -2,16 +2,29 @@
 #include "platform/evdev/EvdevInputAccess.h"
 
 #include "log/Log.h"
+#include "platform/evdev/EvdevDevice.h"
 #include "platform/evdev/InputRule.h"
 
 #include <QProcess>
+#include <QString>
 
+#include <grp.h>
+#include <pwd.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <functional>
+#include <string_view>
+#include <system_error>
 #include <utility>
+#include <vector>
 
 namespace clavo
 {
 namespace
 {
+
+using State = InputAccess::State;
 
 constexpr int dismissed = 126; // How pkexec ends when the user closes its dialogue.
 
@@ -23,24 +36,125 @@ std::string grantCommands()
            "sudo udevadm trigger --subsystem-match=input --action=change";
 }
 
+/// Whether the user has become a member of the devices' group, but this process has not.
+bool isMemberOfNextLogin()
+{
+    // NOLINTBEGIN(concurrency-mt-unsafe): one thread asks.
+    const auto* const group = ::getgrnam("input");
+    const auto* const user = ::getpwuid(::getuid());
+    // NOLINTEND(concurrency-mt-unsafe)
+    if (!group || !user)
+        return false;
+    bool isMember = false;
+    for (auto* const* name = group->gr_mem; *name != nullptr; ++name)
+        isMember = isMember || std::string_view(*name) == user->pw_name;
+    std::vector<gid_t> own(static_cast<std::size_t>(std::max(0, ::getgroups(0, nullptr))));
+    ::getgroups(static_cast<int>(own.size()), own.data());
+    return isMember && std::ranges::find(own, group->gr_gid) == own.end();
+}
+
 class EvdevInputAccess final : public InputAccess
 {
 public:
-    EvdevInputAccess(GrantPrograms programs, std::filesystem::path devices);
-    ~EvdevInputAccess() override;
+    EvdevInputAccess(GrantPrograms programs, std::filesystem::path devices)
+        : m_programs(std::move(programs)), m_devices(std::move(devices))
+    {
+    }
+    ~EvdevInputAccess() override
+    {
+        if (m_question)
+            m_question->disconnect();
+    }
+    EvdevInputAccess(const EvdevInputAccess&) = delete;
+    EvdevInputAccess& operator=(const EvdevInputAccess&) = delete;
 
-    [[nodiscard]] State state() const override;
-    /// Asks the administrator when the user wishes it, one question at a time.
-    bool request(Occasion occasion) override;
-    void showSettings() override;
-    [[nodiscard]] std::string commands() const override;
+    [[nodiscard]] State state() const override
+    {
+        std::error_code error;
+        bool isAnyRefused = false;
+        for (std::filesystem::directory_iterator entry(m_devices, error), end;
+             !error && entry != end; entry.increment(error)) {
+            const auto& node = entry->path();
+            if (!evdev::isDeviceNode(node))
+                continue;
+            if (::access(node.c_str(), R_OK) != 0)
+                isAnyRefused = true;
+            else if (const auto device = evdev::EvdevDevice::open(node);
+                     device && device->traits().hasTypingKeys)
+                return State::granted;
+        }
+        if (!isAnyRefused)
+            return State::noKeyboard;
+        return isMemberOfNextLogin() ? State::notInThisLogin : State::refused;
+    }
+
+    /// Asks the administrator if the user requests it, one question at a time.
+    bool request(Occasion occasion) override
+    {
+        const auto now = state();
+        if (occasion == Occasion::userRequest && now == State::refused && canAsk() && !isAsking())
+            ask();
+        return now == State::granted;
+    }
+
+    void showSettings() override
+    {
+        if (isAsking())
+            return;
+        if (const auto advice = adviceOn(state()); !advice.empty())
+            log::error("{}", advice);
+    }
+
+    [[nodiscard]] std::string commands() const override
+    {
+        return canAsk() && !m_hasFailed ? std::string() : grantCommands();
+    }
+
     void watch(std::function<void()> receiver) override { m_changed = std::move(receiver); }
 
 private:
-    [[nodiscard]] bool canAsk() const;
-    [[nodiscard]] bool isAsking() const;
-    void ask();
-    void finish(int status);
+    [[nodiscard]] bool canAsk() const
+    {
+        return !m_programs.pkexec.empty() && !m_programs.grant.empty();
+    }
+
+    [[nodiscard]] bool isAsking() const
+    {
+        return m_question && m_question->state() != QProcess::NotRunning;
+    }
+
+    void ask()
+    {
+        m_question = std::make_unique<QProcess>();
+        m_question->setProcessChannelMode(QProcess::ForwardedChannels);
+        QObject::connect(m_question.get(), &QProcess::finished, m_question.get(),
+                         [this](int status, QProcess::ExitStatus how) {
+                             finish(how == QProcess::NormalExit ? status : -1);
+                         });
+        QObject::connect(m_question.get(), &QProcess::errorOccurred, m_question.get(),
+                         [this](QProcess::ProcessError error) {
+                             if (error == QProcess::FailedToStart)
+                                 finish(-1);
+                         });
+        // pkexec's own dialogue on a terminal would stop a program in that terminal's background.
+        m_question->start(
+            QString::fromStdString(m_programs.pkexec.string()),
+            {"--disable-internal-agent", QString::fromStdString(m_programs.grant.string())});
+    }
+
+    void finish(int status)
+    {
+        m_hasFailed = status != 0 && status != dismissed;
+        if (status == 0)
+            log::notice("accès aux claviers accordé");
+        else if (status == dismissed)
+            log::notice("accès aux claviers : demande refermée sans réponse");
+        else
+            log::error("la demande d'accès aux claviers n'a pas abouti ({}) ; {}", status,
+                       adviceOn(state()));
+        if (m_changed)
+            m_changed();
+    }
 
     GrantPrograms m_programs;
     std::filesystem::path m_devices;
@@ -48,86 +162,6 @@ private:
     std::function<void()> m_changed;
     bool m_hasFailed = false; // The last question failed and was not just dismissed.
 };
-
-EvdevInputAccess::EvdevInputAccess(GrantPrograms programs, std::filesystem::path devices)
-    : m_programs(std::move(programs)), m_devices(std::move(devices))
-{
-}
-
-EvdevInputAccess::~EvdevInputAccess()
-{
-    if (m_question)
-        m_question->disconnect();
-}
-
-InputAccess::State EvdevInputAccess::state() const
-{
-    return evdev::accessToKeyboards(m_devices);
-}
-
-bool EvdevInputAccess::request(Occasion occasion)
-{
-    const auto now = state();
-    if (occasion == Occasion::userRequest && now == State::refused && canAsk() && !isAsking())
-        ask();
-    return now == State::granted;
-}
-
-void EvdevInputAccess::showSettings()
-{
-    if (isAsking())
-        return;
-    if (const auto advice = adviceOn(state()); !advice.empty())
-        log::error("{}", advice);
-}
-
-std::string EvdevInputAccess::commands() const
-{
-    return canAsk() && !m_hasFailed ? std::string() : grantCommands();
-}
-
-bool EvdevInputAccess::canAsk() const
-{
-    return !m_programs.pkexec.empty() && !m_programs.grant.empty();
-}
-
-bool EvdevInputAccess::isAsking() const
-{
-    return m_question && m_question->state() != QProcess::NotRunning;
-}
-
-void EvdevInputAccess::ask()
-{
-    m_question = std::make_unique<QProcess>();
-    m_question->setProcessChannelMode(QProcess::ForwardedChannels);
-    QObject::connect(m_question.get(), &QProcess::finished, m_question.get(),
-                     [this](int status, QProcess::ExitStatus how) {
-                         finish(how == QProcess::NormalExit ? status : -1);
-                     });
-    QObject::connect(m_question.get(), &QProcess::errorOccurred, m_question.get(),
-                     [this](QProcess::ProcessError error) {
-                         if (error == QProcess::FailedToStart)
-                             finish(-1);
-                     });
-    // pkexec's own dialogue on a terminal would stop a program in that terminal's background.
-    m_question->start(
-        QString::fromStdString(m_programs.pkexec.string()),
-        {"--disable-internal-agent", QString::fromStdString(m_programs.grant.string())});
-}
-
-void EvdevInputAccess::finish(int status)
-{
-    m_hasFailed = status != 0 && status != dismissed;
-    if (status == 0)
-        log::notice("accès aux claviers accordé");
-    else if (status == dismissed)
-        log::notice("accès aux claviers : demande refermée sans réponse");
-    else
-        log::error("la demande d'accès aux claviers n'a pas abouti ({}) ; {}", status,
-                   adviceOn(state()));
-    if (m_changed)
-        m_changed();
-}
 
 } // namespace
 
@@ -137,17 +171,17 @@ std::unique_ptr<InputAccess> makeEvdevInputAccess(GrantPrograms programs,
     return std::make_unique<EvdevInputAccess>(std::move(programs), std::move(devices));
 }
 
-std::string adviceOn(evdev::Access access)
+std::string adviceOn(InputAccess::State access)
 {
     switch (access) {
-    case evdev::Access::granted:
+    case State::granted:
         return {};
-    case evdev::Access::noKeyboard:
+    case State::noKeyboard:
         return "aucun clavier dans /dev/input";
-    case evdev::Access::notInThisLogin:
+    case State::notInThisLogin:
         return "accès aux claviers accordé au groupe input : il vaut à la prochaine ouverture de "
                "session";
-    case evdev::Access::refused:
+    case State::refused:
         break;
     }
     return std::string("accès aux claviers refusé. Ces deux commandes l'accordent à la session "

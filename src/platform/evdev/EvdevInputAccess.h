@@ -2,7 +2,6 @@
 #pragma once
 
 #include "app/InputAccess.h"
-#include "platform/evdev/EvdevAccess.h"
 
 #include <filesystem>
 #include <memory>
@@ -17,12 +16,14 @@ struct GrantPrograms {
     std::filesystem::path grant;
 };
 
-/// The permission to read the kernel's input devices. polkit asks an administrator for it and runs
-/// the grant program as root. Without polkit or an agent the commands to run are logged instead.
+/// The permission to read the keyboards among the kernel's input devices. polkit asks an
+/// administrator for it and runs the grant program as root. Without polkit or an agent the commands
+/// to run are logged instead. notInThisLogin: the user has joined the devices' group since this
+/// session was opened.
 [[nodiscard]] std::unique_ptr<InputAccess>
-makeEvdevInputAccess(GrantPrograms programs, std::filesystem::path devices = evdev::deviceFolder);
+makeEvdevInputAccess(GrantPrograms programs, std::filesystem::path devices = "/dev/input");
 
 /// What the user can do about a missing access, a line each; empty if it is granted.
-[[nodiscard]] std::string adviceOn(evdev::Access access);
+[[nodiscard]] std::string adviceOn(InputAccess::State access);
 
 } // namespace clavo

@@ -5,6 +5,7 @@
 #include "audio/output/ServerBackedOutput.h"
 #include "log/Log.h"
 #include "loop/QtTimer.h"
+#include "platform/linux/Technologies.h"
 #include "platform/none/SilentOutput.h"
 #include "platform/pipewire/PipeWireOutput.h"
 #include "platform/posix/Environment.h"
@@ -42,8 +43,8 @@ std::uint32_t wantedQuantum()
     return defaultQuantum;
 }
 
-/// Whether the session's PulseAudio is the daemon itself. PipeWire, if it runs as well, then serves
-/// screen sharing only and has no devices.
+/// Whether the session's PulseAudio server is PulseAudio's own daemon. If PipeWire runs as well, it
+/// then serves screen sharing only and has no devices.
 bool hasPulseAudioDaemon()
 {
     const std::filesystem::path folder = environment("XDG_RUNTIME_DIR");
@@ -57,12 +58,6 @@ bool hasPulseAudioDaemon()
 
 std::unique_ptr<AudioOutput> makeAudioOutput()
 {
-    const auto quantum = wantedQuantum();
-    std::vector<NamedOutput> candidates;
-    const auto add = [&](const char* name, std::unique_ptr<ServerBackedOutput> output) {
-        if (output) // Else the program is built without it.
-            candidates.push_back({name, std::move(output)});
-    };
     const auto choice = environment("CLAVO_AUDIO");
     if (choice == "none") {
         log::notice("sortie audio : aucune, à la demande de CLAVO_AUDIO");
@@ -70,10 +65,16 @@ std::unique_ptr<AudioOutput> makeAudioOutput()
     }
     if (!choice.empty() && choice != "pipewire" && choice != "pulse")
         log::notice("CLAVO_AUDIO « {} » ignoré : il faut pipewire, pulse ou none", choice);
-    if (choice != "pulse")
-        add("PipeWire", makePipeWireOutput(quantum));
-    if (choice != "pipewire")
-        add("PulseAudio", makePulseOutput(quantum));
+    const auto quantum = wantedQuantum();
+    std::vector<NamedOutput> candidates;
+    if constexpr (built::pipewire) {
+        if (choice != "pulse")
+            candidates.push_back({"PipeWire", makePipeWireOutput(quantum)});
+    }
+    if constexpr (built::pulse) {
+        if (choice != "pipewire")
+            candidates.push_back({"PulseAudio", makePulseOutput(quantum)});
+    }
     if (hasPulseAudioDaemon())
         std::ranges::reverse(candidates);
     return makeFallbackOutput(std::move(candidates), makeSilentOutput(), makeQtTimer());

@@ -10,7 +10,7 @@ namespace clavo
 struct SessionEnvironment {
     std::string_view type = {};           // XDG_SESSION_TYPE
     std::string_view waylandDisplay = {}; // WAYLAND_DISPLAY
-    std::string_view display = {};        // DISPLAY; empty if built without X11.
+    std::string_view display = {};        // DISPLAY
     std::string_view input = {};          // CLAVO_INPUT
 };
 
@@ -18,9 +18,16 @@ struct SessionEnvironment {
 /// windows. It is wayland if its display is known, otherwise none.
 enum class WindowSystem { none, x11, wayland };
 
-enum class InputSource { x11, evdev };
+/// none: the program is built without the source that the session needs.
+enum class InputSource { none, x11, evdev };
 
-/// What the choice of adapters depends on.
+/// The sources of input that the program is built with.
+struct Sources {
+    bool x11 = true;
+    bool evdev = true;
+};
+
+/// The properties of the session on which the choice of adapters depends.
 struct Session {
     WindowSystem windows = WindowSystem::none;
     InputSource input = InputSource::evdev;
@@ -28,9 +35,9 @@ struct Session {
     [[nodiscard]] bool isX11() const { return windows == WindowSystem::x11; }
 };
 
-/// The session that the variables describe. CLAVO_INPUT ("x11" or "evdev") overrides the input
-/// source of the window system.
-[[nodiscard]] Session sessionOf(const SessionEnvironment& variables);
+/// The session that the variables describe; without X11 it is never x11. CLAVO_INPUT ("x11" or
+/// "evdev") overrides the input source of the window system unless the program is built without it.
+[[nodiscard]] Session sessionOf(const SessionEnvironment& variables, Sources sources = {});
 
 /// The session of this process, decided by the first call.
 [[nodiscard]] const Session& session();

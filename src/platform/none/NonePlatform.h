@@ -9,15 +9,15 @@
 namespace clavo
 {
 
-/// The services of a system without any: listening is granted and no input comes, sounds are
+/// The services of a system that has none: listening is granted but there is no input, sounds are
 /// rendered and discarded, there is no tray, no shortcut and no login item. The store and the
-/// folders are left empty.
+/// folders are empty.
 [[nodiscard]] Platform makeNonePlatform();
 
 [[nodiscard]] std::unique_ptr<TrayHosts> makeNoTrayHosts();
 [[nodiscard]] std::unique_ptr<HotKeyService> makeNoHotKeyService();
 
-/// A session whose processes do not know each other.
+/// The instance on a system whose processes cannot find each other.
 [[nodiscard]] std::unique_ptr<Instance> makeNoInstance();
 
 } // namespace clavo

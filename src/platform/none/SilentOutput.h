@@ -9,7 +9,7 @@ namespace clavo
 {
 
 /// An output for a machine without a sound server: renders at the pace of the clock and discards
-/// the result, so that sounds come to their end. Its thread lives only while the output runs.
+/// the result, so that sounds end. Its thread lives only while the output runs.
 [[nodiscard]] std::unique_ptr<AudioOutput> makeSilentOutput();
 
 } // namespace clavo

@@ -5,8 +5,11 @@
 #include "audio/realtime/Mixer.h"
 #include "audio/realtime/SharedWithAudio.h"
 #include "loop/QtTimer.h"
-#include "platform/pipewire/PipeWireClient.h"
+#include "platform/pipewire/RealtimeContext.h"
 #include "synth/AudioBuffer.h"
+
+#include <QObject>
+#include <QSocketNotifier>
 
 #include <fmt/format.h>
 #include <pipewire/pipewire.h>
@@ -28,7 +31,7 @@ namespace
 
 constexpr std::uint32_t channels = 2;
 
-/// One cycle of the graph, as the driver of the moment runs it.
+/// One cycle of the graph, as its present driver runs it.
 struct Period {
     std::uint32_t frames = 0;
     std::uint32_t rate = 0;
@@ -36,7 +39,7 @@ struct Period {
     bool operator==(const Period&) const = default;
 };
 
-/// What the data thread uses.
+/// The state that the data thread uses.
 struct Renderer {
     pw_stream* stream = nullptr;
     pw_loop* mainLoop = nullptr;
@@ -138,21 +141,130 @@ const spa_pod* formatIn(std::span<std::uint8_t> memory)
     return spa_format_audio_raw_build(&builder, SPA_PARAM_EnumFormat, &format);
 }
 
+/// A loop inside the Qt main loop, so that all of PipeWire's events arrive on the main thread, and
+/// a context with the real-time data thread. Needs no server until it connects.
+class PipeWireClient
+{
+public:
+    PipeWireClient()
+    {
+        pw_init(nullptr, nullptr);
+        m_loop = pw_loop_new(nullptr);
+        if (!m_loop)
+            return;
+        // The loop stays entered: what the data thread hands to it then waits for this thread
+        // instead of being run on the other one.
+        pw_loop_enter(m_loop);
+        m_readable =
+            std::make_unique<QSocketNotifier>(pw_loop_get_fd(m_loop), QSocketNotifier::Read);
+        QObject::connect(m_readable.get(), &QSocketNotifier::activated, m_readable.get(),
+                         [this] { pw_loop_iterate(m_loop, 0); });
+        m_context = newRealtimeContext(m_loop);
+    }
+
+    ~PipeWireClient()
+    {
+        if (m_context)
+            pw_context_destroy(m_context);
+        m_readable.reset();
+        if (m_loop) {
+            pw_loop_leave(m_loop);
+            pw_loop_destroy(m_loop);
+        }
+        pw_deinit();
+    }
+
+    PipeWireClient(const PipeWireClient&) = delete;
+    PipeWireClient& operator=(const PipeWireClient&) = delete;
+
+    /// A new connection, null if there is no server. The caller disconnects it.
+    [[nodiscard]] pw_core* connect()
+    {
+        return m_context ? pw_context_connect(m_context, nullptr, 0) : nullptr;
+    }
+
+    /// Not null if there is a connection.
+    [[nodiscard]] pw_loop* loop() const { return m_loop; }
+
+private:
+    pw_loop* m_loop = nullptr;
+    pw_context* m_context = nullptr;
+    std::unique_ptr<QSocketNotifier> m_readable;
+};
+
 /// One connection to PipeWire with one stream. Owns: the core.
 class PipeWireStream final : public ServerStream
 {
 public:
     PipeWireStream(pw_loop* mainLoop, pw_core& core, std::uint32_t quantumFrames,
-                   std::function<void()> changed);
-    ~PipeWireStream() override;
+                   std::function<void()> changed)
+        : m_changed(std::move(changed)), m_core(&core)
+    {
+        static const auto coreEvents = [] {
+            pw_core_events events{};
+            events.version = PW_VERSION_CORE_EVENTS;
+            events.error = onCoreError;
+            return events;
+        }();
+        static const auto streamEvents = [] {
+            pw_stream_events events{};
+            events.version = PW_VERSION_STREAM_EVENTS;
+            events.state_changed = onState;
+            events.io_changed = onIo;
+            events.process = onProcess;
+            return events;
+        }();
+
+        pw_core_add_listener(m_core, &m_coreHook, &coreEvents, this);
+        m_renderer.mainLoop = mainLoop;
+        m_renderer.periodChanged = pw_loop_add_event(mainLoop, onPeriod, this);
+        m_renderer.stream = pw_stream_new(m_core, "Clavo", propertiesOf(quantumFrames));
+        if (!m_renderer.stream) {
+            breakDown();
+            return;
+        }
+        pw_stream_add_listener(m_renderer.stream, &m_streamHook, &streamEvents, this);
+
+        std::array<std::uint8_t, 512> memory;
+        std::array<const spa_pod*, 1> formats{formatIn(memory)};
+        const auto flags = static_cast<pw_stream_flags>(
+            PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_MAP_BUFFERS | PW_STREAM_FLAG_RT_PROCESS);
+        if (pw_stream_connect(m_renderer.stream, PW_DIRECTION_OUTPUT, PW_ID_ANY, flags,
+                              formats.data(), formats.size()) < 0)
+            breakDown();
+    }
+
+    ~PipeWireStream() override
+    {
+        m_changed = [] {};
+        m_renderer.mixer.publish(nullptr);
+        if (m_renderer.stream)
+            pw_stream_destroy(m_renderer.stream); // Waits for the running cycle.
+        spa_hook_remove(&m_coreHook);
+        pw_core_disconnect(m_core);
+        pw_loop_destroy_source(m_renderer.mainLoop, m_renderer.periodChanged);
+    }
+
     PipeWireStream(const PipeWireStream&) = delete;
     PipeWireStream& operator=(const PipeWireStream&) = delete;
 
     void play(Mixer* mixer) override { m_renderer.mixer.publish(mixer); }
     void activate() override { pw_stream_set_active(m_renderer.stream, true); }
     void deactivate() override { pw_stream_set_active(m_renderer.stream, false); }
-    [[nodiscard]] State state() const override;
-    [[nodiscard]] OutputStatus status() const override;
+
+    [[nodiscard]] ServerStream::State state() const override
+    {
+        if (m_isBroken)
+            return State::broken;
+        const bool hasCycles = m_renderer.period.load(std::memory_order_relaxed).rate != 0;
+        return m_isStreaming && hasCycles ? State::streaming : State::waiting;
+    }
+
+    [[nodiscard]] OutputStatus status() const override
+    {
+        const auto period = m_renderer.period.load(std::memory_order_relaxed);
+        return {.server = "PipeWire", .quantumFrames = period.frames, .sampleRate = period.rate};
+    }
 
 private:
     static void onCoreError(void* data, std::uint32_t id, int, int result, const char*)
@@ -204,74 +316,11 @@ private:
     bool m_isBroken = false;
 };
 
-PipeWireStream::PipeWireStream(pw_loop* mainLoop, pw_core& core, std::uint32_t quantumFrames,
-                               std::function<void()> changed)
-    : m_changed(std::move(changed)), m_core(&core)
-{
-    static const auto coreEvents = [] {
-        pw_core_events events{};
-        events.version = PW_VERSION_CORE_EVENTS;
-        events.error = onCoreError;
-        return events;
-    }();
-    static const auto streamEvents = [] {
-        pw_stream_events events{};
-        events.version = PW_VERSION_STREAM_EVENTS;
-        events.state_changed = onState;
-        events.io_changed = onIo;
-        events.process = onProcess;
-        return events;
-    }();
-
-    pw_core_add_listener(m_core, &m_coreHook, &coreEvents, this);
-    m_renderer.mainLoop = mainLoop;
-    m_renderer.periodChanged = pw_loop_add_event(mainLoop, onPeriod, this);
-    m_renderer.stream = pw_stream_new(m_core, "Clavo", propertiesOf(quantumFrames));
-    if (!m_renderer.stream) {
-        breakDown();
-        return;
-    }
-    pw_stream_add_listener(m_renderer.stream, &m_streamHook, &streamEvents, this);
-
-    std::array<std::uint8_t, 512> memory;
-    std::array<const spa_pod*, 1> formats{formatIn(memory)};
-    const auto flags = static_cast<pw_stream_flags>(
-        PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_MAP_BUFFERS | PW_STREAM_FLAG_RT_PROCESS);
-    if (pw_stream_connect(m_renderer.stream, PW_DIRECTION_OUTPUT, PW_ID_ANY, flags, formats.data(),
-                          formats.size()) < 0)
-        breakDown();
-}
-
-PipeWireStream::~PipeWireStream()
-{
-    m_changed = [] {};
-    m_renderer.mixer.publish(nullptr);
-    if (m_renderer.stream)
-        pw_stream_destroy(m_renderer.stream); // Waits for the cycle under way.
-    spa_hook_remove(&m_coreHook);
-    pw_core_disconnect(m_core);
-    pw_loop_destroy_source(m_renderer.mainLoop, m_renderer.periodChanged);
-}
-
-ServerStream::State PipeWireStream::state() const
-{
-    if (m_isBroken)
-        return State::broken;
-    const bool hasCycles = m_renderer.period.load(std::memory_order_relaxed).rate != 0;
-    return m_isStreaming && hasCycles ? State::streaming : State::waiting;
-}
-
-OutputStatus PipeWireStream::status() const
-{
-    const auto period = m_renderer.period.load(std::memory_order_relaxed);
-    return {.server = "PipeWire", .quantumFrames = period.frames, .sampleRate = period.rate};
-}
-
 } // namespace
 
 std::unique_ptr<ServerBackedOutput> makePipeWireOutput(std::uint32_t quantumFrames)
 {
-    // The client is made when it is first needed.
+    // The client is created when it is first needed.
     return makeServerOutput(
         [client = std::shared_ptr<PipeWireClient>(),
          quantumFrames](std::function<void()> changed) mutable -> std::unique_ptr<ServerStream> {

@@ -105,10 +105,10 @@ std::unique_ptr<Instance> makeInstance()
 // Qt finds the desktop by itself.
 void prepareForWindows() {}
 
-// The system's log is not known; lines stay on the standard error.
+// Log lines stay on the standard error: the system's log is not known.
 void sendLogToSystem() {}
 
-// There is nothing to write before the end that is not written already.
+// Nothing is lost at an unexpected end: all files are written already.
 void quitOnTermination() {}
 
 void returnFreedMemory() {}

@@ -15,7 +15,7 @@ namespace clavo
 namespace
 {
 
-// A signal handler may do little more than write; the other end wakes the main loop.
+// A signal handler may do little more than write. The other end wakes the main loop.
 std::array<int, 2> wakeUp{-1, -1};
 
 void wakeMainLoop(int)
@@ -38,7 +38,7 @@ void quitOnTermination()
     action.sa_flags = SA_RESTART;
     for (const auto signal : {SIGINT, SIGTERM, SIGHUP})
         sigaction(signal, &action, nullptr);
-    // A server that dies between two writes to it is a lost connection, not the end of the program.
+    // Writing to a server that has died is an error of the connection, not the end of the program.
     std::signal(SIGPIPE, SIG_IGN);
 }
 

@@ -3,11 +3,9 @@
 
 #include "files/Descriptor.h"
 #include "platform/posix/Environment.h"
-#include "platform/procfs/ProcessEnd.h"
 #include "platform/procfs/Processes.h"
 
 #include <QSocketNotifier>
-#include <QTimer>
 
 #include <sys/inotify.h>
 #include <unistd.h>
@@ -33,10 +31,9 @@ using namespace std::chrono_literals;
 constexpr std::array names{"gtklock", "hyprlock",    "i3lock",  "physlock", "slock", "swaylock",
                            "waylock", "xsecurelock", "xtrlock", "alock",    "xlock"};
 
-// From the opening of the file until a process has the program's name. The second look is for a
-// busy machine.
-constexpr auto firstLook = 50ms;
-constexpr auto secondLook = 1000ms;
+// From the opening of the file until a process has the program's name.
+constexpr auto usualDelay = 50ms;
+constexpr auto longDelay = 1000ms;
 
 constexpr std::size_t longestName = 15; // Of a process.
 
@@ -60,30 +57,25 @@ public:
         }
         if (files.empty())
             return;
-        m_firstLook.setSingleShot(true);
-        m_secondLook.setSingleShot(true);
-        m_firstLook.callOnTimeout([this] { m_reader.readProcesses(); });
-        m_secondLook.callOnTimeout([this] { m_reader.readProcesses(); });
         QObject::connect(&m_readable, &QSocketNotifier::activated, [this] {
             std::array<char, 4096> events{};
             while (read(m_opened.number(), events.data(), events.size()) > 0)
                 ;
-            m_firstLook.start(firstLook);
-            m_secondLook.start(secondLook);
+            m_reader.readProcessesAfter(usualDelay, longDelay);
         });
         m_reader.readProcesses();
     }
 
 private:
-    void followLockers(const std::vector<Process>& processes)
+    void watchLockers(const std::vector<Process>& processes)
     {
         for (const auto& process : processes) {
             if (std::ranges::find(m_names, process.name) != m_names.end())
-                followLocker(process.id);
+                watchLocker(process.id);
         }
     }
 
-    void followLocker(pid_t process)
+    void watchLocker(pid_t process)
     {
         if (m_running.contains(process) || loginUser(std::to_string(process)) != loginUser("self"))
             return;
@@ -106,11 +98,9 @@ private:
     std::vector<std::string> m_names; // Of the processes.
     Descriptor m_opened{inotify_init1(IN_NONBLOCK | IN_CLOEXEC)};
     QSocketNotifier m_readable{m_opened.number(), QSocketNotifier::Read};
-    QTimer m_firstLook;
-    QTimer m_secondLook;
     std::map<pid_t, ProcessEnd> m_running;
     ProcessReader m_reader{
-        [this](const std::vector<Process>& processes) { followLockers(processes); }};
+        [this](const std::vector<Process>& processes) { watchLockers(processes); }};
 };
 
 } // namespace
@@ -118,10 +108,7 @@ private:
 std::vector<fs::path> installedLockers()
 {
     std::vector<fs::path> files;
-    auto folders = environment("PATH");
-    while (!folders.empty()) {
-        const fs::path folder = folders.substr(0, folders.find(':'));
-        folders.remove_prefix(std::min(folder.native().size() + 1, folders.size()));
+    for (const auto& folder : foldersIn(environment("PATH"))) {
         for (const auto* const name : names) {
             std::error_code error;
             if (folder.is_absolute() && fs::is_regular_file(folder / name, error))

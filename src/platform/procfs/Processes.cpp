@@ -5,7 +5,9 @@
 
 #include <QThread>
 
+#include <sys/syscall.h>
 #include <sys/sysmacros.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
@@ -23,7 +25,7 @@ namespace
 
 namespace fs = std::filesystem;
 
-// The major device numbers of pseudo-terminals; each stands for 256 terminals.
+// The major device numbers of pseudo-terminals; each covers 256 terminals.
 constexpr unsigned firstMajor = 136;
 constexpr unsigned lastMajor = 143;
 constexpr int terminalsOfMajor = 256;
@@ -61,7 +63,7 @@ std::string_view serverOf(const Process& process)
 
 struct Reading {
     std::vector<Process> processes;
-    std::atomic<bool> isDone = false; // Hands the processes over visibly to a thread checker.
+    std::atomic<bool> isDone = false; // Makes the hand-over visible to a thread checker.
 };
 
 } // namespace
@@ -135,7 +137,46 @@ pid_t leaderAt(int terminal, std::span<const Process> all)
     return leader == all.end() ? 0 : leader->id;
 }
 
-ProcessReader::ProcessReader(Receiver receiver) : m_receiver(std::move(receiver)) {}
+fs::path runningProgram()
+{
+    return programOfLink("/proc/self/exe");
+}
+
+fs::path programOfLink(const fs::path& link)
+{
+    constexpr std::string_view mark = " (deleted)";
+
+    std::error_code error;
+    auto program = fs::read_symlink(link, error);
+    // The name of an existing file may end like that.
+    if (program.native().ends_with(mark) && !fs::exists(program, error))
+        program = program.native().substr(0, program.native().size() - mark.size());
+    return program;
+}
+
+ProcessEnd::ProcessEnd(pid_t process, std::function<void()> ended)
+    : m_process(static_cast<int>(::syscall(SYS_pidfd_open, process, 0))), m_ended(std::move(ended)),
+      m_readable(QSocketNotifier::Read)
+{
+    if (!isWaiting())
+        return;
+    QObject::connect(&m_readable, &QSocketNotifier::activated, &m_readable,
+                     [this] { m_readable.setEnabled(false); });
+    // Queued, since the receiver may destroy the notifier.
+    QObject::connect(
+        &m_readable, &QSocketNotifier::activated, &m_readable,
+        [this] { std::exchange(m_ended, nullptr)(); }, Qt::QueuedConnection);
+    m_readable.setSocket(m_process.number());
+    m_readable.setEnabled(true);
+}
+
+ProcessReader::ProcessReader(Receiver receiver) : m_receiver(std::move(receiver))
+{
+    for (auto* const timer : {&m_first, &m_second}) {
+        timer->setSingleShot(true);
+        timer->callOnTimeout([this] { readProcesses(); });
+    }
+}
 
 ProcessReader::~ProcessReader()
 {
@@ -161,10 +202,17 @@ void ProcessReader::readProcesses()
     m_thread->start(QThread::LowPriority);
 }
 
+void ProcessReader::readProcessesAfter(std::chrono::milliseconds first,
+                                       std::chrono::milliseconds second)
+{
+    m_first.start(first);
+    m_second.start(second);
+}
+
 void ProcessReader::deliver(const std::vector<Process>& processes)
 {
     m_thread->wait();
-    m_thread.release()->deleteLater(); // It is the caller.
+    m_thread.release()->deleteLater(); // Its signal is the caller.
     if (std::exchange(m_isAskedAgain, false))
         readProcesses();
     m_receiver(processes);

@@ -1,6 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "files/Descriptor.h"
+
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -43,6 +49,29 @@ struct Process {
 /// The leader of the session on the pseudo-terminal; 0 if there is none.
 [[nodiscard]] pid_t leaderAt(int terminal, std::span<const Process> all);
 
+/// The file of the running program, or the file that an update put in its place. Empty if the
+/// system does not report it.
+[[nodiscard]] std::filesystem::path runningProgram();
+
+/// The target of a link in the process folder, which appends " (deleted)" if the file is gone.
+[[nodiscard]] std::filesystem::path programOfLink(const std::filesystem::path& link);
+
+/// Waits for the end of any process. Thread: main, which runs a Qt event loop.
+class ProcessEnd
+{
+public:
+    /// Calls the receiver once, from the main loop, when the process has ended; the receiver may
+    /// destroy this. If the process is already gone or cannot be opened, isWaiting() is false.
+    ProcessEnd(pid_t process, std::function<void()> ended);
+
+    [[nodiscard]] bool isWaiting() const { return m_process.number() >= 0; }
+
+private:
+    Descriptor m_process; // Readable when it has ended.
+    std::function<void()> m_ended;
+    QSocketNotifier m_readable;
+};
+
 /// Reads the running processes in the background and reports them on the main thread. Thread: main,
 /// which runs a Qt event loop.
 class ProcessReader
@@ -58,12 +87,17 @@ public:
 
     /// Calls the receiver once with the processes that run now or later.
     void readProcesses();
+    /// Reads them after each of two delays, counted from the last call. What has just begun is seen
+    /// after the first one, or on a busy machine after the second one.
+    void readProcessesAfter(std::chrono::milliseconds first, std::chrono::milliseconds second);
 
 private:
     void deliver(const std::vector<Process>& processes);
 
     Receiver m_receiver;
-    std::unique_ptr<QThread> m_thread; // Reads; null between readings.
+    QTimer m_first;
+    QTimer m_second;
+    std::unique_ptr<QThread> m_thread; // Null between readings.
     bool m_isAskedAgain = false;       // Since the present reading began.
 };
 

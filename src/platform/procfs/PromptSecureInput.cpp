@@ -17,6 +17,18 @@ using namespace std::string_view_literals;
 constexpr std::array partsOfNames{"pinentry"sv,     "askpa"sv,  "openssh-as"sv,
                                   "gcr-prompter"sv, "polkit"sv, "policykit"sv};
 
+class FocusedPrompt final : public PromptSecureInput
+{
+public:
+    void setFocus(pid_t process) override
+    {
+        std::string name;
+        if (process != 0)
+            std::getline(std::ifstream("/proc/" + std::to_string(process) + "/comm"), name);
+        setReason(asksForPasswords(name) ? SecureReason::passwordPrompt : SecureReason::none);
+    }
+};
+
 } // namespace
 
 bool asksForPasswords(std::string_view program)
@@ -26,12 +38,9 @@ bool asksForPasswords(std::string_view program)
     });
 }
 
-void PromptSecureInput::setFocus(pid_t process)
+std::unique_ptr<PromptSecureInput> makePromptSecureInput()
 {
-    std::string name;
-    if (process != 0)
-        std::getline(std::ifstream("/proc/" + std::to_string(process) + "/comm"), name);
-    setReason(asksForPasswords(name) ? SecureReason::passwordPrompt : SecureReason::none);
+    return std::make_unique<FocusedPrompt>();
 }
 
 } // namespace clavo

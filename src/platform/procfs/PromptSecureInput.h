@@ -3,6 +3,7 @@
 
 #include "input/SecureInput.h"
 
+#include <memory>
 #include <string_view>
 
 #include <sys/types.h>
@@ -16,11 +17,13 @@ namespace clavo
 
 /// Secure while the focused program is a password prompt. Many prompts draw their field themselves,
 /// so that it is not recognizable as a password field.
-class PromptSecureInput final : public ObservableSecureInput
+class PromptSecureInput : public ObservableSecureInput
 {
 public:
-    /// Sets the focused process; 0 if it is unknown.
-    void setFocus(pid_t process);
+    /// Sets the focused process; 0 if it is unknown, as it is initially.
+    virtual void setFocus(pid_t process) = 0;
 };
+
+[[nodiscard]] std::unique_ptr<PromptSecureInput> makePromptSecureInput();
 
 } // namespace clavo

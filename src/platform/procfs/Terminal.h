@@ -2,7 +2,7 @@
 #pragma once
 
 #include "files/Descriptor.h"
-#include "platform/procfs/ProcessEnd.h"
+#include "platform/procfs/Processes.h"
 
 #include <optional>
 #include <string>

@@ -7,7 +7,7 @@
 
 #include <QFileSystemWatcher>
 #include <QObject>
-#include <QTimer>
+#include <QString>
 
 #include <algorithm>
 #include <chrono>
@@ -25,10 +25,9 @@ namespace
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
-// From the creation of a terminal until a process belongs to it. The second look is for a busy
-// machine.
-constexpr auto firstLook = 200ms;
-constexpr auto secondLook = 2000ms;
+// From the creation of a terminal until a process belongs to it.
+constexpr auto usualDelay = 200ms;
+constexpr auto longDelay = 2000ms;
 
 class FocusedTerminals final : public TerminalSecureInput
 {
@@ -37,14 +36,8 @@ public:
         : m_unknown(unknown), m_folder(std::move(folder))
     {
         m_watcher.addPath(QString::fromStdString(m_folder));
-        m_firstLook.setSingleShot(true);
-        m_secondLook.setSingleShot(true);
-        m_firstLook.callOnTimeout([this] { m_reader.readProcesses(); });
-        m_secondLook.callOnTimeout([this] { m_reader.readProcesses(); });
-        QObject::connect(&m_watcher, &QFileSystemWatcher::directoryChanged, [this] {
-            m_firstLook.start(firstLook);
-            m_secondLook.start(secondLook);
-        });
+        QObject::connect(&m_watcher, &QFileSystemWatcher::directoryChanged,
+                         [this] { m_reader.readProcessesAfter(usualDelay, longDelay); });
         m_reader.readProcesses();
     }
 
@@ -74,7 +67,7 @@ private:
         chooseTerminals();
     }
 
-    /// Notes of each new terminal whether it echoes.
+    /// Records whether each new terminal echoes.
     void noteNewTerminals()
     {
         std::map<int, bool> echoing;
@@ -123,8 +116,6 @@ private:
     std::map<int, bool> m_echoing; // Whether each terminal echoed when first seen.
     std::vector<std::unique_ptr<Terminal>> m_chosen; // The terminals to check.
     QFileSystemWatcher m_watcher;
-    QTimer m_firstLook;
-    QTimer m_secondLook;
     ProcessReader m_reader{
         [this](const std::vector<Process>& processes) { setProcesses(processes); }};
 };

@@ -15,8 +15,8 @@ namespace clavo
 /// in front is not known.
 ///
 /// The program's terminals are found in the background, when the focus goes to another program and
-/// when a terminal comes or goes. Their echo is read at every reason(), since nothing reports that
-/// it changes. Thread: main, which runs a Qt event loop.
+/// when a terminal appears or disappears. Their echo is read at every reason(), since nothing
+/// reports that it changes. Thread: main, which runs a Qt event loop.
 class TerminalSecureInput : public SecureInput
 {
 public:

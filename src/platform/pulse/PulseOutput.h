@@ -9,8 +9,9 @@
 namespace clavo
 {
 
-/// Plays through PulseAudio, or a server that speaks its protocol, on the default device; starts no
-/// server. `quantumFrames` at 44,100 per second is how much the server is to ask for at a time.
+/// Plays through PulseAudio, or a server with its protocol, on the default device; starts no
+/// server. `quantumFrames` at 44,100 per second is the amount that the server should request at a
+/// time.
 [[nodiscard]] std::unique_ptr<ServerBackedOutput> makePulseOutput(std::uint32_t quantumFrames);
 
 } // namespace clavo

@@ -9,8 +9,8 @@
 namespace clavo
 {
 
-/// Starts the program as a process of its own, which asks this one to make way for it, outlives it
-/// and opens no window. A failure is one log line.
+/// Starts the program as a separate process, which asks this one to quit, outlives it and opens no
+/// window. A failure is logged.
 [[nodiscard]] std::unique_ptr<Relauncher> makeProcessRelauncher(std::filesystem::path program);
 
 } // namespace clavo

@@ -8,7 +8,7 @@
 namespace clavo
 {
 
-/// What the desktop opens folders with.
+/// The program with which the desktop opens folders.
 [[nodiscard]] std::unique_ptr<FileManager> makeQtFileManager();
 
 } // namespace clavo

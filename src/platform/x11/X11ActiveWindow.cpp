@@ -3,11 +3,9 @@
 
 #include "platform/x11/XServer.h"
 
-#include <xcb/xcbext.h> // Declares xcb_poll_for_reply().
-
+#include <cstdint>
 #include <cstring>
 #include <optional>
-#include <string_view>
 #include <utility>
 
 namespace clavo
@@ -15,18 +13,7 @@ namespace clavo
 namespace
 {
 
-constexpr xcb_atom_t noAtom = XCB_ATOM_NONE;
-constexpr std::uint8_t sentByClient = 0x80; // Of the response type: another client sent the event.
-
-xcb_atom_t atom(xcb_connection_t* server, std::string_view name)
-{
-    const auto cookie =
-        xcb_intern_atom(server, false, static_cast<std::uint16_t>(name.size()), name.data());
-    const xcb::Owned<xcb_intern_atom_reply_t> reply{xcb_intern_atom_reply(server, cookie, nullptr)};
-    return reply ? reply->atom : noAtom;
-}
-
-/// The number in the property; 0 if it holds none.
+/// The number in the property; 0 if it contains none.
 std::uint32_t number(const xcb_get_property_reply_t* property)
 {
     std::uint32_t value = 0;
@@ -47,17 +34,17 @@ public:
 private:
     /// A property that has been requested.
     struct Question {
-        xcb_atom_t property = noAtom;
+        xcb_atom_t property = XCB_ATOM_NONE;
         unsigned sequence = 0;
     };
 
     [[nodiscard]] bool prepareConnection() override
     {
-        m_active = atom(m_server.connection(), "_NET_ACTIVE_WINDOW");
-        m_owner = atom(m_server.connection(), "_NET_WM_PID");
-        const std::uint32_t properties = XCB_EVENT_MASK_PROPERTY_CHANGE;
-        xcb_change_window_attributes(m_server.connection(), m_server.desktop().root,
-                                     XCB_CW_EVENT_MASK, &properties);
+        const auto atoms = xcb::atoms(m_server.connection(), {"_NET_ACTIVE_WINDOW", "_NET_WM_PID"});
+        m_active = atoms[0];
+        m_owner = atoms[1];
+        xcb::selectEvents(m_server.connection(), m_server.desktop().root,
+                          XCB_EVENT_MASK_PROPERTY_CHANGE);
         request(m_server.desktop().root, m_active, XCB_ATOM_WINDOW);
         return true;
     }
@@ -75,7 +62,7 @@ private:
 
     void handleEvent(const xcb_generic_event_t& event) override
     {
-        if ((event.response_type & ~sentByClient) != XCB_PROPERTY_NOTIFY)
+        if (xcb::typeOf(event) != XCB_PROPERTY_NOTIFY)
             return;
         if (reinterpret_cast<const xcb_property_notify_event_t&>(event).atom == m_active)
             request(m_server.desktop().root, m_active, XCB_ATOM_WINDOW);
@@ -83,16 +70,14 @@ private:
 
     void takeReplies() override
     {
-        void* reply = nullptr;
-        xcb_generic_error_t* error = nullptr;
-        if (!m_question ||
-            xcb_poll_for_reply(m_server.connection(), m_question->sequence, &reply, &error) == 0)
+        if (!m_question)
             return;
-        const xcb::Owned<xcb_get_property_reply_t> answer{
-            static_cast<xcb_get_property_reply_t*>(reply)};
-        const xcb::Owned<xcb_generic_error_t> failure{error}; // The window is gone again.
+        const auto reply =
+            xcb::pollReply<xcb_get_property_reply_t>(m_server.connection(), m_question->sequence);
+        if (!reply)
+            return;
         const auto question = *std::exchange(m_question, std::nullopt);
-        const auto value = number(answer.get());
+        const auto value = number(reply->get()); // 0 if the window is gone.
         if (question.property == m_active && value != XCB_WINDOW_NONE)
             request(value, m_owner, XCB_ATOM_CARDINAL);
         else
@@ -101,9 +86,9 @@ private:
 
     std::function<void(pid_t)> m_receiver;
     XServer m_server;
-    xcb_atom_t m_active = noAtom;
-    xcb_atom_t m_owner = noAtom;
-    std::optional<Question> m_question; // Not answered yet.
+    xcb_atom_t m_active = XCB_ATOM_NONE;
+    xcb_atom_t m_owner = XCB_ATOM_NONE;
+    std::optional<Question> m_question; // Awaits its reply.
 };
 
 } // namespace

@@ -2,10 +2,9 @@
 #include "platform/x11/X11EventTap.h"
 
 #include "log/Log.h"
-#include "platform/evdev/HeldKeys.h"
+#include "platform/evdev/EvdevKeys.h"
 #include "platform/x11/XServer.h"
 
-#include <xcb/xcbext.h> // Declares xcb_poll_for_reply().
 #include <xcb/xinput.h>
 
 #include <chrono>
@@ -33,35 +32,23 @@ constexpr EventMask pressTypes = bit(RawEventType::leftMouseDown) |
                                  bit(RawEventType::rightMouseDown) | bit(RawEventType::scrollWheel);
 constexpr EventMask releaseTypes = bit(RawEventType::leftMouseUp) | bit(RawEventType::rightMouseUp);
 
-/// The raw event type of a button's press; nothing for a button that is not listened to.
+/// The raw event type of a button's press or release; nothing if it is not listened to.
 ///
 /// Each detent of a wheel is a press of button 4, 5, 6 or 7, whatever the device: the server adds
 /// presses marked as emulated to the fine scroll steps of one device and passes on the plain
 /// presses of another. So presses count with or without the mark, and steps never count.
-std::optional<std::uint32_t> typeOfPress(std::uint32_t button)
+std::optional<std::uint32_t> typeOfButton(std::uint32_t button, bool isPress)
 {
     switch (button) {
     case 1:
-        return RawEventType::leftMouseDown;
+        return isPress ? RawEventType::leftMouseDown : RawEventType::leftMouseUp;
     case 3:
-        return RawEventType::rightMouseDown;
+        return isPress ? RawEventType::rightMouseDown : RawEventType::rightMouseUp;
     case 4:
     case 5:
     case 6:
     case 7:
-        return RawEventType::scrollWheel;
-    default:
-        return std::nullopt;
-    }
-}
-
-std::optional<std::uint32_t> typeOfRelease(std::uint32_t button)
-{
-    switch (button) {
-    case 1:
-        return RawEventType::leftMouseUp;
-    case 3:
-        return RawEventType::rightMouseUp;
+        return isPress ? std::optional(RawEventType::scrollWheel) : std::nullopt;
     default:
         return std::nullopt;
     }
@@ -89,10 +76,30 @@ class X11EventTap final : public EventTap, private XServer::Client
 public:
     explicit X11EventTap(std::string display) : m_server(*this, std::move(display)) {}
 
-    [[nodiscard]] bool create(EventMask mask, Receiver receiver) override;
-    void enable() override;
+    [[nodiscard]] bool create(EventMask mask, Receiver receiver) override
+    {
+        m_mask = mask;
+        m_receiver = std::move(receiver);
+        return m_server.connect();
+    }
+
+    void enable() override
+    {
+        if (m_server.isLost() && !m_server.isReconnecting())
+            m_server.connectAfter(std::chrono::milliseconds(0)); // The loss may be on the stack.
+    }
+
     [[nodiscard]] std::string name() const override { return "X11"; }
-    void notifyNextMotion(std::function<void()> moved) override;
+
+    void notifyNextMotion(std::function<void()> moved) override
+    {
+        m_moved = std::move(moved);
+        if (!m_server.connection())
+            return;
+        updateSelection();
+        m_server.drainSoon();
+    }
+
     void setPositionUsed(bool /*isUsed*/) override {} // The server is asked for it.
 
 private:
@@ -101,16 +108,129 @@ private:
         unsigned int query = 0; // The request for the pointer's position.
     };
 
-    [[nodiscard]] bool prepareConnection() override;
-    void handleEvent(const xcb_generic_event_t& event) override;
-    void takeReplies() override;
-    void handleLoss() override;
+    [[nodiscard]] bool prepareConnection() override
+    {
+        const auto extension = announceXInput(m_server.connection());
+        if (!extension)
+            return false;
+        m_extension = *extension;
+        const xcb::Owned<xcb_generic_error_t> refusal{
+            xcb_request_check(m_server.connection(), selectEvents())};
+        return !refusal && xcb_connection_has_error(m_server.connection()) == 0;
+    }
 
-    [[nodiscard]] std::uint32_t wantedEvents() const;
-    [[nodiscard]] xcb_void_cookie_t selectEvents() const;
-    void updateSelection();
-    void handleClick(xcb_input_device_id_t pointer, std::optional<std::uint32_t> type);
-    void deliver(const std::optional<RawEvent>& event);
+    void handleEvent(const xcb_generic_event_t& event) override
+    {
+        if (xcb::typeOf(event) != XCB_GE_GENERIC)
+            return;
+        const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
+        if (generic.extension != m_extension)
+            return;
+
+        const auto& raw = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
+        switch (generic.event_type) {
+        case XCB_INPUT_RAW_KEY_PRESS:
+            deliver(m_keys.press(raw.detail - firstKeycode));
+            break;
+        case XCB_INPUT_RAW_KEY_RELEASE:
+            deliver(m_keys.release(raw.detail - firstKeycode));
+            break;
+        case XCB_INPUT_RAW_BUTTON_PRESS:
+            handleClick(raw.deviceid, typeOfButton(raw.detail, /*isPress=*/true));
+            break;
+        case XCB_INPUT_RAW_BUTTON_RELEASE:
+            handleClick(raw.deviceid, typeOfButton(raw.detail, /*isPress=*/false));
+            break;
+        case XCB_INPUT_RAW_MOTION:
+            if (const auto moved = std::exchange(m_moved, nullptr)) {
+                updateSelection();
+                moved();
+            }
+            break;
+        default:
+            break;
+        }
+    }
+
+    /// Delivers the clicks whose position is known.
+    void takeReplies() override
+    {
+        while (!m_clicks.empty()) {
+            const auto click = m_clicks.front();
+            const auto position = xcb::pollReply<xcb_input_xi_query_pointer_reply_t>(
+                m_server.connection(), click.query);
+            if (!position)
+                return;
+            // In 16.16 fixed point; null if the pointer is gone already.
+            if (*position)
+                m_pointerX = (*position)->root_x / 65536.0;
+            m_clicks.pop_front();
+            deliver(RawEvent{.type = click.type, .x = m_pointerX});
+        }
+    }
+
+    void handleLoss() override
+    {
+        m_clicks.clear();
+        log::notice("serveur X perdu : écoute interrompue");
+        for (const auto& event : m_keys.releaseAll())
+            deliver(event);
+        m_receiver({.type = RawEventType::tapDisabledByTimeout});
+    }
+
+    [[nodiscard]] std::uint32_t wantedEvents() const
+    {
+        std::uint32_t events = 0;
+        if ((m_mask & keyTypes) != 0)
+            events |=
+                XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
+        if ((m_mask & pressTypes) != 0)
+            events |= XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS;
+        if ((m_mask & releaseTypes) != 0)
+            events |= XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
+        if (m_moved)
+            events |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
+        return events;
+    }
+
+    /// Replaces the selected events. They are those of the master devices, which represent all
+    /// devices present and future; with the slaves every event would come twice. The server
+    /// releases the keys of a device that is removed. They are selected on one root window: raw
+    /// events go to the root windows of all screens.
+    [[nodiscard]] xcb_void_cookie_t selectEvents() const
+    {
+        struct {
+            xcb_input_event_mask_t head;
+            std::uint32_t events;
+        } const request{.head = {.deviceid = XCB_INPUT_DEVICE_ALL_MASTER, .mask_len = 1},
+                        .events = wantedEvents()};
+        return xcb_input_xi_select_events_checked(m_server.connection(), m_server.desktop().root, 1,
+                                                  &request.head);
+    }
+
+    void updateSelection()
+    {
+        xcb_discard_reply(m_server.connection(), selectEvents().sequence);
+        m_server.noteRequests();
+    }
+
+    /// Asks for the pointer's position without waiting: while another client grabs the server no
+    /// reply comes.
+    void handleClick(xcb_input_device_id_t pointer, std::optional<std::uint32_t> type)
+    {
+        if (!type)
+            return;
+        const auto query =
+            xcb_input_xi_query_pointer(m_server.connection(), m_server.desktop().root, pointer);
+        m_clicks.push_back({.type = *type, .query = query.sequence});
+        m_server.noteRequests();
+    }
+
+    void deliver(const std::optional<RawEvent>& event)
+    {
+        if (event && (m_mask & bit(event->type)) != 0)
+            m_receiver(*event);
+    }
 
     XServer m_server;
     std::uint8_t m_extension = 0; // The number of XInput on this server.
@@ -122,153 +242,6 @@ private:
     std::deque<Click> m_clicks; // In order; each waits for the pointer's position.
     double m_pointerX = 0;
 };
-
-bool X11EventTap::create(EventMask mask, Receiver receiver)
-{
-    m_mask = mask;
-    m_receiver = std::move(receiver);
-    return m_server.connect();
-}
-
-void X11EventTap::enable()
-{
-    if (m_server.isLost() && !m_server.isReconnecting())
-        m_server.connectAfter(std::chrono::milliseconds(0)); // The loss may be on the stack.
-}
-
-void X11EventTap::notifyNextMotion(std::function<void()> moved)
-{
-    m_moved = std::move(moved);
-    if (!m_server.connection())
-        return;
-    updateSelection();
-    m_server.drainSoon();
-}
-
-bool X11EventTap::prepareConnection()
-{
-    const auto extension = announceXInput(m_server.connection());
-    if (!extension)
-        return false;
-    m_extension = *extension;
-    const xcb::Owned<xcb_generic_error_t> refusal{
-        xcb_request_check(m_server.connection(), selectEvents())};
-    return !refusal && xcb_connection_has_error(m_server.connection()) == 0;
-}
-
-std::uint32_t X11EventTap::wantedEvents() const
-{
-    std::uint32_t events = 0;
-    if ((m_mask & keyTypes) != 0)
-        events |= XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
-    if ((m_mask & pressTypes) != 0)
-        events |= XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS;
-    if ((m_mask & releaseTypes) != 0)
-        events |= XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
-    if (m_moved)
-        events |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
-    return events;
-}
-
-/// Replaces the selected events. They are those of the master devices, which represent all devices
-/// present and future; with the slaves every event would come twice. The server releases the keys
-/// of a device that is removed. They are selected on one root window: raw events go to the root
-/// windows of all screens.
-xcb_void_cookie_t X11EventTap::selectEvents() const
-{
-    struct {
-        xcb_input_event_mask_t head;
-        std::uint32_t events;
-    } const request{.head = {.deviceid = XCB_INPUT_DEVICE_ALL_MASTER, .mask_len = 1},
-                    .events = wantedEvents()};
-    return xcb_input_xi_select_events_checked(m_server.connection(), m_server.desktop().root, 1,
-                                              &request.head);
-}
-
-void X11EventTap::updateSelection()
-{
-    xcb_discard_reply(m_server.connection(), selectEvents().sequence);
-    m_server.noteRequests();
-}
-
-void X11EventTap::handleEvent(const xcb_generic_event_t& event)
-{
-    if ((event.response_type & 0x7F) != XCB_GE_GENERIC)
-        return;
-    const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
-    if (generic.extension != m_extension)
-        return;
-
-    const auto& raw = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
-    switch (generic.event_type) {
-    case XCB_INPUT_RAW_KEY_PRESS:
-        deliver(m_keys.press(raw.detail - firstKeycode));
-        break;
-    case XCB_INPUT_RAW_KEY_RELEASE:
-        deliver(m_keys.release(raw.detail - firstKeycode));
-        break;
-    case XCB_INPUT_RAW_BUTTON_PRESS:
-        handleClick(raw.deviceid, typeOfPress(raw.detail));
-        break;
-    case XCB_INPUT_RAW_BUTTON_RELEASE:
-        handleClick(raw.deviceid, typeOfRelease(raw.detail));
-        break;
-    case XCB_INPUT_RAW_MOTION:
-        if (const auto moved = std::exchange(m_moved, nullptr)) {
-            updateSelection();
-            moved();
-        }
-        break;
-    default:
-        break;
-    }
-}
-
-/// Asks for the pointer's position without waiting: while another client grabs the server no reply
-/// comes.
-void X11EventTap::handleClick(xcb_input_device_id_t pointer, std::optional<std::uint32_t> type)
-{
-    if (!type)
-        return;
-    const auto query =
-        xcb_input_xi_query_pointer(m_server.connection(), m_server.desktop().root, pointer);
-    m_clicks.push_back({.type = *type, .query = query.sequence});
-    m_server.noteRequests();
-}
-
-/// Delivers the clicks whose position is known.
-void X11EventTap::takeReplies()
-{
-    while (!m_clicks.empty()) {
-        const auto click = m_clicks.front();
-        void* reply = nullptr;
-        xcb_generic_error_t* error = nullptr;
-        if (xcb_poll_for_reply(m_server.connection(), click.query, &reply, &error) == 0)
-            return;
-        const xcb::Owned<xcb_generic_error_t> refusal{error}; // The pointer is gone already.
-        const xcb::Owned<xcb_input_xi_query_pointer_reply_t> position{
-            static_cast<xcb_input_xi_query_pointer_reply_t*>(reply)};
-        if (position)
-            m_pointerX = position->root_x / 65536.0; // 16.16 fixed point.
-        m_clicks.pop_front();
-        deliver(RawEvent{.type = click.type, .x = m_pointerX});
-    }
-}
-
-void X11EventTap::deliver(const std::optional<RawEvent>& event)
-{
-    if (event && (m_mask & bit(event->type)) != 0)
-        m_receiver(*event);
-}
-
-void X11EventTap::handleLoss()
-{
-    m_clicks.clear();
-    log::notice("serveur X perdu : écoute interrompue");
-    for (const auto& event : m_keys.releaseAll())
-        deliver(event);
-    m_receiver({.type = RawEventType::tapDisabledByTimeout});
-}
 
 } // namespace
 

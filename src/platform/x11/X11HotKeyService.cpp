@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/x11/X11HotKeyService.h"
 
-#include "platform/evdev/EvdevKeyCodes.h"
+#include "platform/evdev/EvdevKeys.h"
 #include "platform/x11/XServer.h"
 #include "platform/x11/Xkb.h"
 
@@ -25,7 +25,7 @@ struct Registration {
     std::function<void()> pressed;
 };
 
-/// One grab of one key; its press is recognised by the same two numbers.
+/// One grab of one key, whose press has the same keycode and modifiers.
 struct Grab {
     xcb_keycode_t keycode = 0;
     std::uint16_t modifiers = 0;
@@ -80,18 +80,133 @@ public:
     explicit X11HotKeyService(std::string display) : m_server(*this, std::move(display)) {}
 
     [[nodiscard]] std::optional<HotKeyRef> registerHotKey(const HotKey& hotKey,
-                                                          std::function<void()> pressed) override;
-    void unregisterHotKey(HotKeyRef ref) override;
+                                                          std::function<void()> pressed) override
+    {
+        constexpr auto known = HotKeyModifier::cmdKey | HotKeyModifier::shiftKey;
+        const auto isTaken = [&](const Registration& other) {
+            return isSameShortcut(other.hotKey, hotKey);
+        };
+        if ((hotKey.modifiers & ~known) != 0 || std::ranges::any_of(m_registrations, isTaken))
+            return std::nullopt;
+
+        m_registrations.push_back(
+            {.ref = ++m_lastRef, .hotKey = hotKey, .pressed = std::move(pressed)});
+        if (m_server.connection())
+            grabKeysNow();
+        else if (!m_server.isReconnecting() && !m_server.connect())
+            m_server.connectAfter(XServer::firstPause);
+        return m_lastRef;
+    }
+
+    void unregisterHotKey(HotKeyRef ref) override
+    {
+        std::erase_if(m_registrations, [ref](const Registration& each) { return each.ref == ref; });
+        grabKeysNow();
+    }
 
 private:
-    [[nodiscard]] bool prepareConnection() override;
-    void handleEvent(const xcb_generic_event_t& event) override;
-    void takeReplies() override;
-    void handleLoss() override;
+    [[nodiscard]] bool prepareConnection() override
+    {
+        const auto event = xcb::useXkb(m_server.connection());
+        if (!event)
+            return false;
+        m_mapEvent = *event;
+        m_modifiers = xcb::readModifiers(m_server.connection());
+        grabKeysNow();
+        return true;
+    }
 
-    void handlePress(const xcb_key_press_event_t& event);
-    void grabKeys();
-    void grabKeysNow();
+    /// Errors are ignored: they are refused grabs.
+    void handleEvent(const xcb_generic_event_t& event) override
+    {
+        if (event.response_type == XCB_KEY_PRESS)
+            handlePress(reinterpret_cast<const xcb_key_press_event_t&>(event));
+        else if (event.response_type == XCB_KEY_RELEASE &&
+                 reinterpret_cast<const xcb_key_release_event_t&>(event).detail == m_held)
+            m_held = 0;
+        else if (event.response_type == m_mapEvent)
+            m_isMapChanged = true;
+    }
+
+    /// Asks for a changed map without waiting: while another client grabs the server no reply
+    /// comes.
+    void takeReplies() override
+    {
+        if (m_query) {
+            if (const auto modifiers = xcb::pollModifiers(m_server.connection(), *m_query)) {
+                m_query.reset();
+                m_modifiers = modifiers;
+                grabKeys();
+            }
+        }
+        if (m_isMapChanged && !m_query) {
+            m_isMapChanged = false;
+            m_query = xcb::queryModifiers(m_server.connection());
+            m_server.noteRequests();
+        }
+    }
+
+    void handleLoss() override
+    {
+        m_query.reset();
+        m_modifiers.reset();
+        m_grabs.clear();
+        m_held = 0;
+        m_server.connectAfter(XServer::firstPause);
+    }
+
+    /// The grab that a press starts lasts until its key is released. Meanwhile other keys are
+    /// reported here as well, and the same key again when it repeats.
+    void handlePress(const xcb_key_press_event_t& event)
+    {
+        if (m_held != 0)
+            return;
+        m_held = event.detail;
+        const auto grab = std::ranges::find_if(m_grabs, [&](const Grab& each) {
+            return each.keycode == event.detail && each.modifiers == (event.state & modifierState);
+        });
+        if (grab == m_grabs.end())
+            return;
+        const auto registration = std::ranges::find(m_registrations, grab->ref, &Registration::ref);
+        const auto pressed = registration->pressed; // It may unregister itself.
+        pressed();
+    }
+
+    /// Requests all grabs. Repeating an existing grab is harmless, and the key of a refused one may
+    /// have become free.
+    void grabKeys()
+    {
+        if (!m_modifiers)
+            return;
+        const auto& setup = *xcb_get_setup(m_server.connection());
+        auto gone = std::exchange(m_grabs, {});
+        for (const auto& registration : m_registrations)
+            appendGrabs(m_grabs, registration, *m_modifiers, setup);
+
+        std::erase_if(gone,
+                      [&](const Grab& each) { return std::ranges::count(m_grabs, each) > 0; });
+        for (auto root = xcb_setup_roots_iterator(&setup); root.rem > 0; xcb_screen_next(&root)) {
+            for (const auto& each : gone)
+                xcb_ungrab_key(m_server.connection(), each.keycode, root.data->root,
+                               each.modifiers);
+            for (const auto& each : m_grabs)
+                xcb_grab_key(m_server.connection(), false, root.data->root, each.modifiers,
+                             each.keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        }
+        m_server.noteRequests();
+        m_server.drainSoon();
+    }
+
+    /// As grabKeys(), but returns when the server has made the grabs: they apply to any later key
+    /// press. The drain that grabKeys() has scheduled reads events that come with the reply.
+    void grabKeysNow()
+    {
+        grabKeys();
+        if (!m_modifiers)
+            return;
+        const xcb::Owned<xcb_get_input_focus_reply_t> done{xcb_get_input_focus_reply(
+            m_server.connection(), xcb_get_input_focus(m_server.connection()), nullptr)};
+    }
 
     XServer m_server;
     std::vector<Registration> m_registrations;
@@ -104,131 +219,6 @@ private:
     std::vector<Grab> m_grabs;                 // The grabs that have been requested.
     xcb_keycode_t m_held = 0;                  // The key that started the present grab; 0: none.
 };
-
-std::optional<HotKeyRef> X11HotKeyService::registerHotKey(const HotKey& hotKey,
-                                                          std::function<void()> pressed)
-{
-    constexpr auto known = HotKeyModifier::cmdKey | HotKeyModifier::shiftKey;
-    const auto isTaken = [&](const Registration& other) {
-        return isSameShortcut(other.hotKey, hotKey);
-    };
-    if ((hotKey.modifiers & ~known) != 0 || std::ranges::any_of(m_registrations, isTaken))
-        return std::nullopt;
-
-    m_registrations.push_back(
-        {.ref = ++m_lastRef, .hotKey = hotKey, .pressed = std::move(pressed)});
-    if (m_server.connection())
-        grabKeysNow();
-    else if (!m_server.isReconnecting() && !m_server.connect())
-        m_server.connectAfter(XServer::firstPause);
-    return m_lastRef;
-}
-
-void X11HotKeyService::unregisterHotKey(HotKeyRef ref)
-{
-    std::erase_if(m_registrations, [ref](const Registration& each) { return each.ref == ref; });
-    grabKeysNow();
-}
-
-bool X11HotKeyService::prepareConnection()
-{
-    const auto event = xcb::useXkb(m_server.connection());
-    if (!event)
-        return false;
-    m_mapEvent = *event;
-    m_modifiers = xcb::readModifiers(m_server.connection());
-    grabKeysNow();
-    return true;
-}
-
-void X11HotKeyService::handleLoss()
-{
-    m_query.reset();
-    m_modifiers.reset();
-    m_grabs.clear();
-    m_held = 0;
-    m_server.connectAfter(XServer::firstPause);
-}
-
-/// Errors are ignored: they are refused grabs.
-void X11HotKeyService::handleEvent(const xcb_generic_event_t& event)
-{
-    if (event.response_type == XCB_KEY_PRESS)
-        handlePress(reinterpret_cast<const xcb_key_press_event_t&>(event));
-    else if (event.response_type == XCB_KEY_RELEASE &&
-             reinterpret_cast<const xcb_key_release_event_t&>(event).detail == m_held)
-        m_held = 0;
-    else if (event.response_type == m_mapEvent)
-        m_isMapChanged = true;
-}
-
-/// The grab that a press starts lasts until its key is released. Meanwhile other keys are reported
-/// here as well, and the same key again when it repeats.
-void X11HotKeyService::handlePress(const xcb_key_press_event_t& event)
-{
-    if (m_held != 0)
-        return;
-    m_held = event.detail;
-    const auto grab = std::ranges::find_if(m_grabs, [&](const Grab& each) {
-        return each.keycode == event.detail && each.modifiers == (event.state & modifierState);
-    });
-    if (grab == m_grabs.end())
-        return;
-    const auto registration = std::ranges::find(m_registrations, grab->ref, &Registration::ref);
-    const auto pressed = registration->pressed; // It may unregister itself.
-    pressed();
-}
-
-/// Asks for a changed map without waiting: while another client grabs the server no reply comes.
-void X11HotKeyService::takeReplies()
-{
-    if (m_query) {
-        if (const auto modifiers = xcb::pollModifiers(m_server.connection(), *m_query)) {
-            m_query.reset();
-            m_modifiers = modifiers;
-            grabKeys();
-        }
-    }
-    if (m_isMapChanged && !m_query) {
-        m_isMapChanged = false;
-        m_query = xcb::queryModifiers(m_server.connection());
-        m_server.noteRequests();
-    }
-}
-
-/// Requests all grabs. To repeat one that stands is harmless, and one that was refused may have
-/// become free.
-void X11HotKeyService::grabKeys()
-{
-    if (!m_modifiers)
-        return;
-    const auto& setup = *xcb_get_setup(m_server.connection());
-    auto gone = std::exchange(m_grabs, {});
-    for (const auto& registration : m_registrations)
-        appendGrabs(m_grabs, registration, *m_modifiers, setup);
-
-    std::erase_if(gone, [&](const Grab& each) { return std::ranges::count(m_grabs, each) > 0; });
-    for (auto root = xcb_setup_roots_iterator(&setup); root.rem > 0; xcb_screen_next(&root)) {
-        for (const auto& each : gone)
-            xcb_ungrab_key(m_server.connection(), each.keycode, root.data->root, each.modifiers);
-        for (const auto& each : m_grabs)
-            xcb_grab_key(m_server.connection(), false, root.data->root, each.modifiers,
-                         each.keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-    }
-    m_server.noteRequests();
-    m_server.drainSoon();
-}
-
-/// As grabKeys(), but returns when the server has done it: any later key press meets the new state.
-/// Events that come with the reply are read by the drain that grabKeys() has asked for.
-void X11HotKeyService::grabKeysNow()
-{
-    grabKeys();
-    if (!m_modifiers)
-        return;
-    const xcb::Owned<xcb_get_input_focus_reply_t> done{xcb_get_input_focus_reply(
-        m_server.connection(), xcb_get_input_focus(m_server.connection()), nullptr)};
-}
 
 } // namespace
 

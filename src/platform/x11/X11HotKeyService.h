@@ -15,7 +15,7 @@ namespace clavo
 ///
 /// A key that another client has grabbed stays with that client. All grabs are repeated when the
 /// keyboard's map changes, which may change the modifiers of Super and of the locks. A lost or
-/// missing server is connected to as soon as it is there. Supports Command and Shift and refuses
+/// missing server is connected to once it is available. Supports Command and Shift and refuses
 /// other modifiers. Thread: main, which runs a Qt event loop; ordinary keys do not wake it.
 [[nodiscard]] std::unique_ptr<HotKeyService> makeX11HotKeyService(std::string display = {});
 

@@ -90,8 +90,7 @@ private:
             return false;
         m_hasMonitors = hasMonitors(server());
         // RandR reports modes and positions; a change of the root window reports monitors.
-        const std::uint32_t structure = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-        xcb_change_window_attributes(server(), m_desktop.root, XCB_CW_EVENT_MASK, &structure);
+        xcb::selectEvents(server(), m_desktop.root, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
         if (m_hasMonitors)
             xcb_randr_select_input(server(), m_desktop.root,
                                    XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE |

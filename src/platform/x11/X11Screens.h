@@ -13,7 +13,7 @@ namespace clavo
 /// desktop as one screen. Watches the display; the session's own one if it is empty.
 ///
 /// Changes that the server has reported are read when the extents are asked for: a change wakes
-/// nothing, and asking costs no round trip until there has been one. There are no screens while the
+/// nothing, and asking costs a round trip only after a change. There are no screens while the
 /// server is lost. Thread: main.
 [[nodiscard]] std::unique_ptr<Screens> makeX11Screens(std::string display = {});
 

@@ -6,11 +6,6 @@
 namespace clavo
 {
 
-bool isX11Supported()
-{
-    return true;
-}
-
 bool isXServerThere()
 {
     return xcb::connect({}).connection != nullptr;

@@ -9,30 +9,12 @@
 namespace clavo
 {
 
-/// The XEmbed host of an X11 session: the owner of its system-tray selection.
+/// The XEmbed host of an X11 session: the owner of its system-tray selection. Watches the display,
+/// the session's own one if it is empty.
 ///
-/// The first answer is given at once. The X server is waited for with it and with the tray's look,
-/// and with nothing else. There is no host any more when the server is lost.
-class X11TrayHosts final : public TrayHosts
-{
-public:
-    /// Watches the display; the session's own one if it is empty.
-    explicit X11TrayHosts(std::string display = {});
-    ~X11TrayHosts() override;
-
-    void watch(Receiver receiver) override;
-    TrayAppearance appearance() override;
-    /// Of a window of the running QGuiApplication.
-    void dock(std::uint32_t window) override;
-
-private:
-    class Watch;
-
-    std::string m_display;
-    std::unique_ptr<Watch> m_watch;
-};
-
-/// Null when the program is built without the technology.
+/// The first answer is given at once. Only that answer and the tray's look wait for the X server.
+/// Once the server is lost there is no host. A window to dock belongs to the running
+/// QGuiApplication.
 [[nodiscard]] std::unique_ptr<TrayHosts> makeX11TrayHosts(std::string display = {});
 
 } // namespace clavo

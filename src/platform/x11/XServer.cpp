@@ -19,6 +19,32 @@ xcb::Desktop xcb::connect(const std::string& display)
     return {.connection = std::move(connection), .root = roots.data->root, .screen = screen};
 }
 
+std::vector<xcb_atom_t> xcb::atoms(xcb_connection_t* server,
+                                   std::initializer_list<std::string> names)
+{
+    std::vector<xcb_intern_atom_cookie_t> requests;
+    for (const auto& name : names)
+        requests.push_back(
+            xcb_intern_atom(server, 0, static_cast<std::uint16_t>(name.size()), name.data()));
+    std::vector<xcb_atom_t> atoms;
+    for (const auto& request : requests) {
+        const Owned<xcb_intern_atom_reply_t> reply{xcb_intern_atom_reply(server, request, nullptr)};
+        atoms.push_back(reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE});
+    }
+    return atoms;
+}
+
+void xcb::selectEvents(xcb_connection_t* server, xcb_window_t window, xcb_event_mask_t events)
+{
+    const std::uint32_t mask = events;
+    xcb_change_window_attributes(server, window, XCB_CW_EVENT_MASK, &mask);
+}
+
+std::uint8_t xcb::typeOf(const xcb_generic_event_t& event)
+{
+    return event.response_type & 0x7F;
+}
+
 XServer::XServer(Client& client, std::string display)
     : m_client(client), m_display(std::move(display))
 {
@@ -42,7 +68,7 @@ bool XServer::connect()
     }
     m_readable.emplace(xcb_get_file_descriptor(connection()), QSocketNotifier::Read);
     QObject::connect(&*m_readable, &QSocketNotifier::activated, [this] { drain(); });
-    drainSoon(); // The replies may have brought events along.
+    drainSoon(); // Events may have been read along with the replies.
     return true;
 }
 
@@ -51,8 +77,8 @@ void XServer::connectAfter(std::chrono::milliseconds delay)
     m_retryTimer.start(delay);
 }
 
-/// Takes all that has arrived. Sending may make xcb read as well, and the socket does not report
-/// what has been read already: so the last step is always to look once more.
+/// Takes everything that has arrived. Sending may make xcb read as well, and the socket does not
+/// report what has been read already, so after the last flush the queue is always read once more.
 void XServer::drain()
 {
     if (!connection())

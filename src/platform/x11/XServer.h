@@ -2,17 +2,21 @@
 #pragma once
 
 #include <xcb/xcb.h>
+#include <xcb/xcbext.h> // Declares xcb_poll_for_reply().
 
 #include <QSocketNotifier>
 #include <QTimer>
 
 #include <chrono>
+#include <cstdint>
 #include <cstdlib>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
-/// Ownership for what xcb hands out.
+/// Owners of the objects that xcb allocates.
 namespace clavo::xcb
 {
 
@@ -39,6 +43,30 @@ struct Desktop {
 /// Connects to the display, the session's own one if it is empty.
 [[nodiscard]] Desktop connect(const std::string& display);
 
+/// The atoms of these names, XCB_ATOM_NONE for one that the server does not answer for. Waits for
+/// the server once.
+[[nodiscard]] std::vector<xcb_atom_t> atoms(xcb_connection_t* server,
+                                            std::initializer_list<std::string> names);
+
+/// Requests these events of a window instead of those requested before.
+void selectEvents(xcb_connection_t* server, xcb_window_t window, xcb_event_mask_t events);
+
+/// The event's type without the mark of events that another client has sent; 0 for an error.
+[[nodiscard]] std::uint8_t typeOf(const xcb_generic_event_t& event);
+
+/// The reply to a request without waiting: nothing until it has arrived, null if the request has
+/// failed.
+template <typename Reply>
+[[nodiscard]] std::optional<Owned<Reply>> pollReply(xcb_connection_t* server, unsigned int request)
+{
+    void* reply = nullptr;
+    xcb_generic_error_t* error = nullptr;
+    if (xcb_poll_for_reply(server, request, &reply, &error) == 0)
+        return std::nullopt;
+    std::free(error);
+    return Owned<Reply>(static_cast<Reply*>(reply));
+}
+
 } // namespace clavo::xcb
 
 namespace clavo
@@ -60,7 +88,7 @@ public:
         /// server. False if the server lacks something; the connection is then closed.
         [[nodiscard]] virtual bool prepareConnection() { return true; }
         virtual void handleEvent(const xcb_generic_event_t& event) = 0;
-        /// Takes the replies that have arrived; xcb_poll_for_reply() returns them without waiting.
+        /// Takes the replies that have arrived, by xcb::pollReply().
         virtual void takeReplies() {}
         /// The connection is lost, and with it all requests that have no reply yet.
         virtual void handleLoss() {}
@@ -77,7 +105,7 @@ public:
     XServer(const XServer&) = delete;
     XServer& operator=(const XServer&) = delete;
 
-    /// Opens a connection in place of the present one; false on failure.
+    /// Opens a connection instead of the present one; false on failure.
     [[nodiscard]] bool connect();
     /// Connects after a delay. A failed attempt is repeated after the first pause or twice the last
     /// delay, whichever is longer, but never later than after the longest pause.
@@ -90,10 +118,11 @@ public:
     /// Whether there was a connection and it is lost.
     [[nodiscard]] bool isLost() const { return m_readable && !connection(); }
 
-    /// Requests stand in xcb's buffer. They are sent before the present drain ends, or by the next.
+    /// Requests have been added to xcb's buffer. They are sent before the present drain ends, or by
+    /// the next one.
     void noteRequests() { m_hasRequests = true; }
     /// Drains the connection in the next turn of the event loop: after waiting for a reply, which
-    /// may bring events along, and after requests that no event led to.
+    /// may also read events, and after requests that no event has caused.
     void drainSoon() { m_drainTimer.start(0); }
 
 private:

@@ -3,7 +3,6 @@
 
 #include "platform/x11/XServer.h"
 
-#include <xcb/xcbext.h>    // Declares xcb_poll_for_reply().
 #define explicit explicit_ // The name of a member.
 #include <xcb/xkb.h>
 #undef explicit
@@ -106,14 +105,11 @@ Modifiers readModifiers(xcb_connection_t* server)
 
 std::optional<Modifiers> pollModifiers(xcb_connection_t* server, const ModifierQuery& query)
 {
-    void* reply = nullptr;
-    xcb_generic_error_t* error = nullptr;
-    if (xcb_poll_for_reply(server, query.keysyms.sequence, &reply, &error) == 0)
+    const auto keysyms =
+        pollReply<xcb_get_keyboard_mapping_reply_t>(server, query.keysyms.sequence);
+    if (!keysyms)
         return std::nullopt;
-    const Owned<xcb_generic_error_t> refusal{error};
-    const Owned<xcb_get_keyboard_mapping_reply_t> keysyms{
-        static_cast<xcb_get_keyboard_mapping_reply_t*>(reply)};
-    return modifiers(server, query, keysyms.get());
+    return modifiers(server, query, keysyms->get());
 }
 
 } // namespace clavo::xcb

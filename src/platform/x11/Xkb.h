@@ -32,7 +32,7 @@ struct ModifierQuery {
 /// Requests the modifiers and waits for the reply.
 [[nodiscard]] Modifiers readModifiers(xcb_connection_t* server);
 
-/// The reply, without waiting; nothing until it has arrived. To be called until then.
+/// The modifiers without waiting; nothing until the reply has arrived. Not to be called after that.
 [[nodiscard]] std::optional<Modifiers> pollModifiers(xcb_connection_t* server,
                                                      const ModifierQuery& query);
 

@@ -10,6 +10,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,27 +27,16 @@ using Status = LoginItem::Status;
 
 constexpr auto fileName = "clavo.desktop";
 
-template <typename Function> void forEachOf(std::string_view list, Function function)
-{
-    while (!list.empty()) {
-        const auto end = list.find(':');
-        function(fs::path(list.substr(0, end)));
-        list.remove_prefix(end == std::string_view::npos ? list.size() : end + 1);
-    }
-}
-
 /// Whether the program exists, by its path or on the search path.
 bool canBeStarted(const std::string& program)
 {
+    const auto isProgram = [](const fs::path& file) { return access(file.c_str(), X_OK) == 0; };
     if (program.empty())
         return false;
     if (program.find('/') != std::string::npos)
-        return access(program.c_str(), X_OK) == 0;
-    bool found = false;
-    forEachOf(environment("PATH"), [&](const fs::path& folder) {
-        found = found || access((folder / program).c_str(), X_OK) == 0;
-    });
-    return found;
+        return isProgram(program);
+    return std::ranges::any_of(foldersIn(environment("PATH")),
+                               [&](const fs::path& folder) { return isProgram(folder / program); });
 }
 
 Status statusOf(const std::optional<DesktopEntry>& entry)
@@ -139,10 +129,10 @@ AutostartFolders autostartFolders(const fs::path& userConfiguration)
     constexpr auto below = "autostart";
     AutostartFolders folders{.user = userConfiguration / below, .system = {}};
     const auto named = environment("XDG_CONFIG_DIRS");
-    forEachOf(named.empty() ? "/etc/xdg" : named, [&](const fs::path& folder) {
+    for (const auto& folder : foldersIn(named.empty() ? "/etc/xdg" : named)) {
         if (folder.is_absolute())
             folders.system.push_back(folder / below);
-    });
+    }
     return folders;
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/dbus/DBusSignal.h"
+#include "platform/dbus/DBusMessages.h"
 
 #include "desktop/x11/EventLoop.h"
 #include "log/Log.h"
@@ -55,7 +55,7 @@ protected:
     EventLoop loop;
     QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "signals");
     Listener listener;
-    const DBusSignal signal{{}, "/", "app.clavo.Test", "Changed"};
+    const DBusSignal signal{{{}, "/", "app.clavo.Test"}, "Changed"};
 };
 
 TEST_F(DBusSignalTest, ARefusedSlotIsLogged)

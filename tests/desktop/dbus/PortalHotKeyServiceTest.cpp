@@ -8,6 +8,7 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QStringList>
 
 #include <gmock/gmock.h>
@@ -262,6 +263,20 @@ TEST_F(PortalHotKeyServiceTest, GivesTheOtherServiceItsShortcutBack)
     hotKeys->unregisterHotKey(*ref);
 
     EXPECT_TRUE(other->registrations.empty());
+}
+
+TEST_F(PortalHotKeyServiceTest, LeavesTheBusAlthoughAShortcutHasJustEnded)
+{
+    portal = std::make_unique<ShortcutsPortal>();
+    add();
+    ASSERT_TRUE(isGivenByThePortal());
+    const auto client = portal->client;
+
+    hotKeys->unregisterHotKey(*ref);
+    hotKeys.reset();
+
+    auto* const bus = QDBusConnection::sessionBus().interface();
+    EXPECT_TRUE(EventLoop::until([&] { return !bus->isServiceRegistered(client); }));
 }
 
 } // namespace

@@ -5,7 +5,7 @@
 #include "desktop/x11/EventLoop.h"
 #include "fakes/FakeScreens.h"
 #include "platform/evdev/EvdevEventTap.h"
-#include "platform/evdev/EvdevKeyCodes.h"
+#include "platform/evdev/EvdevKeys.h"
 
 #include <linux/input-event-codes.h>
 

@@ -4,7 +4,7 @@
 #include "desktop/x11/EventLoop.h"
 #include "desktop/x11/Hands.h"
 #include "desktop/x11/PrivateServer.h"
-#include "platform/evdev/EvdevKeyCodes.h"
+#include "platform/evdev/EvdevKeys.h"
 #include "platform/x11/X11EventTap.h"
 
 #include <memory>

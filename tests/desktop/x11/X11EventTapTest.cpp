@@ -3,7 +3,7 @@
 
 #include "desktop/x11/X11TapFixture.h"
 #include "keyboard/KeyLayout.h"
-#include "platform/evdev/EvdevKeyCodes.h"
+#include "platform/evdev/EvdevKeys.h"
 
 #include <linux/input-event-codes.h>
 

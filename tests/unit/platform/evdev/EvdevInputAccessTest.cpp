@@ -9,6 +9,7 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -18,19 +19,24 @@ namespace clavo
 namespace
 {
 
-using evdev::Access;
 using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using Access = InputAccess::State;
 using Occasion = InputAccess::Occasion;
+
+Access accessTo(const std::filesystem::path& folder)
+{
+    return makeEvdevInputAccess({}, folder)->state();
+}
 
 TEST(EvdevInputAccess, AFolderThatIsMissingOrEmptyHasNoKeyboard)
 {
     const TemporaryFolder folder;
 
-    EXPECT_EQ(evdev::accessToKeyboards(folder.path() / "missing"), Access::noKeyboard);
-    EXPECT_EQ(evdev::accessToKeyboards(folder.path()), Access::noKeyboard);
+    EXPECT_EQ(accessTo(folder.path() / "missing"), Access::noKeyboard);
+    EXPECT_EQ(accessTo(folder.path()), Access::noKeyboard);
 }
 
 TEST(EvdevInputAccess, AFileThatIsNoDeviceIsNoKeyboard)
@@ -39,7 +45,7 @@ TEST(EvdevInputAccess, AFileThatIsNoDeviceIsNoKeyboard)
     std::ofstream(folder.path() / "event0") << "text";
     std::ofstream(folder.path() / "mice") << "text";
 
-    EXPECT_EQ(evdev::accessToKeyboards(folder.path()), Access::noKeyboard);
+    EXPECT_EQ(accessTo(folder.path()), Access::noKeyboard);
 }
 
 TEST(EvdevInputAccess, ADeviceThatCannotBeReadIsARefusal)
@@ -47,7 +53,7 @@ TEST(EvdevInputAccess, ADeviceThatCannotBeReadIsARefusal)
     const TemporaryFolder folder;
     std::filesystem::create_symlink("nowhere", folder.path() / "event0"); // Root may read the rest.
 
-    EXPECT_EQ(evdev::accessToKeyboards(folder.path()), Access::refused);
+    EXPECT_EQ(accessTo(folder.path()), Access::refused);
 }
 
 TEST(EvdevInputAccess, ThereIsAdviceForEveryAccessThatIsMissing)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/evdev/EvdevKeyCodes.h"
+#include "platform/evdev/EvdevKeys.h"
 
 #include "keyboard/KeyLayout.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/evdev/HeldKeys.h"
+#include "platform/evdev/EvdevKeys.h"
 
 #include <gmock/gmock.h>
 #include <linux/input-event-codes.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/evdev/Wheel.h"
+#include "platform/evdev/Mouse.h"
 
 #include <gtest/gtest.h>
 

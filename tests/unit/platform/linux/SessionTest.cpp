@@ -51,5 +51,30 @@ TEST(Session, HasTheInputSourceOfTheVariableWhateverItsWindowSystem)
     EXPECT_EQ(sessionOf({.type = "wayland", .input = "loud"}).input, InputSource::evdev);
 }
 
+TEST(Session, IsHeardThroughTheKernelIfTheProgramIsBuiltWithoutX11)
+{
+    for (const auto* input : {"", "x11"}) {
+        const auto session =
+            sessionOf({.type = "x11", .display = ":0", .input = input}, {.x11 = false});
+        EXPECT_EQ(session.windows, WindowSystem::none);
+        EXPECT_EQ(session.input, InputSource::evdev);
+    }
+}
+
+TEST(Session, HasNoInputSourceIfTheProgramIsBuiltWithoutTheOneItNeeds)
+{
+    EXPECT_EQ(sessionOf({.waylandDisplay = "wayland-0"}, {.evdev = false}).input,
+              InputSource::none);
+    EXPECT_EQ(sessionOf({.input = "evdev"}, {.evdev = false}).input, InputSource::none);
+    EXPECT_EQ(sessionOf({.display = ":0", .input = "x11"}, {.x11 = false, .evdev = false}).input,
+              InputSource::none);
+}
+
+TEST(Session, OfX11IsHeardThroughTheServerIfTheProgramIsBuiltWithoutEvdev)
+{
+    EXPECT_EQ(sessionOf({.display = ":0", .input = "evdev"}, {.evdev = false}).input,
+              InputSource::x11);
+}
+
 } // namespace
 } // namespace clavo

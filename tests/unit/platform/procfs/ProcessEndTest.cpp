@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/procfs/ProcessEnd.h"
+#include "platform/procfs/Processes.h"
 
 #include "desktop/x11/EventLoop.h"
 

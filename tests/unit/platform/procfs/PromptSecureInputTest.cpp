@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <memory>
 
 #include <sys/prctl.h>
 #include <unistd.h>
@@ -35,7 +36,7 @@ protected:
     PromptSecureInputTest() { prctl(PR_GET_NAME, m_name.data()); }
     ~PromptSecureInputTest() override { prctl(PR_SET_NAME, m_name.data()); }
 
-    PromptSecureInput secureInput;
+    std::unique_ptr<PromptSecureInput> secureInput = makePromptSecureInput();
 
 private:
     std::array<char, 16> m_name{};
@@ -43,27 +44,27 @@ private:
 
 TEST_F(PromptSecureInputTest, IsOnWhileAPromptIsInFront)
 {
-    EXPECT_FALSE(secureInput.isEnabled());
-    secureInput.setFocus(getpid());
-    EXPECT_FALSE(secureInput.isEnabled());
+    EXPECT_FALSE(secureInput->isEnabled());
+    secureInput->setFocus(getpid());
+    EXPECT_FALSE(secureInput->isEnabled());
 
     prctl(PR_SET_NAME, "pinentry-test");
-    secureInput.setFocus(getpid());
-    EXPECT_EQ(secureInput.reason(), SecureReason::passwordPrompt);
+    secureInput->setFocus(getpid());
+    EXPECT_EQ(secureInput->reason(), SecureReason::passwordPrompt);
 
-    secureInput.setFocus(getppid());
-    EXPECT_EQ(secureInput.reason(), SecureReason::none);
+    secureInput->setFocus(getppid());
+    EXPECT_EQ(secureInput->reason(), SecureReason::none);
 }
 
 TEST_F(PromptSecureInputTest, IsOffForAProcessThatIsNotKnown)
 {
     prctl(PR_SET_NAME, "pinentry-test");
-    secureInput.setFocus(getpid());
+    secureInput->setFocus(getpid());
 
-    secureInput.setFocus(0);
-    EXPECT_FALSE(secureInput.isEnabled());
-    secureInput.setFocus(1 << 30);
-    EXPECT_FALSE(secureInput.isEnabled());
+    secureInput->setFocus(0);
+    EXPECT_FALSE(secureInput->isEnabled());
+    secureInput->setFocus(1 << 30);
+    EXPECT_FALSE(secureInput->isEnabled());
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/procfs/RunningProgram.h"
+#include "platform/procfs/Processes.h"
 
 #include "fakes/TemporaryFolder.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/evdev/EvdevKeyCodes.h"
+#include "platform/evdev/EvdevKeys.h"
 
 #include <linux/input-event-codes.h>
 
@@ -52,6 +52,10 @@ constexpr Key keys[] = {
     // clang-format on
 };
 
+// The virtual codes of the modifiers are these and all between them.
+constexpr std::int64_t firstModifier = 54;
+constexpr std::int64_t lastModifier = 63;
+
 constexpr auto virtualCodes = [] {
     std::array<std::int64_t, KEY_CNT> codes{};
     for (std::size_t evdevCode = 0; evdevCode < codes.size(); ++evdevCode)
@@ -60,6 +64,11 @@ constexpr auto virtualCodes = [] {
         codes[key.evdevCode] = key.virtualCode;
     return codes;
 }();
+
+RawEvent event(std::uint32_t type, std::uint32_t evdevCode)
+{
+    return {.type = type, .keyCode = virtualKeyCode(evdevCode)};
+}
 
 } // namespace
 
@@ -70,21 +79,34 @@ std::int64_t virtualKeyCode(std::uint32_t evdevCode)
 
 bool isModifier(std::uint32_t evdevCode)
 {
-    switch (evdevCode) {
-    case KEY_LEFTSHIFT:
-    case KEY_RIGHTSHIFT:
-    case KEY_LEFTCTRL:
-    case KEY_RIGHTCTRL:
-    case KEY_LEFTALT:
-    case KEY_RIGHTALT:
-    case KEY_LEFTMETA:
-    case KEY_RIGHTMETA:
-    case KEY_CAPSLOCK:
-    case KEY_FN:
-        return true;
-    default:
-        return false;
+    const auto code = virtualKeyCode(evdevCode);
+    return code >= firstModifier && code <= lastModifier;
+}
+
+std::optional<RawEvent> HeldKeys::change(std::uint32_t evdevCode, bool isDown)
+{
+    if (evdevCode >= m_down.size())
+        return std::nullopt;
+    const bool wasDown = m_down[evdevCode];
+    m_down.set(evdevCode, isDown);
+    if (isModifier(evdevCode) && wasDown == isDown)
+        return std::nullopt;
+    if (isModifier(evdevCode))
+        return event(RawEventType::flagsChanged, evdevCode);
+    auto change = event(isDown ? RawEventType::keyDown : RawEventType::keyUp, evdevCode);
+    change.isAutoRepeat = isDown && wasDown;
+    return change;
+}
+
+std::vector<RawEvent> HeldKeys::releaseAll()
+{
+    std::vector<RawEvent> released;
+    for (std::uint32_t evdevCode = 0; evdevCode < m_down.size(); ++evdevCode) {
+        if (m_down[evdevCode] && isModifier(evdevCode))
+            released.push_back(event(RawEventType::flagsChanged, evdevCode));
     }
+    m_down.reset();
+    return released;
 }
 
 } // namespace clavo::evdev
