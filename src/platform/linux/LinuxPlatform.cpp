@@ -19,6 +19,7 @@
 #include "platform/qt/ProcessRelauncher.h"
 #include "platform/qt/QtFileManager.h"
 #include "platform/qt/QtScreens.h"
+#include "platform/qt/QtWindows.h"
 #include "platform/systemd/Journal.h"
 #include "platform/x11/X11EventTap.h"
 #include "platform/x11/X11HotKeyService.h"
@@ -104,6 +105,7 @@ Platform makePlatform()
     platform.trayHosts = makeTrayHosts();
     platform.appearance = either(makePortalAppearanceSettings(), std::move(platform.appearance));
     platform.fileManager = makeDBusFileManager(makeQtFileManager());
+    platform.canPlaceWindows = canPlaceQtWindows();
     platform.resources = resourcesFolder(platform.executable);
     platform.applicationSupport = applicationSupportFolder();
     return platform;
