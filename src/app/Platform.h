@@ -39,7 +39,8 @@ struct Platform {
     std::unique_ptr<TrayHosts> trayHosts;
     std::unique_ptr<AppearanceSettings> appearance;
     std::unique_ptr<FileManager> fileManager;
-    std::unique_ptr<Instance> instance;       // Null until this process is the instance.
+    std::unique_ptr<Instance> instance;       // Null until this process has become the instance.
+    bool canPlaceWindows = true;              // Windows appear where the program puts them.
     std::filesystem::path executable;         // Of the running program.
     std::filesystem::path resources;          // Of the application; empty when there are none.
     std::filesystem::path applicationSupport; // Of the current user.

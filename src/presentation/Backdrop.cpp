@@ -22,8 +22,8 @@ struct Light {
     double blue = 0;
 };
 
-/// A light that fades from its centre as a normal distribution does. All but the colour are parts
-/// of the ground's width or height.
+/// A light that fades from its centre like a normal distribution. Positions and spreads are
+/// fractions of the background's width or height.
 struct Glow {
     double x = 0;
     double y = 0;
@@ -51,8 +51,8 @@ std::vector<double> fading(double centre, double spread, int length)
     return values;
 }
 
-/// A threshold of 0 to 1 for a pixel, of an ordered dither: what lies between two shades is mixed
-/// of both in a grid of eight by eight, which the eye does not see and a PNG packs well.
+/// The threshold of a pixel, 0 to 1, for an ordered 8 × 8 dither. The pattern is invisible and
+/// compresses well as PNG.
 double threshold(int x, int y)
 {
     int value = 0;
@@ -64,7 +64,7 @@ double threshold(int x, int y)
     return (value + 0.5) / 64;
 }
 
-QImage ground(QSize size)
+QImage background(QSize size)
 {
     std::vector<std::vector<double>> across;
     std::vector<std::vector<double>> down;
@@ -106,11 +106,11 @@ Backdrop::Backdrop(QQuickItem* parent) : QQuickPaintedItem(parent)
 
 void Backdrop::paint(QPainter* painter)
 {
-    // At the pictures' own resolution: any other would smear the dither.
+    // The pictures' own resolution: scaling would smear the dither.
     constexpr int pixels = 2;
     painter->setRenderHint(QPainter::SmoothPixmapTransform, false);
     const QRectF place(0, 0, width(), height());
-    painter->drawImage(place, ground((place.size() * pixels).toSize()));
+    painter->drawImage(place, background((place.size() * pixels).toSize()));
 }
 
 } // namespace clavo

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <QQuickPaintedItem>
+#include <QtQml/qqmlregistration.h>
 
 namespace clavo
 {
 
-/// The dark ground of every slide: a gradient with light in its corners, free of bands.
+/// The dark background of every slide: a gradient with light in its corners, dithered to avoid
+/// bands.
 class Backdrop : public QQuickPaintedItem
 {
     Q_OBJECT

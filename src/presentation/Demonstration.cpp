@@ -13,15 +13,6 @@ namespace
 
 constexpr std::int64_t bestWPM = 92;
 
-class FixedLook final : public AppearanceSettings
-{
-public:
-    void watch(Receiver receiver) override
-    {
-        receiver({.isDark = true, .accent = AppearancePreference::Color{0.16, 0.50, 1.0}});
-    }
-};
-
 } // namespace
 
 void setDemonstrationSettings(DefaultsStore& store)
@@ -35,10 +26,4 @@ std::unique_ptr<StatsStore> demonstrationStats()
                                          5620, 7180, 6350, 4810, 5290, 6930, 5284};
     return std::make_unique<StatsStore>(days, bestWPM);
 }
-
-std::unique_ptr<AppearanceSettings> demonstrationLook()
-{
-    return std::make_unique<FixedLook>();
-}
-
 } // namespace clavo

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/AppearanceSettings.h"
 #include "app/DefaultsStore.h"
 #include "stats/StatsStore.h"
 
@@ -10,15 +9,12 @@
 namespace clavo
 {
 
-// What the program shows of itself when it is shown to somebody.
+// The data that pictures and scenes of the program show.
 
-/// Gives every setting that is seen its value.
+/// Gives every visible setting a value.
 void setDemonstrationSettings(DefaultsStore& store);
 
-/// Two weeks of somebody who types a lot, up to today.
+/// The last two weeks, today included, of a user who types a lot.
 [[nodiscard]] std::unique_ptr<StatsStore> demonstrationStats();
-
-/// The look of pictures, whatever desktop they are made on.
-[[nodiscard]] std::unique_ptr<AppearanceSettings> demonstrationLook();
 
 } // namespace clavo

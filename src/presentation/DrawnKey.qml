@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 
-// One key seen from above: its skirt, its face with the dish that the finger rests in, its legend.
+// One key from above: its skirt, its concave face and its legend.
 Item {
     id: root
 
     property string legend
     property bool lit: false
-    property bool accented: false // One of those without a letter.
+    property bool accented: false // A key without a legend.
 
     readonly property color skirtTop: lit ? "#c5345b" : accented ? "#2c2a38" : "#3f3d4d"
     readonly property color skirtBottom: lit ? "#6a0f3a" : accented ? "#15141c" : "#1f1e29"
@@ -29,7 +29,7 @@ Item {
             }
         }
     }
-    // The edge of the face that catches the light.
+    // The lit edge of the face.
     Rectangle {
         anchors { fill: face; topMargin: 4; bottomMargin: -1.5 }
         radius: face.radius

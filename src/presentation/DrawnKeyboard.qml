@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Clavo.Presentation
 
-// A keyboard with one key lit, whose sound spreads in waves.
+// A keyboard with one lit key, whose sound spreads in waves.
 Item {
     id: root
 
@@ -18,7 +18,7 @@ Item {
     implicitWidth: KeyboardPlan.columns * unit + 2 * margin
     implicitHeight: KeyboardPlan.rows * unit + 2 * margin
 
-    // The case: its shadow, its front edge, its top with the well that the keys stand in.
+    // The case: its shadow, its front edge, its top and the well for the keys.
     Shadow {
         anchors { fill: parent; margins: -reach; topMargin: 34 - reach; bottomMargin: -40 - reach }
         radius: 26
@@ -82,7 +82,7 @@ Item {
         }
     }
 
-    // The lit key's light falls on those around it.
+    // The light of the lit key on its neighbours.
     Shadow {
         x: root.litX - width / 2
         y: root.litY - height / 2
@@ -93,7 +93,7 @@ Item {
         color: "#d8ff5f6d"
     }
     Repeater {
-        model: [1.5, 2.2, 2.93] // Their radii, in keys.
+        model: [1.5, 2.2, 2.93] // Radii in units of a key.
 
         Rectangle {
             required property int index

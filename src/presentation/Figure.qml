@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 
-// A number large, and below it what it counts.
+// A large number above its label.
 Column {
     id: root
 

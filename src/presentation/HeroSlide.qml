@@ -4,7 +4,7 @@ import Clavo
 import Clavo.Controls
 import Clavo.Presentation
 
-// The panel hanging from the menu bar.
+// The panel below the menu bar.
 Slide {
     id: root
 
@@ -36,7 +36,7 @@ Slide {
             id: view
             anchors.fill: parent
             appState: root.appState
-            stats: root.stats
+            stats: root.appState.stats
         }
     }
 }

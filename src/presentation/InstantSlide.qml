@@ -3,7 +3,7 @@ import QtQuick
 import Clavo.Controls
 import Clavo.Presentation
 
-// One key sounds.
+// A keyboard on which one key sounds, and figures about the sounds.
 Slide {
     id: root
 
@@ -16,7 +16,7 @@ Slide {
         y: 264
         litKey: "K"
 
-        // On the outermost wave, over a key without a letter.
+        // On the outermost wave, above a key without a legend.
         Rectangle {
             x: keyboard.litX + 2.75 * keyboard.unit - width / 2
             y: keyboard.litY - 1.02 * keyboard.unit - height / 2

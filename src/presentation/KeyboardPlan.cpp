@@ -12,9 +12,9 @@ namespace
 {
 
 struct Row {
-    std::vector<double> before; // Widths of the keys without a legend, left of the letters
+    std::vector<double> before; // The widths of the keys left of those with a legend.
     std::string_view legends;
-    std::vector<double> behind; // and right of them.
+    std::vector<double> behind; // The widths of the keys on the right.
 };
 
 const std::array<Row, 5>& plan()

@@ -9,7 +9,7 @@
 namespace clavo
 {
 
-/// One key of a drawn keyboard. Its place is counted in the widths of a letter's key.
+/// One key of a drawn keyboard. Positions and widths are in units of a letter key's width.
 struct PlannedKey {
     Q_GADGET
     QML_VALUE_TYPE(plannedKey)
@@ -22,12 +22,12 @@ public:
     double column = 0;
     int row = 0;
     double width = 1;
-    QString legend; // Empty on all keys but those of letters and digits.
+    QString legend; // Only letters and digits have one.
 
     bool operator==(const PlannedKey&) const = default;
 };
 
-/// The keys of a drawn keyboard, row by row, five rows of the same width.
+/// The keys of a drawn keyboard, in five rows of the same width.
 class KeyboardPlan : public QObject
 {
     Q_OBJECT
@@ -42,7 +42,7 @@ public:
     [[nodiscard]] static int rows() { return 5; }
     [[nodiscard]] static int columns() { return 15; }
 
-    /// The key with this legend.
+    /// The key with this legend; a key without a legend if there is none.
     [[nodiscard]] Q_INVOKABLE static clavo::PlannedKey key(const QString& legend);
 };
 

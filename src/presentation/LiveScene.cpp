@@ -17,7 +17,7 @@ namespace clavo
 QRect iconPlace(const ScreenArea& screen)
 {
     constexpr QSize icon(24, 24);
-    constexpr int fromCorner = 80; // Between them are the clock and the icons of others.
+    constexpr int fromCorner = 80; // Leaves room for the clock and other icons.
     QRect place({}, icon);
     place.moveRight(screen.work.right() - fromCorner);
     const auto above = screen.work.top() - screen.whole.top();
@@ -49,7 +49,7 @@ void LiveScene::show(Scene scene)
 {
     const auto& screen = *QGuiApplication::primaryScreen();
     auto& window = scene == Scene::menu ? menuPanel(screen) : settingsWindow(scene, screen);
-    connect(&window, &QQuickWindow::frameSwapped, this, &LiveScene::tellReady,
+    connect(&window, &QQuickWindow::frameSwapped, this, &LiveScene::printReady,
             static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
     window.show();
     window.raise();
@@ -58,7 +58,7 @@ void LiveScene::show(Scene scene)
 
 QQuickWindow& LiveScene::menuPanel(const QScreen& screen)
 {
-    auto& window = made("PanelWindow.qml", {{"placed", true}});
+    auto& window = addWindow("PanelWindow.qml", {{"placed", true}});
     window.setProperty("largestHeight", largestPanelHeight(areaOf(screen)));
     layOut(window);
     placePanel(window, iconPlace(areaOf(screen)), areaOf(screen));
@@ -69,28 +69,26 @@ QQuickWindow& LiveScene::settingsWindow(Scene tab, const QScreen& screen)
 {
     const auto shown =
         tab == Scene::stats ? SettingsWindow::Tab::stats : SettingsWindow::Tab::general;
-    auto& window = made("SettingsWindow.qml", {{"language", QVariant::fromValue(&m_language)},
-                                               {"tab", static_cast<int>(shown)}});
+    auto& window = addWindow("SettingsWindow.qml", {{"language", QVariant::fromValue(&m_language)},
+                                                    {"tab", static_cast<int>(shown)}});
     QRect place({}, window.size());
     place.moveCenter(screen.availableGeometry().center());
     window.setPosition(place.topLeft());
     return window;
 }
 
-QQuickWindow& LiveScene::made(const char* file, QVariantMap properties)
+QQuickWindow& LiveScene::addWindow(const char* file, QVariantMap properties)
 {
     properties.insert("appState", QVariant::fromValue(&m_state));
-    properties.insert("stats", QVariant::fromValue(m_state.stats()));
     auto& window = *m_windows.emplace_back(makeWindow(m_engine, file, properties));
-    // By name, as the window's type is QML's.
+    // By name, since the window's type is defined in QML.
     connect(&window, SIGNAL(quitRequested()), QCoreApplication::instance(), SLOT(quit()));
     return window;
 }
 
-void LiveScene::tellReady()
+void LiveScene::printReady()
 {
-    // The frame has been sent; now the desktop has it.
-    QGuiApplication::sync();
+    QGuiApplication::sync(); // Until the desktop has received the frame.
     m_output << "READY" << std::endl;
 }
 

@@ -8,6 +8,7 @@
 #include <QQmlEngine>
 #include <QQuickWindow>
 #include <QRect>
+#include <QVariantMap>
 
 #include <iosfwd>
 #include <memory>
@@ -22,7 +23,7 @@ namespace clavo
 
 struct ScreenArea;
 
-/// The program's own windows with demonstration data, for somebody to film. Thread: main.
+/// The program's own windows with demonstration data, for films. Thread: main.
 class LiveScene : public QObject
 {
     Q_OBJECT
@@ -32,18 +33,18 @@ public:
 
     [[nodiscard]] static std::optional<Scene> named(std::string_view name);
 
-    /// The state is in its demonstration. All outlive the scene, and the scene its windows.
+    /// The state has demonstration data. All outlive the scene, which owns its windows.
     LiveScene(AppState& state, LanguageSetting& language, std::ostream& output);
 
-    /// Opens the scene's window in front of all others. Prints the line "READY" once its first
+    /// Opens the scene's window in front of all others. Prints the line "READY" when its first
     /// frame is on the screen.
     void show(Scene scene);
 
 private:
     QQuickWindow& menuPanel(const QScreen& screen);
     QQuickWindow& settingsWindow(Scene tab, const QScreen& screen);
-    QQuickWindow& made(const char* file, QVariantMap properties);
-    void tellReady();
+    QQuickWindow& addWindow(const char* file, QVariantMap properties);
+    void printReady();
 
     AppState& m_state;
     LanguageSetting& m_language;
@@ -52,8 +53,8 @@ private:
     std::vector<std::unique_ptr<QQuickWindow>> m_windows;
 };
 
-/// Where the program's icon would be: in the corner of the screen where the desktop's own panel
-/// ends with its clock.
+/// The place of an icon in the desktop's tray, near the end of the desktop's own panel. On a screen
+/// without one, the top right corner.
 [[nodiscard]] QRect iconPlace(const ScreenArea& screen);
 
 } // namespace clavo

@@ -3,11 +3,11 @@ import QtQuick
 import QtQuick.Layouts
 import Clavo.Controls
 
-// The strip at the top of a desktop, with the program's icon among its own.
+// The menu bar of a desktop, with the program's icon.
 Rectangle {
     id: root
 
-    // The middle of the program's icon.
+    // The horizontal centre of the program's icon.
     readonly property real iconCenter: status.x + icon.x + icon.width / 2
 
     implicitHeight: 40

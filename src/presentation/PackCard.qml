@@ -3,7 +3,7 @@ import QtQuick
 import Clavo.Controls
 import Clavo.Presentation
 
-// One pack in its category's colour.
+// A card for one pack, in the colour of its category.
 Item {
     id: root
 

@@ -12,16 +12,16 @@ namespace clavo
 namespace
 {
 
-// Qt would describe the colours by a whole profile instead.
+// The sRGB chunk. Qt would write a whole colour profile instead.
 constexpr std::array<unsigned char, 13> standardColours{
-    0,    0,    0,    1, // One byte of data:
+    0,    0,    0,    1, // Length of the data in bytes.
     's',  'R',  'G',  'B',
-    0,                       // perceptual,
-    0xae, 0xce, 0x1c, 0xe9}; // and the checksum.
+    0,                       // Rendering intent: perceptual.
+    0xae, 0xce, 0x1c, 0xe9}; // Checksum.
 
-constexpr qsizetype signatureAndHeader = 8 + 25; // The chunk comes right behind them.
+constexpr qsizetype signatureAndHeader = 8 + 25; // The chunk follows them.
 
-// Of zlib's from 0 to 100. What more would save is not worth the seconds.
+// 0 to 100. Higher levels take seconds longer and save little.
 constexpr int compression = 50;
 
 } // namespace

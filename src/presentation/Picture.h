@@ -7,8 +7,8 @@
 namespace clavo
 {
 
-/// The picture as a PNG of 8 bits a sample, without alpha, that says it is sRGB. Empty where it
-/// cannot be encoded.
+/// The picture as a PNG with 8 bits per sample, without alpha, marked as sRGB. Empty if it cannot
+/// be encoded.
 [[nodiscard]] QByteArray encodedPng(const QImage& picture);
 
 } // namespace clavo

@@ -3,7 +3,7 @@ import QtQuick
 import QtQuick.Layouts
 import Clavo.Controls
 
-// One thing that can be relied on, beside its symbol.
+// One promise beside its symbol.
 RowLayout {
     id: root
 

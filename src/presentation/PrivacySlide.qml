@@ -4,7 +4,7 @@ import QtQuick.Layouts
 import Clavo
 import Clavo.Presentation
 
-// What the program does not do, beside the settings that say so.
+// The promises about privacy beside the settings window.
 Slide {
     id: root
 
@@ -45,7 +45,7 @@ Slide {
             width: implicitWidth
             height: implicitHeight
             appState: root.appState
-            stats: root.stats
+            stats: root.appState.stats
             language: root.language
             tab: SettingsView.Tab.General
         }

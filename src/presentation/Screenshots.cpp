@@ -2,9 +2,8 @@
 #include "presentation/Screenshots.h"
 
 #include "log/Fatal.h"
-#include "presentation/Demonstration.h"
 #include "presentation/Picture.h"
-#include "presentation/PresentationModule.h"
+#include "ui/QmlWindow.h"
 #include "ui/controls/Appearance.h"
 
 #include <QEventLoop>
@@ -21,6 +20,10 @@
 #include <ostream>
 #include <string>
 #include <system_error>
+
+// Generated for the module. Without this call the linker would leave the generated code out.
+// NOLINTNEXTLINE(readability-identifier-naming): the generator gives the name.
+void qml_register_types_Clavo_Presentation();
 
 namespace clavo
 {
@@ -43,16 +46,16 @@ constexpr std::array<SlideFile, 5> slides{{
 
 constexpr QSize slideSize{1440, 900};
 constexpr QSize pictureSize = slideSize * 2;
-// Drawn at twice the pictures' resolution: what a slide enlarges is then as sharp as the rest.
+// Twice the pictures' resolution, so that views which a slide enlarges are as sharp as the rest.
 constexpr auto drawnScale = "4";
 
 // Longer than any transition of the views.
-constexpr std::chrono::milliseconds timeToSettle{150};
+constexpr std::chrono::milliseconds transitionTime{150};
 
-void settle()
+void waitForTransitions()
 {
     QEventLoop loop;
-    QTimer::singleShot(timeToSettle, &loop, &QEventLoop::quit);
+    QTimer::singleShot(transitionTime, &loop, &QEventLoop::quit);
     loop.exec();
 }
 
@@ -77,7 +80,7 @@ void Screenshots::prepare()
     qputenv("QT_SCALE_FACTOR", drawnScale);
 }
 
-void Screenshots::dress()
+void Screenshots::applyStyle()
 {
     const QStringList substitutes{"Inter", "Cantarell", "Noto Sans", "DejaVu Sans"};
     QFont::insertSubstitutions("Inter Display", substitutes);
@@ -86,20 +89,21 @@ void Screenshots::dress()
     font.setHintingPreference(QFont::PreferNoHinting);
     font.setStyleStrategy(QFont::NoSubpixelAntialias);
     QGuiApplication::setFont(font);
-    Appearance::shared().follow(*demonstrationLook());
+    Appearance::shared().prefer(
+        {.isDark = true, .accent = AppearanceWish::Color{.red = 0.16, .green = 0.50, .blue = 1}});
 }
 
 std::unique_ptr<QQuickItem> Screenshots::makeSlide(QQmlEngine& engine, const QString& type,
                                                    AppState& state, LanguageSetting& language)
 {
-    registerPresentationModule();
+    registerQmlModules();
+    qml_register_types_Clavo_Presentation();
     QQmlComponent component(
         &engine, QUrl("qrc:/qt-project.org/imports/Clavo/Presentation/" + type + ".qml"));
     auto* const slide = qobject_cast<QQuickItem*>(component.createWithInitialProperties({
         {"appState", QVariant::fromValue(&state)},
-        {"stats", QVariant::fromValue(state.stats())},
         {"language", QVariant::fromValue(&language)},
-        {"font", QGuiApplication::font()}, // The controls would take the desktop's.
+        {"font", QGuiApplication::font()}, // Controls would use the desktop's.
     }));
     if (!slide)
         fatal(component.errorString().toStdString());
@@ -115,7 +119,7 @@ QImage Screenshots::snapshot(QQuickItem& slide)
     slide.setParentItem(window.contentItem());
     slide.setSize(slideSize);
     window.show();
-    settle();
+    waitForTransitions();
     auto drawn = window.grabWindow();
     slide.setParentItem(nullptr);
     return drawn.scaled(pictureSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);

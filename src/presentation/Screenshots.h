@@ -16,24 +16,23 @@
 namespace clavo
 {
 
-/// Pictures of the program for the places where people meet it first: five slides that show its own
-/// views with demonstration data.
+/// Pictures that present the program: five slides that show its own views with demonstration data.
 namespace Screenshots
 {
 
-/// Comes before the application object: windows are drawn in memory and nowhere else, at the same
-/// scale and in the same way on every machine.
+/// Sets the environment for drawing in memory, at the same scale and in the same way on every
+/// machine. Called before the application object is made.
 void prepare();
 
-/// Gives the application object the fonts and the look of the pictures.
-void dress();
+/// Sets the application's fonts and look for the pictures.
+void applyStyle();
 
-/// Draws all slides of the state, which is in its demonstration, into the folder, and makes that if
-/// need be. What cannot be written is left out; one line on `errors` tells of it.
+/// Draws all slides of a state with demonstration data into the folder, which is made if missing.
+/// Pictures that cannot be written are named in one line on `errors`.
 void renderAll(const std::filesystem::path& folder, AppState& state, LanguageSetting& language,
                std::ostream& errors);
 
-/// A slide by the name of its QML type.
+/// Makes a slide from the name of its QML type.
 [[nodiscard]] std::unique_ptr<QQuickItem> makeSlide(QQmlEngine& engine, const QString& type,
                                                     AppState& state, LanguageSetting& language);
 

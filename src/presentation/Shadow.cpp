@@ -14,10 +14,11 @@ namespace clavo
 namespace
 {
 
-/// Of a blurred picture: it holds nothing finer, so more would show nothing more.
+/// The resolution of the blurred image. It has no finer detail that more pixels could show.
 constexpr double pixelsPerBlur = 6;
 
-/// One line of values, each the mean of those around it. `stride` leads from one to the next.
+/// Replaces each value of a line by the mean of the values within `reach` of it. `stride` is the
+/// distance in memory between neighbours.
 void average(float* values, std::size_t count, std::size_t stride, std::size_t reach)
 {
     std::vector<float> sums(count + 1);
@@ -31,8 +32,8 @@ void average(float* values, std::size_t count, std::size_t stride, std::size_t r
     }
 }
 
-/// How opaque each pixel is. Three averages in a row are a normal distribution, as near as the eye
-/// can tell.
+/// The opacity of each pixel, 0 to 1. Three moving averages in a row are close to a normal
+/// distribution.
 std::vector<float> blurred(const QImage& shape, double deviation)
 {
     const auto width = static_cast<std::size_t>(shape.width());
@@ -74,24 +75,6 @@ QImage coloured(const std::vector<float>& opacities, QSize size, const QColor& c
 Shadow::Shadow(QQuickItem* parent) : QQuickPaintedItem(parent)
 {
     connect(this, &Shadow::changed, this, [this] { update(); });
-}
-
-void Shadow::setColor(const QColor& color)
-{
-    m_color = color;
-    emit changed();
-}
-
-void Shadow::setRadius(double radius)
-{
-    m_radius = radius;
-    emit changed();
-}
-
-void Shadow::setBlur(double blur)
-{
-    m_blur = blur;
-    emit changed();
 }
 
 void Shadow::paint(QPainter* painter)

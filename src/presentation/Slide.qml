@@ -6,26 +6,25 @@ import QtQuick.Templates as T
 import Clavo
 import Clavo.Presentation
 
-// The frame that all pictures share: title and subtitle on the backdrop, above the slide's own
-// picture or, aside, on its left.
+// The base of all slides: title and subtitle on the backdrop, above the slide's picture, or left of
+// it with `aside`.
 T.Control {
     id: root
 
     required property AppState appState
-    required property StatsStore stats
     required property LanguageSetting language
     required property string title
     required property string subtitle
     property bool aside: false
-    // Of the texts when aside.
+    // Widths of the texts with `aside`.
     property real textWidth: 600
     property real titleWidth: textWidth
     property real subtitleWidth: textWidth
     readonly property real textTop: column.y
     readonly property int titleSize: aside ? 78 : 66
-    // How far below the middle the texts are when aside.
+    // How far the texts are below the middle with `aside`.
     property real shift: 0
-    // What follows the subtitle in its column.
+    // Items below the subtitle.
     property alias points: points.data
     default property alias picture: picture.data
 

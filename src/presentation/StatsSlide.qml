@@ -3,7 +3,7 @@ import QtQuick
 import Clavo
 import Clavo.Presentation
 
-// The settings window with its statistics.
+// The settings window with the statistics.
 Slide {
     id: root
 
@@ -23,7 +23,7 @@ Slide {
             width: implicitWidth
             height: implicitHeight
             appState: root.appState
-            stats: root.stats
+            stats: root.appState.stats
             language: root.language
             tab: SettingsView.Tab.Stats
         }

@@ -11,6 +11,20 @@ Slide {
     title: qsTr("8 real switches, recorded key by key.")
     subtitle: qsTr("Linear, tactile, clicky or Topre. Hover to hear, click to switch.")
 
+    // The colour of a category, given by its name in a manifest.
+    function tint(category: string): color {
+        switch (category) {
+        case "linear":
+            return Qt.rgba(0.36, 0.62, 1, 1);
+        case "tactile":
+            return Qt.rgba(1, 0.6, 0.2, 1);
+        case "clicky":
+            return Qt.rgba(0.3, 0.85, 0.75, 1);
+        default:
+            return Qt.rgba(0.75, 0.5, 1, 1);
+        }
+    }
+
     PackListModel {
         id: packs
         appState: root.appState
@@ -39,7 +53,7 @@ Slide {
                 objectName: "card"
                 width: grid.cardWidth
                 height: grid.cardHeight
-                tint: PackTint.tint(category)
+                tint: root.tint(category)
             }
         }
     }

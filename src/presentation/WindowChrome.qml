@@ -3,7 +3,7 @@ import QtQuick
 import Clavo.Controls
 import Clavo.Presentation
 
-// A window as a desktop would draw it around a view.
+// A view inside a window frame.
 WindowSurface {
     id: root
 

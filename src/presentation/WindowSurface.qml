@@ -3,8 +3,7 @@ import QtQuick
 import Clavo.Controls
 import Clavo.Presentation
 
-// The ground of a window that floats above the backdrop: rounded, with its shadows and a rim of
-// light.
+// The surface of a window above the backdrop: rounded, with shadows and a bright rim.
 Item {
     id: root
 

@@ -22,7 +22,10 @@ ClavoApp::ClavoApp(AppState& state, Platform& platform, std::unique_ptr<Timer> t
     connect(&m_state, &AppState::enabledChanged, this, showEnabled);
     showEnabled();
     connect(&m_menuBarItem, &MenuBarItem::enabledRequested, &m_state, &AppState::setEnabled);
-    connect(&m_menuBarItem, &MenuBarItem::openRequested, &m_panel, &Panel::toggle);
+    connect(&m_menuBarItem, &MenuBarItem::openRequested, this,
+            [this, canPlace = platform.canPlaceWindows](const QRect& icon) {
+                m_panel.toggle(canPlace ? std::optional(icon) : std::nullopt);
+            });
     connect(&m_menuBarItem, &MenuBarItem::quitRequested, qApp, &QCoreApplication::quit);
     connect(&m_panel, &Panel::quitRequested, qApp, &QCoreApplication::quit);
     connect(&m_panel, &Panel::freed, this, returnFreedMemory);

@@ -119,7 +119,7 @@ public:
         QLoggingCategory::setFilterRules("default.warning=false");
         Screenshots::prepare();
         const QGuiApplication application(m_count, m_arguments);
-        Screenshots::dress();
+        Screenshots::applyStyle();
         Demonstration shown;
         Screenshots::renderAll(wanted.folder, shown.state, shown.language, std::cerr);
         return EXIT_SUCCESS;

@@ -3,7 +3,7 @@ import QtQuick
 import QtQuick.Layouts
 import Clavo.Controls
 
-// What the program is, in one centred column.
+// The tab with name, version and credits, in one centred column.
 Item {
     id: root
 

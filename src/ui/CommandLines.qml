@@ -3,13 +3,13 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Clavo.Controls
 
-// Commands for a terminal, one below the other. It needs an Accessible.name.
+// Terminal commands, one below the other. Needs an Accessible.name.
 Rectangle {
     id: root
 
-    required property string text // A command a line.
+    required property string text // One command per line.
 
-    // Puts them on the clipboard.
+    // Copies all commands to the clipboard.
     function copy() {
         whole.selectAll();
         whole.copy();

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/DailyChart.h"
 
-#include "ui/DayLabel.h"
-#include "ui/WholeNumber.h"
+#include "ui/LocaleText.h"
 
 #include <QLocale>
 
@@ -11,6 +10,32 @@
 
 namespace clavo
 {
+namespace
+{
+
+constexpr std::int64_t mostSteps = 4;
+
+/// The number of steps up to the value. value + step - 1 could overflow.
+std::int64_t stepsUpTo(std::int64_t value, std::int64_t step)
+{
+    return value / step + (value % step == 0 ? 0 : 1);
+}
+
+} // namespace
+
+ChartScale chartScale(std::int64_t greatest)
+{
+    // The scale of a larger value may not fit into 64 bits.
+    constexpr std::int64_t greatestOfAScale = 1'000'000'000'000'000'000;
+    const auto value = std::clamp<std::int64_t>(greatest, 1, greatestOfAScale);
+    for (std::int64_t power = 1;; power *= 10) {
+        for (const std::int64_t factor : {1, 2, 5}) {
+            const auto step = factor * power;
+            if (const auto steps = stepsUpTo(value, step); steps <= mostSteps)
+                return {.step = step, .steps = steps};
+        }
+    }
+}
 
 void DailyChart::setFigures(TypingFigures* figures)
 {
@@ -29,7 +54,7 @@ QStringList DailyChart::lines() const
 {
     QStringList values;
     for (std::int64_t line = 0; line <= m_scale.steps; ++line)
-        values.append(WholeNumber::grouped(line * m_scale.step));
+        values.append(groupedNumber(line * m_scale.step));
     return values;
 }
 
@@ -49,7 +74,7 @@ QVariant DailyChart::data(const QModelIndex& index, int role) const
     case markedRole:
         return index.row() % 2 == 0;
     case keysRole:
-        return WholeNumber::grouped(day.count);
+        return groupedNumber(day.count);
     default:
         return {};
     }
@@ -69,10 +94,10 @@ void DailyChart::reset()
     rescale();
 }
 
-/// A key changes one bar; only a new day, or a new scale, changes all.
+/// A key changes one bar; only a new day or a new scale changes them all.
 void DailyChart::readDays()
 {
-    // The figures come to have statistics, or lose them.
+    // The number of days changes when the figures get or lose their statistics.
     if (m_figures->days().size() != m_days.size()) {
         reset();
         return;

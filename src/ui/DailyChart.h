@@ -1,20 +1,34 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/ChartScale.h"
 #include "ui/TypingFigures.h"
 
 #include <QAbstractListModel>
+#include <QList>
 #include <QPointer>
 #include <QString>
 #include <QStringList>
-#include <QtQmlIntegration>
+#include <QtQml/qqmlregistration.h>
+
+#include <cstdint>
 
 namespace clavo
 {
 
-/// The last days as the bars of a chart, oldest first, and the lines behind them. There
-/// is a bar for every day, also for one without keys. Thread: main.
+/// The values at which a chart draws its lines: 0, one step, two steps and so on up to the top.
+struct ChartScale {
+    std::int64_t step = 1; // 1, 2 or 5 times a power of ten.
+    std::int64_t steps = 1;
+
+    [[nodiscard]] std::int64_t top() const { return step * steps; }
+    bool operator==(const ChartScale&) const = default;
+};
+
+/// The scale of at most four steps with the lowest top that is not below the greatest value.
+[[nodiscard]] ChartScale chartScale(std::int64_t greatest);
+
+/// The last days as the bars of a chart, oldest first, and the lines behind them. Every day has a
+/// bar, even a day without keys. Thread: main.
 class DailyChart : public QAbstractListModel
 {
     Q_OBJECT
@@ -26,9 +40,9 @@ class DailyChart : public QAbstractListModel
 
 public:
     enum Role {
-        fractionRole = Qt::UserRole, // The height of the bar: 0 to 1, the top line.
+        fractionRole = Qt::UserRole, // The height of the bar: 0 to 1, which is the top line.
         dateRole,                    // "Nov 15"
-        markedRole,                  // Every second day, from the first, has a mark below it.
+        markedRole,                  // Every second day, the first included, has a mark below.
         keysRole,                    // "1,234"
     };
 

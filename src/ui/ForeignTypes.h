@@ -11,7 +11,7 @@
 namespace clavo
 {
 
-// The types of the lower layers as QML knows them. It is given their objects and makes none.
+// The types of lower layers as QML sees them. QML code cannot create objects of these types.
 
 struct AppStateType {
     Q_GADGET

@@ -4,8 +4,7 @@ import QtQuick.Layouts
 import Clavo
 import Clavo.Controls
 
-// What the program does beside its sounds: when it starts, its language, its permission, the user's
-// own packs.
+// The tab with the general settings: start at login, language, permission, the user's own packs.
 ScrollArea {
     id: root
 
@@ -66,7 +65,7 @@ ScrollArea {
 
                 Button {
                     text: qsTr("Restart now")
-                    onClicked: root.appState.relaunch()
+                    onClicked: root.permission.relaunch()
                 }
             }
         }
@@ -97,7 +96,7 @@ ScrollArea {
                 Button {
                     visible: !root.permission.listening && root.permission.needsRelaunch
                     text: qsTr("Restart now")
-                    onClicked: root.appState.relaunch()
+                    onClicked: root.permission.relaunch()
                 }
             }
             FormRow {

@@ -4,7 +4,7 @@ import QtQuick.Layouts
 import Clavo
 import Clavo.Controls
 
-// What the program is, which pack it plays, and whether it plays.
+// The program's name, the selected pack and the switch for all sounds.
 RowLayout {
     id: root
 

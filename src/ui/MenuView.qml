@@ -4,14 +4,14 @@ import QtQuick.Layouts
 import Clavo
 import Clavo.Controls
 
-// The panel's content, as high as it needs. Where there is less room, all but the foot scrolls: the
-// settings and the program's end are always within reach.
+// The panel's content. If it does not fit, everything but the foot scrolls, so that the buttons for
+// settings and quitting stay visible.
 FocusScope {
     id: root
 
     required property AppState appState
     required property StatsStore stats
-    property int border: 0 // The width of the window's, which nothing scrolls over.
+    property int border: 0 // The width of the window's border; scrolled content stays inside.
     signal settingsRequested()
     signal quitRequested()
 

@@ -5,7 +5,7 @@ import QtQuick.Templates as T
 import Clavo
 import Clavo.Controls
 
-// All packs by category: resting on one plays it, a click selects it.
+// All packs by category. Hovering over a pack plays it, a click selects it.
 ColumnLayout {
     id: root
 
@@ -16,7 +16,7 @@ ColumnLayout {
     PackListModel {
         id: packs
         appState: root.appState
-        onModelReset: preview.leave(preview.hovered) // The row under the pointer is another one.
+        onModelReset: preview.leave(preview.hovered) // Another row may be under the pointer now.
     }
 
     HoverPreview {
@@ -69,7 +69,7 @@ ColumnLayout {
             }
             T.ScrollBar.vertical: ScrollBar {
                 id: bar
-                verticalPadding: 4 // The card's corners are round.
+                verticalPadding: 4 // Keeps clear of the card's round corners.
             }
             Accessible.role: Accessible.List
             Accessible.name: qsTr("Switches")
@@ -90,7 +90,7 @@ ColumnLayout {
             }
 
             // qmllint disable unqualified
-            // To bind components would keep Qt 6.4 from making the section titles.
+            // With bound components Qt 6.4 makes no section titles.
             delegate: PackRow {
                 objectName: "row"
                 required property int index
@@ -100,7 +100,7 @@ ColumnLayout {
                 onHoveredChanged: hovered ? preview.enter(packID) : preview.leave(packID)
                 onClicked: {
                     list.currentIndex = index;
-                    root.appState.packID = packID; // Loads it also when it is the selected one.
+                    root.appState.packID = packID; // Reloads the pack if it is selected already.
                 }
             }
             // qmllint enable unqualified

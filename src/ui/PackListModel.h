@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/AppState.h"
+#include "packs/PackCategory.h"
 
 #include <QAbstractListModel>
 #include <QPointer>
@@ -13,7 +14,7 @@
 namespace clavo
 {
 
-/// The packs to choose from, sorted by category and within a category in the order of the library.
+/// The available packs, sorted by category. Within a category they keep the order of the library.
 /// Thread: main.
 class PackListModel : public QAbstractListModel
 {
@@ -28,9 +29,9 @@ public:
     enum Role {
         packIDRole = Qt::UserRole,
         nameRole,
-        categoryRole, // The category's text in a manifest.
+        categoryRole, // The category's name in a manifest.
         categoryTitleRole,
-        selectedRole, // The row's id is the one among the settings.
+        selectedRole, // The settings name this pack.
     };
 
     using QAbstractListModel::QAbstractListModel;
@@ -39,7 +40,7 @@ public:
 
     [[nodiscard]] AppState* appState() const { return m_state; }
     [[nodiscard]] int count() const { return static_cast<int>(m_rows.size()); }
-    /// The first row with the selected id; -1 if there is none.
+    /// The first row with the selected pack's id; -1 if there is none.
     [[nodiscard]] int selectedRow() const;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;

@@ -4,15 +4,15 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Clavo.Controls
 
-// One pack of the list: whether it is the selected one, its name, and, under the pointer
-// (highlighted), that it is about to be heard.
+// One pack of the list: a mark if it is selected, its name, and a loudspeaker while it is
+// highlighted, which announces the preview.
 T.RadioDelegate {
     id: root
 
     required property string name
     required property bool selected
 
-    // As the space key does, which is not repeated either.
+    // Like the space key, which does not repeat either.
     function choose(event: KeyEvent) {
         if (!event.isAutoRepeat)
             clicked();
@@ -23,7 +23,7 @@ T.RadioDelegate {
     leftPadding: 8
     rightPadding: 8
     hoverEnabled: true
-    focusPolicy: Qt.NoFocus // The list hands the focus to its current row.
+    focusPolicy: Qt.NoFocus // The list gives the focus to its current row.
 
     checked: selected
     Accessible.name: name
@@ -63,7 +63,7 @@ T.RadioDelegate {
         radius: Theme.rowRadius
         color: root.highlighted ? Theme.hover : "transparent"
 
-        // Inside, as the list cuts off what stands out.
+        // Inside the row, since the list clips its content.
         FocusRing {
             visible: root.activeFocus
             anchors.margins: 0

@@ -15,7 +15,7 @@ namespace
 
 enum class Edge { top, bottom, left, right };
 
-/// The edge of the screen whose panel holds the icon.
+/// The edge of the screen with the desktop panel that holds the icon.
 Edge edgeOf(const QPoint& icon, const ScreenArea& screen)
 {
     if (icon.y() < screen.work.top())
@@ -29,11 +29,11 @@ Edge edgeOf(const QPoint& icon, const ScreenArea& screen)
     return icon.y() < screen.whole.center().y() ? Edge::top : Edge::bottom;
 }
 
-/// The position nearest to the wished one at which the length lies inside the range; the start of
-/// the range if it is too long.
-int inside(int wished, int length, int first, int last)
+/// The position nearest to the preferred one at which the length fits into the range; the start of
+/// the range if the length is too long.
+int inside(int preferred, int length, int first, int last)
 {
-    return std::max(first, std::min(wished, last - length + 1));
+    return std::max(first, std::min(preferred, last - length + 1));
 }
 
 } // namespace
@@ -76,7 +76,7 @@ QRegion roundedRegion(QSize size, int radius)
 {
     QRegion region(0, radius, size.width(), size.height() - 2 * radius);
     for (int y = 0; y < radius; ++y) {
-        const int rise = radius - y - 1; // Of the row's inner edge above the corner's centre.
+        const int rise = radius - y - 1; // From the corner's centre to the row's inner edge.
         const auto reach = std::sqrt(radius * radius - rise * rise);
         const int inset = radius - static_cast<int>(std::ceil(reach));
         const QRect row(inset, y, size.width() - 2 * inset, 1);

@@ -3,15 +3,14 @@ import QtQuick
 import Clavo
 import Clavo.Controls
 
-// The panel's window: a rounded surface of its own where it hangs on the icon, an ordinary window
-// elsewhere, which the desktop may make lower. Its content scrolls where there is no room for it.
+// The panel's window: a rounded surface beside the icon, or an ordinary window that the desktop may
+// shrink. Content that does not fit scrolls.
 Window {
     id: root
 
     required property AppState appState
-    required property StatsStore stats
     required property bool placed // Beside the icon.
-    // Without its frame. To a Wayland client the whole screen is available, bars included.
+    // Excludes the frame. Wayland clients see the whole screen as available, bars included.
     property int largestHeight: Math.min(Screen.desktopAvailableHeight, Screen.height - 70) - 40
     readonly property int fittingHeight: Math.min(view.implicitHeight, largestHeight)
     readonly property int radius: 12
@@ -48,7 +47,7 @@ Window {
         objectName: "view"
         anchors.fill: parent
         appState: root.appState
-        stats: root.stats
+        stats: root.appState.stats
         border: root.placed ? 1 : 0
         onSettingsRequested: root.settingsRequested()
         onQuitRequested: root.quitRequested()

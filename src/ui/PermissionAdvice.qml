@@ -4,14 +4,13 @@ import QtQuick.Layouts
 import Clavo
 import Clavo.Controls
 
-// What the user can do about the missing permission, with the commands for it when there are some.
+// How the user can grant the missing permission, with the commands for it if there are any.
 ColumnLayout {
     id: root
 
     required property Permission permission
     readonly property bool hasCommands: permission.commands !== ""
 
-    // Puts the commands on the clipboard.
     function copy() {
         commands.copy();
     }

@@ -4,7 +4,7 @@ import QtQuick.Layouts
 import Clavo
 import Clavo.Controls
 
-// What the program lacks while it may not listen, and the way to it.
+// Explains the missing permission and offers to request it.
 Card {
     id: root
 
@@ -52,7 +52,7 @@ Card {
             spacing: 8
 
             Button {
-                horizontalPadding: 10 // Both fit beside each other.
+                horizontalPadding: 10 // So that two buttons fit into one row.
                 text: qsTr("Open Input Monitoring")
                 onClicked: root.permission.request()
             }

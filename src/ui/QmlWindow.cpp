@@ -4,13 +4,13 @@
 #include "log/Fatal.h"
 
 #include <QQmlComponent>
-#include <QQmlEngine>
 #include <QQuickItem>
+#include <QString>
+#include <QUrl>
 
 #include <utility>
 
-// Of the code that is generated for the modules. Nothing else refers to it, so the linker would
-// leave it out.
+// Generated for the modules. Without these calls the linker would leave the generated code out.
 // NOLINTBEGIN(readability-identifier-naming): the generator gives the names.
 void qml_register_types_Clavo();
 void qml_register_types_Clavo_Controls();
@@ -34,7 +34,7 @@ void registerQmlModules()
 {
     static bool isDone = false;
     if (std::exchange(isDone, true))
-        return; // What is registered again is kept twice.
+        return; // Each registration takes memory.
     qml_register_types_Clavo();
     qml_register_types_Clavo_Controls();
 }
@@ -54,6 +54,44 @@ std::unique_ptr<QQuickWindow> makeWindow(QQmlEngine& engine, const char* file,
 void layOut(QQuickWindow& window)
 {
     layOutFrom(*window.contentItem());
+}
+
+QmlWindow::QmlWindow() = default;
+
+QmlWindow::~QmlWindow()
+{
+    if (isOpen())
+        window().disconnect(this); // The user has not closed it.
+}
+
+void QmlWindow::close()
+{
+    if (!isOpen())
+        return;
+    // The caller may be a handler of the window itself, so the window is destroyed later.
+    std::shared_ptr<Content> closed = std::move(m_content);
+    closed->window->disconnect(this);
+    closed->window->hide();
+    QMetaObject::invokeMethod(
+        this,
+        [this, closed = std::move(closed)]() mutable {
+            closed.reset();
+            emit freed();
+        },
+        Qt::QueuedConnection);
+}
+
+QQuickWindow& QmlWindow::make(const char* file, const QVariantMap& properties)
+{
+    m_content = std::make_unique<Content>();
+    m_content->window = makeWindow(m_content->engine, file, properties);
+    // By name, since the window's type is defined in QML.
+    connect(&window(), SIGNAL(quitRequested()), this, SIGNAL(quitRequested()));
+    connect(&window(), &QWindow::visibleChanged, this, [this](bool isVisible) {
+        if (!isVisible)
+            close();
+    });
+    return window();
 }
 
 } // namespace clavo

@@ -45,8 +45,8 @@ FocusScope {
         anchors { top: tabs.bottom; topMargin: 6; left: parent.left; right: parent.right }
     }
 
-    // Only what is looked at exists: a key changes nothing that is hidden. The loader of Qt 6.4 makes
-    // no bound components, hence the names that are not.
+    // Only the selected tab exists, so a key updates no hidden figure. The Loader of Qt 6.4 cannot
+    // make bound components, hence the unqualified names.
     // qmllint disable unqualified
     Loader {
         id: page

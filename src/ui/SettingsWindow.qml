@@ -3,12 +3,11 @@ import QtQuick
 import Clavo
 import Clavo.Controls
 
-// The settings' window, of one size.
+// The settings window, of fixed size.
 Window {
     id: root
 
     required property AppState appState
-    required property StatsStore stats
     required property LanguageSetting language
     property alias tab: view.tab
     signal packsFolderRequested()
@@ -16,7 +15,7 @@ Window {
     signal quitRequested()
 
     title: qsTr("Settings") + " — Clavo"
-    // What has one size has nothing to be maximised to.
+    // No maximise button: the size is fixed.
     flags: Qt.Window | Qt.CustomizeWindowHint | Qt.WindowTitleHint | Qt.WindowSystemMenuHint
            | Qt.WindowMinimizeButtonHint | Qt.WindowCloseButtonHint
     color: Theme.window
@@ -41,7 +40,7 @@ Window {
         anchors.fill: parent
         focus: true
         appState: root.appState
-        stats: root.stats
+        stats: root.appState.stats
         language: root.language
         onPacksFolderRequested: root.packsFolderRequested()
         onExportRequested: root.exportRequested()

@@ -4,7 +4,7 @@ import QtQuick.Layouts
 import Clavo
 import Clavo.Controls
 
-// How loud, and what makes a sound.
+// The volume, and which events make a sound.
 ColumnLayout {
     id: root
 
@@ -16,7 +16,7 @@ ColumnLayout {
         spacing: 8
 
         Symbol {
-            // It is narrow: its edge stands where the texts begin.
+            // Aligns the narrow symbol with the texts below.
             Layout.leftMargin: -4
             Layout.rightMargin: -4
             name: "speaker.fill"

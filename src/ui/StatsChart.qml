@@ -4,7 +4,7 @@ import QtQuick
 import Clavo
 import Clavo.Controls
 
-// The last days' keys: one bar a day, oldest on the left.
+// The keys of the last days: one bar per day, the oldest on the left.
 Item {
     id: root
 
@@ -33,7 +33,7 @@ Item {
 
     Item {
         id: plot
-        // The outermost labels reach half their height beyond it.
+        // The top and bottom labels reach beyond the plot by half their height.
         anchors { fill: parent; topMargin: 6; bottomMargin: metrics.height + 8 }
         anchors.rightMargin: Math.min(Math.ceil(largest.advanceWidth) + 10, 60)
 

@@ -10,11 +10,10 @@
 
 namespace clavo
 {
-
 namespace
 {
 
-/// Not every user has a folder of that kind.
+/// The user's home folder if there is no documents folder.
 QString documentsFolder()
 {
     const auto folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
@@ -37,7 +36,7 @@ void StatsExport::ask(QWindow* window)
     m_dialog->setDefaultSuffix("json");
     m_dialog->setDirectory(documentsFolder());
     m_dialog->selectFile(QString::fromUtf8(exportFileName));
-    m_dialog->winId(); // Makes the window that the other one is to be behind.
+    m_dialog->winId(); // Creates windowHandle().
     m_dialog->windowHandle()->setTransientParent(window);
     connect(m_dialog.get(), &QFileDialog::fileSelected, this, &StatsExport::write);
     connect(m_dialog.get(), &QDialog::finished, this,

@@ -4,6 +4,7 @@
 #include "stats/StatsStore.h"
 
 #include <QObject>
+#include <QString>
 
 #include <memory>
 
@@ -13,8 +14,8 @@ class QWindow;
 namespace clavo
 {
 
-/// Saves a copy of the statistics where the user wants it, asking with the desktop's own dialog
-/// where it has one. What cannot be written is not reported. Thread: main, of a QApplication.
+/// Exports a copy of the statistics to a file that the user chooses, in the desktop's own dialog if
+/// it has one. A failure to write is not reported. Thread: main, of a QApplication.
 class StatsExport : public QObject
 {
     Q_OBJECT
@@ -24,17 +25,17 @@ public:
     explicit StatsExport(const StatsStore& stats);
     ~StatsExport() override;
 
-    /// Asks in front of the window, and writes what the statistics are when the answer comes. Does
-    /// nothing more while the question is open.
+    /// Opens the dialog in front of the window, unless it is open already. The file gets the
+    /// statistics at the time of the user's choice.
     void ask(QWindow* window);
-    /// Takes an open question back.
+    /// Closes an open dialog.
     void cancel();
 
 private:
     void write(const QString& file) const;
 
     const StatsStore& m_stats;
-    std::unique_ptr<QFileDialog> m_dialog; // Null while nothing is asked.
+    std::unique_ptr<QFileDialog> m_dialog; // Null while closed.
 };
 
 } // namespace clavo

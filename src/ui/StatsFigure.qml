@@ -3,8 +3,8 @@ import QtQuick
 import QtQuick.Layouts
 import Clavo.Controls
 
-// One figure of the statistics under its caption. Its size does not depend on the figure, which
-// gets smaller rather than being cut.
+// One figure of the statistics below its caption. It keeps its size: a long figure is drawn smaller
+// instead of being cut.
 ColumnLayout {
     id: root
 

@@ -4,7 +4,7 @@ import QtQuick.Layouts
 import Clavo
 import Clavo.Controls
 
-// The statistics: the figures, the last days, and what can be done with them.
+// The tab with the statistics: figures, chart, export and reset.
 Item {
     id: root
 

@@ -2,7 +2,7 @@
 #include "ui/TypingFigures.h"
 
 #include "loop/QtTimer.h"
-#include "ui/WholeNumber.h"
+#include "ui/LocaleText.h"
 
 #include <algorithm>
 #include <utility>
@@ -34,7 +34,7 @@ void TypingFigures::setStats(StatsStore* stats)
 
 QString TypingFigures::streakThreshold()
 {
-    return WholeNumber::plain(StatsStore::qualifyingCount);
+    return plainNumber(StatsStore::qualifyingCount);
 }
 
 void TypingFigures::readSoon()
@@ -49,11 +49,11 @@ void TypingFigures::read()
     Figures figures;
     if (m_stats)
         figures = {
-            .today = WholeNumber::grouped(m_stats->today()),
-            .streak = WholeNumber::plain(m_stats->streak()),
-            .bestWPM = WholeNumber::plain(std::max(m_stats->bestWPM(), m_stats->currentWPM())),
-            .storedBestWPM = WholeNumber::plain(m_stats->bestWPM()),
-            .total = WholeNumber::grouped(m_stats->total()),
+            .today = groupedNumber(m_stats->today()),
+            .streak = plainNumber(m_stats->streak()),
+            .bestWPM = plainNumber(std::max(m_stats->bestWPM(), m_stats->currentWPM())),
+            .storedBestWPM = plainNumber(m_stats->bestWPM()),
+            .total = groupedNumber(m_stats->total()),
             .days = m_stats->lastDays(),
         };
     if (std::exchange(m_figures, figures) != figures)

@@ -16,8 +16,8 @@
 namespace clavo
 {
 
-/// The statistics' figures as they are shown, in the user's locale. They follow the statistics a
-/// moment later, for many keys at once: work done while a key is counted would delay its sound.
+/// The figures of the statistics as text in the user's locale. They are updated shortly after a
+/// change, once for many keys, because work done while a key is counted would delay its sound.
 /// Thread: main.
 class TypingFigures : public QObject
 {
@@ -28,24 +28,24 @@ class TypingFigures : public QObject
     Q_PROPERTY(QString today READ today NOTIFY changed)
     /// Days.
     Q_PROPERTY(QString streak READ streak NOTIFY changed)
-    /// The larger of the best and the current words per minute.
+    /// Words per minute: the best ever or the current speed, whichever is larger.
     Q_PROPERTY(QString bestWPM READ bestWPM NOTIFY changed)
-    /// The best words per minute alone.
+    /// Words per minute: the best ever.
     Q_PROPERTY(QString storedBestWPM READ storedBestWPM NOTIFY changed)
     /// Keys of all days: "1,234,567".
     Q_PROPERTY(QString total READ total NOTIFY changed)
-    /// The number of keys with which a day counts for the streak.
+    /// The number of keys from which a day counts towards the streak.
     Q_PROPERTY(QString streakThreshold READ streakThreshold CONSTANT)
 
 public:
-    /// From a change of the statistics until it is shown, together with those in between.
+    /// From a change of the statistics to the update, which includes later changes.
     static constexpr std::chrono::milliseconds delay{80};
 
     explicit TypingFigures(QObject* parent = nullptr);
     explicit TypingFigures(std::unique_ptr<Timer> timer, QObject* parent = nullptr);
 
     void setStats(StatsStore* stats);
-    /// Shows the statistics as they are at once, after a change that is no key.
+    /// Updates the figures at once. For changes that no key has made.
     Q_INVOKABLE void read();
 
     [[nodiscard]] StatsStore* stats() const { return m_stats; }
@@ -55,7 +55,7 @@ public:
     [[nodiscard]] const QString& storedBestWPM() const { return m_figures.storedBestWPM; }
     [[nodiscard]] const QString& total() const { return m_figures.total; }
     [[nodiscard]] static QString streakThreshold();
-    /// The last days, oldest first; none without statistics.
+    /// The last days, oldest first; empty without statistics.
     [[nodiscard]] const QList<StatsDay>& days() const { return m_figures.days; }
 
 signals:
@@ -77,7 +77,7 @@ private:
 
     QPointer<StatsStore> m_stats;
     Figures m_figures;
-    std::unique_ptr<Timer> m_timer; // Runs from a change until it is read.
+    std::unique_ptr<Timer> m_timer; // Runs from a change to the update.
 };
 
 } // namespace clavo

@@ -27,6 +27,7 @@
 #include "platform/qt/ProcessRelauncher.h"
 #include "platform/qt/QtFileManager.h"
 #include "platform/qt/QtScreens.h"
+#include "platform/qt/QtWindows.h"
 #include "platform/systemd/Journal.h"
 #include "platform/x11/X11ActiveWindow.h"
 #include "platform/x11/X11EventTap.h"
@@ -191,6 +192,7 @@ Platform makePlatform()
     platform.fileManager = makeQtFileManager();
     if constexpr (built::dbus)
         platform.fileManager = makeDBusFileManager(std::move(platform.fileManager));
+    platform.canPlaceWindows = canPlaceQtWindows();
     return platform;
 }
 

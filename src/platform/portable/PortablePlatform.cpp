@@ -8,6 +8,7 @@
 #include "platform/qt/ProcessRelauncher.h"
 #include "platform/qt/QtFileManager.h"
 #include "platform/qt/QtScreens.h"
+#include "platform/qt/QtWindows.h"
 
 #include <QCoreApplication>
 #include <QStandardPaths>
@@ -67,6 +68,7 @@ Platform makePlatform()
     platform.screens = makeQtScreens();
     platform.relauncher = makeProcessRelauncher(platform.executable);
     platform.fileManager = makeQtFileManager();
+    platform.canPlaceWindows = canPlaceQtWindows();
     platform.missing = "everything that listens and plays";
     log::notice("compilé sans rien qui écoute ni qui joue");
     return platform;

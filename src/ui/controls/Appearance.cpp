@@ -44,24 +44,27 @@ Appearance::Appearance()
 
 void Appearance::follow(AppearanceSettings& settings)
 {
-    settings.watch([this](const AppearancePreference& wish) {
-        m_wish = wish;
-        emit changed();
-    });
+    settings.watch([this](const AppearancePreference& look) { prefer(look); });
+}
+
+void Appearance::prefer(const AppearancePreference& look)
+{
+    m_preferred = look;
+    emit changed();
 }
 
 bool Appearance::isDark() const
 {
     const auto palette = QGuiApplication::palette();
-    return m_wish.isDark.value_or(luminance(palette.color(QPalette::Window)) <
-                                  luminance(palette.color(QPalette::WindowText)));
+    return m_preferred.isDark.value_or(luminance(palette.color(QPalette::Window)) <
+                                       luminance(palette.color(QPalette::WindowText)));
 }
 
 QColor Appearance::accent() const
 {
-    if (const auto& wish = m_wish.accent)
-        return QColor::fromRgbF(static_cast<float>(wish->red), static_cast<float>(wish->green),
-                                static_cast<float>(wish->blue));
+    if (const auto& color = m_preferred.accent)
+        return QColor::fromRgbF(static_cast<float>(color->red), static_cast<float>(color->green),
+                                static_cast<float>(color->blue));
     return QGuiApplication::palette().color(QPalette::Active, QPalette::Highlight);
 }
 
@@ -72,8 +75,8 @@ QColor Appearance::readable(const QColor& color, const QColor& background, doubl
     const double end = wantsLighter ? 1 : 0;
     const auto hsl = color.toHsl();
     for (int step = 0; step < steps; ++step) {
-        const double way = static_cast<double>(step) / steps;
-        const double lightness = hsl.lightnessF() + ((end - hsl.lightnessF()) * way);
+        const double fraction = static_cast<double>(step) / steps;
+        const double lightness = hsl.lightnessF() + ((end - hsl.lightnessF()) * fraction);
         const auto candidate =
             QColor::fromHslF(hsl.hslHueF(), hsl.hslSaturationF(),
                              static_cast<float>(std::clamp(lightness, 0.0, 1.0)));

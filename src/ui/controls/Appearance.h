@@ -13,9 +13,8 @@ class QQmlEngine;
 namespace clavo
 {
 
-/// How the desktop looks at the moment: light or dark, and its accent colour. Both are taken from
-/// the application's palette and follow it live; a desktop's own settings go before the palette.
-/// Thread: main.
+/// The desktop's current look: light or dark, and the accent colour. The desktop's own settings
+/// come first, then the application's palette. Changes of either apply at once. Thread: main.
 class Appearance : public QObject
 {
     Q_OBJECT
@@ -29,20 +28,23 @@ public:
     static Appearance& shared();
     static Appearance* create(QQmlEngine* engine, QJSEngine* scriptEngine);
 
-    /// Prefers what these settings report to the palette, from now on. They may end before it.
+    /// Uses these settings before the palette from now on. The instance may outlive them.
     void follow(AppearanceSettings& settings);
+    /// Uses this look before the palette from now on. Its unset members still come from the
+    /// palette.
+    void prefer(const AppearancePreference& look);
 
     [[nodiscard]] bool isDark() const;
     [[nodiscard]] QColor accent() const;
 
-    /// The colour itself when its contrast to the background is at least `ratio` (1 to 21), else
-    /// the nearest lighter or darker one of its hue whose contrast is; when none is, black or
-    /// white.
+    /// The colour itself if its contrast to the background is at least `ratio` (1 to 21). Otherwise
+    /// the nearest lightness of the same hue and saturation that has this contrast, or black or
+    /// white if none has.
     [[nodiscard]] Q_INVOKABLE static QColor readable(const QColor& color, const QColor& background,
                                                      double ratio);
-    /// White when it can be read on the background, else black.
+    /// White if it is readable on the background, otherwise black.
     [[nodiscard]] Q_INVOKABLE static QColor textOn(const QColor& background);
-    /// The ratio of two opaque colours' relative luminances, 1 to 21, as WCAG 2 defines it.
+    /// The contrast ratio of two opaque colours, 1 to 21, as WCAG 2 defines it.
     [[nodiscard]] Q_INVOKABLE static double contrast(const QColor& one, const QColor& other);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -51,9 +53,9 @@ signals:
     void changed();
 
 private:
-    Appearance(); // Were it public, every engine would make an instance of its own.
+    Appearance(); // With a public constructor, every QML engine would make its own instance.
 
-    AppearancePreference m_wish;
+    AppearancePreference m_preferred;
 };
 
 } // namespace clavo

@@ -7,15 +7,15 @@ import Clavo.Controls
 T.Button {
     id: root
 
-    // The name of a symbol before the text; none where empty.
+    // The name of a symbol before the text; empty for none.
     property string symbol
-    // What it does cannot be taken back.
+    // The action cannot be undone.
     property bool destructive: false
     readonly property color foreground: !enabled ? Theme.disabledText
                                         : highlighted ? (destructive ? Theme.textOnRed : Theme.textOnAccent)
                                         : destructive ? Theme.red : Theme.text
 
-    // As the space key does, which is not repeated either.
+    // Like the space key, which does not repeat either.
     function press(event: KeyEvent) {
         if (!event.isAutoRepeat)
             clicked();

@@ -2,7 +2,7 @@
 import QtQuick
 import Clavo.Controls
 
-// The rounded background of things that belong together.
+// The rounded background of a group.
 Rectangle {
     color: Theme.tile
     border.color: Theme.tileBorder

@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Clavo.Controls
 
-// A picker of one text among several. It needs an Accessible.name.
+// Selects one of several texts. Needs an Accessible.name.
 T.ComboBox {
     id: root
 
@@ -14,8 +14,8 @@ T.ComboBox {
         return event.key === Qt.Key_Return || event.key === Qt.Key_Enter;
     }
 
-    // A row that is destroyed together with the hidden list is announced to assistive technology as
-    // shown while it is half destroyed, which crashes (Qt 6.4). So the rows go before.
+    // Destroys the rows before the list. Otherwise Qt 6.4 reports half-destroyed rows of the hidden
+    // list to assistive technology as shown, and crashes.
     Component.onDestruction: (popup.contentItem as ListView).model = null
 
     implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, 120)
@@ -25,7 +25,8 @@ T.ComboBox {
     rightPadding: 30
     font.pixelSize: Theme.bodySize
     hoverEnabled: true
-    // As the space key does. It opens when the key is let go, which would close an open one.
+    // Like the space key. The popup opens on release; a release would close a popup that opened on
+    // the press.
     Keys.onPressed: event => {
         if (isReturn(event) && !event.isAutoRepeat)
             returnOpens = !popup.visible;
@@ -83,7 +84,7 @@ T.ComboBox {
         color: root.enabled ? Theme.secondaryText : Theme.disabledText
     }
 
-    // No label: the box asks a text field how wide its texts are.
+    // Not a Label: the ComboBox measures its texts only with a text field.
     contentItem: T.TextField {
         text: root.displayText
         color: root.enabled ? Theme.text : Theme.disabledText
@@ -105,7 +106,7 @@ T.ComboBox {
     }
 
     popup: T.Popup {
-        // The chosen text lies over the one in the box.
+        // The selected row covers the text in the box.
         x: -21
         y: -padding - Math.max(root.currentIndex, 0) * 28
         width: root.width - x

@@ -4,12 +4,12 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Clavo.Controls
 
-// Asks before something that cannot be taken back. Escape, "Cancel" and the focused default leave
-// everything as it is.
+// Asks before an action that cannot be undone. Escape and "Cancel", which has the focus, change
+// nothing.
 T.Dialog {
     id: root
 
-    // What the button says that does it.
+    // The text of the button that confirms.
     required property string action
     property string explanation
 

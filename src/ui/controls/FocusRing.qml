@@ -2,11 +2,11 @@
 import QtQuick
 import Clavo.Controls
 
-// The ring around what has the keyboard's focus, just outside of its parent.
+// The ring around a control with the keyboard focus, just outside its parent.
 Rectangle {
     id: root
 
-    // The radius of what it surrounds.
+    // The corner radius of the parent.
     property real around: Theme.controlRadius
 
     anchors.fill: parent

@@ -3,7 +3,7 @@ import QtQuick
 import QtQuick.Layouts
 import Clavo.Controls
 
-// A row of a FormSection: what it is about on the left, the value or the controls on the right.
+// A row of a FormSection: the label on the left, the value or the controls on the right.
 Item {
     id: root
 
@@ -13,7 +13,7 @@ Item {
 
     Layout.fillWidth: true
     implicitWidth: line.implicitWidth + 2 * Theme.spacing
-    // A row with a button is as high as one without.
+    // Rows with and without a button have the same height.
     implicitHeight: Math.max(line.implicitHeight + 2 * 6, 40)
 
     RowLayout {
@@ -40,7 +40,7 @@ Item {
         }
     }
 
-    // The line to the row above.
+    // Separates the row from the one above.
     Separator {
         anchors.left: parent.left
         anchors.right: parent.right

@@ -3,8 +3,7 @@ import QtQuick
 import QtQuick.Layouts
 import Clavo.Controls
 
-// A group of rows of a form on a card, under the group's title if it has one. Lines part the rows
-// that are visible.
+// A group of form rows on a card, below an optional title. Lines separate the visible rows.
 ColumnLayout {
     id: root
 

@@ -3,12 +3,13 @@
 
 #include <QColor>
 #include <QQuickPaintedItem>
+#include <QtQml/qqmlregistration.h>
 
 namespace clavo
 {
 
-/// A bar of a chart, from one colour at its top to another at its bottom, with round corners. Qt
-/// Quick's software renderer leaves the corners of a Rectangle with a gradient jagged.
+/// A bar of a chart with round corners and a vertical gradient. Qt Quick's software renderer does
+/// not smooth the corners of a Rectangle with a gradient.
 class GradientBar : public QQuickPaintedItem
 {
     Q_OBJECT

@@ -2,7 +2,7 @@
 import QtQuick
 import Clavo.Controls
 
-// A text in the desktop's font. The template's label would keep its role from being another one.
+// A text in the desktop's font. Not T.Label, whose accessible role cannot be changed.
 Text {
     color: enabled ? Theme.text : Theme.disabledText
     linkColor: Theme.accent

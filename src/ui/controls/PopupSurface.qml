@@ -2,7 +2,7 @@
 import QtQuick
 import Clavo.Controls
 
-// The background of what floats above a window, with its shadow.
+// The background of a popup, with its shadow.
 Item {
     Repeater {
         model: 5

@@ -3,8 +3,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Clavo.Controls
 
-// Content that scrolls where it is higher than there is room for it. What gets the keyboard's focus
-// comes into view.
+// Scrolls content that does not fit. An item that gets the keyboard focus is scrolled into view.
 Flickable {
     id: root
 

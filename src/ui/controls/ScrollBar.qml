@@ -3,7 +3,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Clavo.Controls
 
-// A vertical bar that shows where the view is, wider under the pointer; absent where all is seen.
+// A vertical scroll bar, wider under the pointer, hidden if everything fits.
 T.ScrollBar {
     id: root
 

@@ -3,7 +3,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Clavo.Controls
 
-// A horizontal slider. It needs an Accessible.name.
+// A horizontal slider. Needs an Accessible.name.
 T.Slider {
     id: root
 

@@ -3,12 +3,12 @@ import QtQuick
 import QtQuick.Templates as T
 import Clavo.Controls
 
-// An on/off switch at the right end of its text, which belongs to it: a click on either toggles.
-// Without a text it is the switch alone and needs an Accessible.name.
+// An on/off switch to the right of its text. A click on either toggles it. Without a text it needs
+// an Accessible.name.
 T.Switch {
     id: root
 
-    // As the space key does, which is not repeated either.
+    // Like the space key, which does not repeat either.
     function turn(event: KeyEvent) {
         if (event.isAutoRepeat)
             return;

@@ -12,6 +12,7 @@ namespace clavo
 Symbol::Symbol(QQuickItem* parent) : QQuickPaintedItem(parent)
 {
     setImplicitSize(16, 16);
+    connect(this, &Symbol::colorChanged, this, [this] { update(); });
 }
 
 void Symbol::setName(const QString& name)
@@ -21,15 +22,6 @@ void Symbol::setName(const QString& name)
     m_name = name;
     m_picture.load(":/clavo/symbols/" + name + ".svg");
     emit nameChanged();
-    update();
-}
-
-void Symbol::setColor(const QColor& color)
-{
-    if (color == m_color)
-        return;
-    m_color = color;
-    emit colorChanged();
     update();
 }
 
@@ -45,8 +37,8 @@ void Symbol::paint(QPainter* painter)
 {
     if (!isValid())
         return;
-    // The picture gives the shape; drawing it in the colour at once would show where strokes of a
-    // translucent colour cross.
+    // The picture is only a mask. Strokes drawn in a translucent colour would be darker where they
+    // cross.
     const double scale = painter->deviceTransform().m11();
     const double side = std::min(width(), height());
     QImage picture((QSizeF(side, side) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);

@@ -5,19 +5,20 @@
 #include <QQuickPaintedItem>
 #include <QString>
 #include <QSvgRenderer>
+#include <QtQml/qqmlregistration.h>
 
 namespace clavo
 {
 
-/// One of the program's own symbols in one colour, drawn anew for every size and scale. A name
-/// without a symbol draws nothing.
+/// One of the program's own symbols in one colour, drawn anew for every size and scale. An unknown
+/// name draws nothing.
 class Symbol : public QQuickPaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged)
-    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
-    /// Width and height of the square it is drawn in, in device-independent pixels.
+    Q_PROPERTY(QColor color MEMBER m_color NOTIFY colorChanged)
+    /// The side of the square, in device-independent pixels.
     Q_PROPERTY(double size READ size WRITE setSize NOTIFY sizeChanged)
     Q_PROPERTY(bool valid READ isValid NOTIFY nameChanged)
 
@@ -25,13 +26,11 @@ public:
     explicit Symbol(QQuickItem* parent = nullptr);
 
     void setName(const QString& name);
-    void setColor(const QColor& color);
     void setSize(double size);
 
     [[nodiscard]] QString name() const { return m_name; }
-    [[nodiscard]] QColor color() const { return m_color; }
     [[nodiscard]] double size() const { return implicitWidth(); }
-    /// There is a symbol of this name.
+    /// A symbol with this name exists.
     [[nodiscard]] bool isValid() const { return m_picture.isValid(); }
 
     void paint(QPainter* painter) override;

@@ -3,7 +3,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Clavo.Controls
 
-// Tab reaches the chosen one alone, from which the arrows turn to the others.
+// The Tab key reaches the selected tab only; the arrow keys select the others.
 T.TabBar {
     id: root
 
@@ -11,7 +11,7 @@ T.TabBar {
         currentIndex = Math.min(Math.max(currentIndex + tabs, 0), count - 1);
         const tab = currentItem as TabButton;
         tab.forceActiveFocus();
-        tab.focusReason = Qt.TabFocusReason; // The bar may have given it the focus already.
+        tab.focusReason = Qt.TabFocusReason; // It may have the focus for another reason.
     }
 
     implicitWidth: contentWidth + leftPadding + rightPadding

@@ -3,14 +3,14 @@ import QtQuick
 import QtQuick.Templates as T
 import Clavo.Controls
 
-// A tab's symbol over its title.
+// A tab's symbol above its title.
 T.TabButton {
     id: root
 
     required property string symbol
     readonly property color foreground: checked ? Theme.accentText : Theme.secondaryText
 
-    // As wide as when it is checked, so that no tab moves.
+    // As wide as when checked, so that the tabs do not move.
     implicitWidth: Math.max(Math.ceil(widest.advanceWidth) + leftPadding + rightPadding, 84)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     horizontalPadding: 12

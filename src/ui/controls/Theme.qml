@@ -3,7 +3,7 @@ pragma Singleton
 import QtQuick
 import Clavo.Controls
 
-// Everything visual in one place. Sizes are device-independent pixels, durations milliseconds.
+// Colours, sizes in device-independent pixels, and durations in milliseconds.
 QtObject {
     readonly property bool dark: Appearance.dark
 
@@ -13,7 +13,7 @@ QtObject {
     readonly property color disabledText: dark ? "#6c6c73" : "#a3a3a9"
     readonly property color accent: Appearance.readable(Appearance.accent, window, 3)
     readonly property color textOnAccent: Appearance.textOn(accent)
-    // For text and symbols that are read as text.
+    // For text, and for symbols used as text.
     readonly property color accentText: Appearance.readable(Appearance.accent, tile, 4.5)
     readonly property color orange: dark ? "#ff9f38" : "#dc6a00"
     readonly property color orangeText: dark ? "#ffb561" : "#9c4a00"
@@ -23,7 +23,7 @@ QtObject {
     readonly property color textOnRed: "white"
     readonly property color red: dark ? "#ff8e8a" : "#c9252d"
 
-    // Surfaces, from the back to the front.
+    // Surfaces, from back to front.
     readonly property color tile: dark ? "#303034" : "#ffffff"
     readonly property color tileBorder: dark ? "#3b3b40" : "#e3e3e7"
     readonly property color orangeTile: dark ? "#3a2d1f" : "#fdf0e2"
@@ -38,11 +38,11 @@ QtObject {
     readonly property color knobBorder: dark ? "#26000000" : "#33000000"
     readonly property color popup: dark ? "#37373b" : "#ffffff"
     readonly property color popupBorder: dark ? "#505056" : "#d0d0d6"
-    // One of several layers.
+    // Of one of several layers.
     readonly property color shadow: dark ? "#1c000000" : "#0a000000"
     readonly property color scrim: dark ? "#80000000" : "#4d000000"
 
-    // The font is the desktop's own.
+    // Font sizes; the font is the desktop's own.
     readonly property int sectionSize: 10
     readonly property int captionSize: 11
     readonly property int rowSize: 12

@@ -2,7 +2,7 @@
 import QtQuick.Templates as T
 import Clavo.Controls
 
-// The help text of the control it is declared in, shown while the pointer rests there.
+// The help text of its parent, shown while the pointer rests there.
 T.ToolTip {
     id: root
 

@@ -13,7 +13,7 @@ namespace clavo
 namespace
 {
 
-constexpr int smallestSize = 16; // The host gives more where its bar is higher.
+constexpr int smallestSize = 16; // The host enlarges the window to fit its bar.
 
 } // namespace
 
@@ -27,7 +27,7 @@ DockedIcon::DockedIcon(Background background) : m_background(background)
     setFlags(Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
     resize(smallestSize, smallestSize);
     create();
-    // After create(): only then is the host told.
+    // The host sees the size hints only if they are set after create().
     setMinimumSize({smallestSize, smallestSize});
 }
 
@@ -63,7 +63,7 @@ void DockedIcon::mouseReleaseEvent(QMouseEvent* event)
     const auto point = event->position().toPoint();
     if (!QRect({}, size()).contains(point))
         return;
-    // Where the host has put us is known for certain only from the pointer.
+    // The pointer is the only reliable source of the window's place inside the host.
     const QRect place(event->globalPosition().toPoint() - point, size());
     if (event->button() == Qt::LeftButton)
         emit clicked(place);
@@ -80,7 +80,7 @@ void DockedIcon::cutOut()
     QPainter painter(&picture);
     m_icon.paint(&painter, picture.rect());
     painter.end();
-    // Without what is seen the least: on the backdrop it would be as opaque as the rest.
+    // Leaves out faint pixels: on the backdrop they would be as opaque as the others.
     setMask(QRegion(QBitmap::fromImage(picture.createAlphaMask(Qt::ThresholdDither))));
 }
 

@@ -4,23 +4,24 @@
 #include <QColor>
 #include <QIcon>
 #include <QRasterWindow>
+#include <QRect>
 
 namespace clavo
 {
 
-/// The window that an XEmbed host takes into its tray. The host puts it on the screen; shown
-/// before, it would be seen where it is not yet in the tray.
+/// The window that an XEmbed host embeds into its tray. Only the host shows it: a window shown
+/// earlier would appear outside the tray.
 ///
-/// Where the tray does not show through, a window has no transparency: so it has the shape of the
-/// icon, and what is half transparent is mixed with a backdrop.
+/// In a tray that does not show through, windows have no transparency. The window then has the
+/// shape of the icon, and translucent pixels are blended with a backdrop colour.
 class DockedIcon : public QRasterWindow
 {
     Q_OBJECT
 
 public:
     enum class Background {
-        tray,     // Shows through.
-        backdrop, // Within the shape of the icon.
+        tray,     // Shows through the window.
+        backdrop, // Fills the shape of the icon.
     };
 
     explicit DockedIcon(Background background);
@@ -28,7 +29,7 @@ public:
     void setIcon(const QIcon& icon, const QColor& backdrop);
 
 signals:
-    /// With the icon's place on the screen.
+    // The place is the icon's on the screen.
     void clicked(const QRect& place);
     void menuRequested(const QRect& place);
 

@@ -33,7 +33,7 @@ MenuBarItem::MenuBarItem(TrayHosts& hosts)
     m_sounds.setCheckable(true);
     m_sounds.setChecked(m_enabled);
     connect(&m_sounds, &QAction::triggered, this, [this](bool checked) {
-        m_sounds.setChecked(m_enabled); // The mark follows what has become of the wish.
+        m_sounds.setChecked(m_enabled); // The mark changes only when setEnabled() confirms.
         emit enabledRequested(checked);
     });
     connect(&m_open, &QAction::triggered, this,
@@ -62,7 +62,7 @@ void MenuBarItem::moveTo(TrayHost host)
     if (host == TrayHost::none)
         return;
 
-    // A menu that has been handed to one kind of host does not show with the other.
+    // A menu that was handed to one kind of host does not open on the other kind.
     m_menu = std::make_unique<QMenu>();
     m_menu->addAction(&m_sounds);
     m_menu->addSeparator();
@@ -91,8 +91,8 @@ void MenuBarItem::showStatusItem()
     m_statusItem->show();
 }
 
-/// QSystemTrayIcon docks a window too, but it settles for one kind of host when the first is made
-/// and stays dead in the other. So it serves for StatusNotifier only.
+/// QSystemTrayIcon also supports XEmbed, but the process's first one fixes the kind of host. So it
+/// is used for StatusNotifier only.
 void MenuBarItem::dockIcon()
 {
     const auto tray = m_hosts.appearance();

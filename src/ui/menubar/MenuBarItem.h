@@ -19,10 +19,11 @@ namespace clavo
 
 class DockedIcon;
 
-/// The program's icon in the desktop's tray, with its native menu. It is there whenever a host is.
+/// The program's icon in the desktop's tray, with its native menu. It is present whenever a tray
+/// host is running.
 ///
-/// Keeps no state of the program: it shows what it is given and reports what the user asks for.
-/// Thread: main, of a QApplication.
+/// It keeps no program state: it shows what it is given and reports the user's requests. Thread:
+/// main, of a QApplication.
 class MenuBarItem : public QObject
 {
     Q_OBJECT
@@ -34,13 +35,13 @@ public:
 
     void setEnabled(bool enabled);
 
-    /// A host has been given the item.
+    /// The item has been handed to a tray host.
     [[nodiscard]] bool isShown() const { return m_menu != nullptr; }
 
 signals:
     void enabledRequested(bool enabled);
-    /// The panel is wanted near this place on the screen: the icon's when the host reports it, else
-    /// the pointer's, with no extent.
+    /// The user wants the panel at this place on the screen: the icon's rectangle if the host
+    /// reports it, otherwise an empty rectangle at the pointer.
     void openRequested(const QRect& place);
     void settingsRequested();
     void quitRequested();
@@ -53,14 +54,14 @@ private:
 
     TrayHosts& m_hosts;
     bool m_enabled = true;
-    std::optional<QColor> m_trayColor; // Of the symbols in the tray, when the host reports it.
+    std::optional<QColor> m_trayColor; // The tray's colour of symbols, if the host reports it.
     QAction m_sounds;
     QAction m_open;
     QAction m_settings;
     QAction m_quit;
-    QRect m_menuPlace; // Of the icon whose menu was opened last.
+    QRect m_menuPlace; // The icon's place when its menu was last opened.
 
-    // What the present host has been given.
+    // Handed to the current host; null without one.
     std::unique_ptr<QMenu> m_menu;
     std::unique_ptr<QSystemTrayIcon> m_statusItem;
     std::unique_ptr<DockedIcon> m_dockedIcon;

@@ -17,8 +17,8 @@ namespace clavo
 namespace
 {
 
-constexpr double grid = 16;           // Of the drawings, in which
-constexpr QRectF plate(0, 2, 16, 12); // is one unit larger than the keyboard on every side.
+constexpr double grid = 16;           // The side of the drawings in their own units.
+constexpr QRectF plate(0, 2, 16, 12); // One unit larger than the keyboard on every side.
 constexpr double plateRadius = 3;
 constexpr float plateOpacity = 0.6F;
 
@@ -46,14 +46,14 @@ public:
         return QPixmap::fromImage(drawn(std::min(size.width(), size.height())));
     }
 
-    /// A square, in the middle of a place that is none.
+    /// The largest square that fits.
     QSize actualSize(const QSize& size, QIcon::Mode /*mode*/, QIcon::State /*state*/) override
     {
         const int side = std::min(size.width(), size.height());
         return {side, side};
     }
 
-    /// The usual ones of trays and their double.
+    /// The usual sizes of trays and their doubles.
     QList<QSize> availableSizes(QIcon::Mode /*mode*/, QIcon::State /*state*/) override
     {
         return {{16, 16}, {22, 22}, {24, 24}, {32, 32}, {44, 44}, {48, 48}};
@@ -88,7 +88,7 @@ private:
         painter.setBrush(plateColor);
         painter.drawRoundedRect(plate, plateRadius, plateRadius);
         painter.resetTransform();
-        // The plate does not shine through the symbol.
+        // The plate must not show through a translucent symbol.
         painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
         painter.drawImage(0, 0, symbol);
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);

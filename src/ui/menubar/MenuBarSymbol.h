@@ -10,15 +10,15 @@ namespace clavo
 /// White for a dark colour, black for a light one.
 [[nodiscard]] QColor contrasting(const QColor& color);
 
-/// The symbol that shows whether the sounds are on: a filled keyboard at full opacity, or an
-/// outlined one at half.
+/// The symbol that shows whether sounds are on: a filled, opaque keyboard, or an outlined keyboard
+/// at half opacity.
 ///
-/// Its pictures have this colour and lie on a plate of the contrasting colour. The colour of the
-/// tray is unknown: the plate sets the symbol off from a tray that is not as expected, and is
-/// hardly seen in one that is.
+/// The symbol is drawn in this colour on a translucent plate of the contrasting colour. The plate
+/// keeps it visible if the tray's unknown background is not the expected one, and is hardly visible
+/// if it is.
 ///
-/// It has the name of a symbolic icon, which hosts draw in the colour of their own texts, where the
-/// icon themes of the session have that icon; the pictures are for the others.
+/// If the session's icon themes contain the symbolic icon, the result carries its name: hosts then
+/// draw that icon in their own text colour.
 [[nodiscard]] QIcon menuBarSymbol(bool enabled, const QColor& color);
 
 } // namespace clavo

@@ -55,9 +55,9 @@ TEST(Backdrop, MixesShadesWhereAPlainGradientWouldShowBands)
 TEST(Shadow, IsDarkestInTheMiddleAndGoneAtTheEdge)
 {
     Shadow shadow;
-    shadow.setBlur(10);
-    shadow.setRadius(8);
-    shadow.setColor(Qt::black);
+    shadow.setProperty("blur", 10);
+    shadow.setProperty("radius", 8);
+    shadow.setProperty("color", QColor(Qt::black));
     shadow.setSize({200, 160});
 
     const auto image = drawn(shadow, Qt::white);
@@ -71,8 +71,8 @@ TEST(Shadow, IsDarkestInTheMiddleAndGoneAtTheEdge)
 TEST(Shadow, IsHalfAsDarkAlongTheShape)
 {
     Shadow shadow;
-    shadow.setBlur(10);
-    shadow.setColor(Qt::black);
+    shadow.setProperty("blur", 10);
+    shadow.setProperty("color", QColor(Qt::black));
     shadow.setSize({300, 300});
 
     const auto image = drawn(shadow, Qt::white);

@@ -13,6 +13,6 @@ int main(int argc, char* argv[])
     const QGuiApplication application(argc, argv);
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QLocale::setDefault(QLocale("en_US"));
-    clavo::Screenshots::dress();
+    clavo::Screenshots::applyStyle();
     return RUN_ALL_TESTS();
 }

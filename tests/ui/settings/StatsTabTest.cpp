@@ -2,7 +2,7 @@
 #include "ui/settings/SettingsFixture.h"
 
 #include "stats/SnapshotFile.h"
-#include "ui/WholeNumber.h"
+#include "ui/LocaleText.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -60,7 +60,7 @@ protected:
     {
         for (int i = 0; i < keys; ++i)
             state().stats()->record(characters);
-        const auto total = WholeNumber::grouped(state().stats()->total());
+        const auto total = groupedNumber(state().stats()->total());
         EXPECT_TRUE(QTest::qWaitFor([&] { return figure("total") == total; }));
     }
 

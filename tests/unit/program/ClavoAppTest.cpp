@@ -57,13 +57,25 @@ protected:
         }
         return open;
     }
-    static QString titleOfWindow()
+    /// Null while no window is open.
+    static QWindow* openWindow()
     {
         for (auto* const window : QGuiApplication::topLevelWindows()) {
             if (qobject_cast<QQuickWindow*>(window) && window->isVisible())
-                return window->title();
+                return window;
         }
-        return {};
+        return nullptr;
+    }
+    static QString titleOfWindow()
+    {
+        const auto* const window = openWindow();
+        return window ? window->title() : QString();
+    }
+    static bool isWindowFrameless()
+    {
+        const auto* const window = openWindow();
+        EXPECT_TRUE(window) << "no window is open";
+        return window && window->flags().testFlag(Qt::FramelessWindowHint);
     }
 
     /// Chooses from the native menu of the menu-bar item.
@@ -163,6 +175,27 @@ TEST_F(ClavoAppTest, TheMenuOpensThePanelAndTheSettings)
     choose("Settings");
     EXPECT_EQ(openWindows(), 1);
     EXPECT_THAT(titleOfWindow().toStdString(), HasSubstr("Settings"));
+}
+
+TEST_F(ClavoAppTest, ThePanelHasNoFrameWhenItCanBePlacedAtTheIcon)
+{
+    app();
+    platform.trayHosts->turnTo(TrayHost::statusNotifier);
+
+    choose("Open Clavo");
+
+    EXPECT_TRUE(isWindowFrameless());
+}
+
+TEST_F(ClavoAppTest, ThePanelIsAnOrdinaryWindowWhereTheDesktopPlacesWindows)
+{
+    platform.services.canPlaceWindows = false;
+    app();
+    platform.trayHosts->turnTo(TrayHost::statusNotifier);
+
+    choose("Open Clavo");
+
+    EXPECT_FALSE(isWindowFrameless());
 }
 
 TEST_F(ClavoAppTest, TheMenuEndsTheProgram)

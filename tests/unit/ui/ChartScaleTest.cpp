@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/ChartScale.h"
+#include "ui/DailyChart.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/DayLabel.h"
+#include "ui/LocaleText.h"
 
 #include <gtest/gtest.h>
 

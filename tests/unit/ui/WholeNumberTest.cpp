@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/WholeNumber.h"
+#include "ui/LocaleText.h"
 
 #include <QLocale>
 
@@ -25,29 +25,28 @@ private:
 TEST_F(WholeNumberTest, GroupsDigitsAsTheUsersLocaleDoes)
 {
     QLocale::setDefault(QLocale("en_US"));
-    EXPECT_EQ(WholeNumber::grouped(1'234'567), "1,234,567");
+    EXPECT_EQ(groupedNumber(1'234'567), "1,234,567");
 
     QLocale::setDefault(QLocale("de_DE"));
-    EXPECT_EQ(WholeNumber::grouped(1'234'567), "1.234.567");
+    EXPECT_EQ(groupedNumber(1'234'567), "1.234.567");
 
     QLocale::setDefault(QLocale("fr_FR"));
-    EXPECT_EQ(WholeNumber::grouped(1'234'567), u"1\u202f234\u202f567");
+    EXPECT_EQ(groupedNumber(1'234'567), u"1\u202f234\u202f567");
 }
 
 TEST_F(WholeNumberTest, WritesAPlainNumberWithoutGroups)
 {
     QLocale::setDefault(QLocale("en_US"));
 
-    EXPECT_EQ(WholeNumber::plain(9999), "9999");
-    EXPECT_EQ(WholeNumber::plain(0), "0");
+    EXPECT_EQ(plainNumber(9999), "9999");
+    EXPECT_EQ(plainNumber(0), "0");
 }
 
 TEST_F(WholeNumberTest, WritesTheLargestCount)
 {
     QLocale::setDefault(QLocale("en_US"));
 
-    EXPECT_EQ(WholeNumber::grouped(std::numeric_limits<qint64>::max()),
-              "9,223,372,036,854,775,807");
+    EXPECT_EQ(groupedNumber(std::numeric_limits<qint64>::max()), "9,223,372,036,854,775,807");
 }
 
 } // namespace

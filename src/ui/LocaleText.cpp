@@ -1,14 +1,21 @@
 // SPDX-License-Identifier: MIT
-#include "ui/DayLabel.h"
+#include "ui/LocaleText.h"
 
 #include <QStringView>
-
-#include <algorithm>
 
 namespace clavo
 {
 namespace
 {
+
+QString numberText(qint64 number, bool isGrouped)
+{
+    QLocale locale;
+    auto options = locale.numberOptions();
+    options.setFlag(QLocale::OmitGroupSeparator, !isGrouped);
+    locale.setNumberOptions(options);
+    return locale.toString(number);
+}
 
 /// The end of the run of equal letters that begins at `start`.
 qsizetype endOfRun(QStringView format, qsizetype start)
@@ -26,7 +33,7 @@ qsizetype endOfQuote(QStringView format, qsizetype start)
     return closing < 0 ? format.size() : closing + 1;
 }
 
-/// What belongs to the day or month before it: a full stop, or a word as in "15日".
+/// Part of the day or month before it: a full stop, or a unit as in "15日".
 bool isSuffix(QChar letter)
 {
     return letter == u'.' || letter.script() == QChar::Script_Han ||
@@ -34,7 +41,7 @@ bool isSuffix(QChar letter)
 }
 
 /// The part of a locale's long date format between the day and the month, both included.
-/// QLocale knows no shorter format that names the month.
+/// QLocale has no shorter format that names the month.
 QString dayAndMonth(QStringView format)
 {
     qsizetype begin = -1;
@@ -45,7 +52,7 @@ QString dayAndMonth(QStringView format)
             continue;
         }
         const auto next = endOfRun(format, i);
-        const bool isDay = format[i] == u'd' && next - i <= 2; // More are the weekday.
+        const bool isDay = format[i] == u'd' && next - i <= 2; // Three or more mean the weekday.
         if (isDay || format[i] == u'M') {
             begin = begin < 0 ? i : begin;
             end = next;
@@ -58,6 +65,16 @@ QString dayAndMonth(QStringView format)
 }
 
 } // namespace
+
+QString groupedNumber(qint64 number)
+{
+    return numberText(number, true);
+}
+
+QString plainNumber(qint64 number)
+{
+    return numberText(number, false);
+}
 
 QString dayLabel(QDate day, const QLocale& locale)
 {
