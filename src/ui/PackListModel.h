@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/AppState.h"
-#include "packs/PackCategory.h"
+#include "packs/SoundPack.h"
 
 #include <QAbstractListModel>
 #include <QPointer>
