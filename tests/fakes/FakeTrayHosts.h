@@ -13,9 +13,9 @@ namespace clavo
 class FakeTrayHosts final : public TrayHosts
 {
 public:
-    std::vector<std::uint32_t> docked; // The windows that were to be taken in.
+    std::vector<std::uint32_t> docked; // The windows that asked to be embedded.
 
-    TrayLook tray; // What the host tells of it.
+    TrayLook tray; // As the host describes it.
 
     void watch(Receiver receiver) override { m_receiver = std::move(receiver); }
     TrayLook look() override { return tray; }

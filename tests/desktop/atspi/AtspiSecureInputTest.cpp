@@ -2,7 +2,7 @@
 #include "platform/atspi/AtspiSecureInput.h"
 
 #include "desktop/atspi/AccessibleProgram.h"
-#include "desktop/x11/EventLoop.h"
+#include "eventloop/EventLoop.h"
 #include "fakes/SimulatedTime.h"
 
 #include <gmock/gmock.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "desktop/x11/EventLoop.h"
+#include "eventloop/EventLoop.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -19,7 +19,7 @@ namespace clavo
 namespace
 {
 
-/// A process of the session that tells what happens to it.
+/// A process of the session that prints what happens to it.
 class Probe
 {
 public:

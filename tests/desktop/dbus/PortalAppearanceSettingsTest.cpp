@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/PortalAppearanceSettings.h"
 
-#include "desktop/x11/EventLoop.h"
+#include "eventloop/EventLoop.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -149,7 +149,7 @@ private:
     QDBusConnection m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "portal");
 };
 
-/// A process that follows the settings and tells the wish for dark or light at every change.
+/// A process that prints the preference for dark or light at every change.
 class Follower
 {
 public:

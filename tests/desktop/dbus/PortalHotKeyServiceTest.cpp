@@ -3,7 +3,7 @@
 
 #include "contracts/HotKeyServiceContract.h"
 #include "desktop/dbus/ShortcutsPortal.h"
-#include "desktop/x11/EventLoop.h"
+#include "eventloop/EventLoop.h"
 #include "fakes/FakeHotKeyService.h"
 
 #include <QCoreApplication>

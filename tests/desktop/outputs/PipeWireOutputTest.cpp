@@ -35,7 +35,7 @@ TEST_F(PipeWireOutputTest, TellsAPeriodThatOthersHaveShortened)
 
     const auto other = makePipeWireOutput(64);
     other->prepare(m_mixer, [] {});
-    other->connect(); // Streams until it is up, silent, and with a wish of its own.
+    other->connect(); // Streams silence until it is up, and requests a period of its own.
 
     EXPECT_TRUE(EventLoop::until([&] { return m_output->status().quantumFrames == 64; }));
 }

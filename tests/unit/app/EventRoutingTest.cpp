@@ -216,22 +216,23 @@ TEST_F(EventRouting, AModifiersPressIsCountedAndItsReleaseIsNot)
 TEST_F(EventRouting, DebugLineTellsTheDirectionAndNeverTheKey)
 {
     log::setThreshold(log::Level::debug);
-    lines().clear();
+    logged.clear();
     state().setKeyUpSounds(false);
 
     press(keyA);
     release(keyA);
 
-    EXPECT_THAT(lines(), ElementsAre("touche appuyée, son: true", "touche relâchée, son: false"));
+    EXPECT_THAT(logged.lines(),
+                ElementsAre("touche appuyée, son: true", "touche relâchée, son: false"));
 }
 
 TEST_F(EventRouting, KeysLeaveNoLineUnlessDebugging)
 {
-    lines().clear();
+    logged.clear();
 
     press(keyA);
 
-    EXPECT_THAT(lines(), IsEmpty());
+    EXPECT_THAT(logged.lines(), IsEmpty());
 }
 
 TEST_F(EventRouting, PointerMotionWakesAPausedOutput)

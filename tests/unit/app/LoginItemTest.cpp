@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/LoginItem.h"
 
+#include "fakes/CollectedLog.h"
 #include "fakes/FakeLoginItem.h"
 #include "log/Log.h"
 
@@ -24,20 +25,7 @@ using Status = LoginItem::Status;
 class LaunchAtLogin : public testing::Test
 {
 protected:
-    LaunchAtLogin()
-    {
-        lines().clear();
-        log::setSink([](log::Level level, std::string_view line) {
-            lines().emplace_back(level, std::string(line));
-        });
-    }
-
-    static std::vector<std::pair<log::Level, std::string>>& lines()
-    {
-        static std::vector<std::pair<log::Level, std::string>> all;
-        return all;
-    }
-
+    CollectedLog m_log;
     FakeLoginItem m_item;
 };
 
@@ -76,7 +64,7 @@ TEST_F(LaunchAtLogin, WishAgainstItUnregisters)
 
     EXPECT_EQ(m_item.current, Status::notRegistered);
     EXPECT_EQ(m_item.registrations, 0);
-    EXPECT_THAT(lines(), IsEmpty());
+    EXPECT_THAT(m_log.entries(), IsEmpty());
 }
 
 TEST_F(LaunchAtLogin, FailureIsOneLogLine)
@@ -88,7 +76,7 @@ TEST_F(LaunchAtLogin, FailureIsOneLogLine)
 
     const auto line = Pair(log::Level::error, "Clavo: lancement au démarrage impossible: "
                                               "Operation not permitted");
-    EXPECT_THAT(lines(), ElementsAre(line, line));
+    EXPECT_THAT(m_log.entries(), ElementsAre(line, line));
 }
 
 } // namespace

@@ -67,7 +67,7 @@ protected:
         return run(arguments << "-o" << QString::fromStdString(wav().string()), input);
     }
 
-    /// The files of the user's that are not sounds.
+    /// The user's files that are not sounds.
     [[nodiscard]] std::set<std::string> files() const
     {
         std::set<std::string> names;

@@ -2,10 +2,10 @@
 #include "audio/output/FallbackOutput.h"
 
 #include "audio/realtime/Mixer.h"
+#include "fakes/CollectedLog.h"
 #include "fakes/FakeAudioOutput.h"
 #include "fakes/SimulatedTime.h"
 #include "fakes/SteerableOutput.h"
-#include "log/Log.h"
 
 #include <gmock/gmock.h>
 
@@ -20,19 +20,11 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::vector<std::string>& logLines()
-{
-    static std::vector<std::string> lines;
-    return lines;
-}
-
 class FallbackOutputTest : public testing::Test
 {
 protected:
     FallbackOutputTest()
     {
-        logLines().clear();
-        log::setSink([](log::Level, std::string_view line) { logLines().emplace_back(line); });
         std::vector<FallbackOutput::Candidate> candidates;
         candidates.push_back({"Best", owned(m_best = new SteerableOutput("Best"))});
         candidates.push_back({"Second", owned(m_second = new SteerableOutput("Second"))});
@@ -51,7 +43,7 @@ protected:
     {
         m_output->start();
         m_best->comeUp();
-        logLines().clear();
+        m_log.clear();
         m_toldRunning.clear();
     }
 
@@ -67,6 +59,7 @@ protected:
         return who;
     }
 
+    CollectedLog m_log;
     Mixer m_mixer;
     SteerableOutput* m_best = nullptr;
     SteerableOutput* m_second = nullptr;
@@ -90,7 +83,7 @@ TEST_F(FallbackOutputTest, IsSilentUntilTheServerAnswers)
     EXPECT_THAT(whoRuns(), ElementsAre("silent"));
     EXPECT_TRUE(m_output->isRunning());
     EXPECT_EQ(m_output->status().server, "Fake");
-    EXPECT_THAT(logLines(), IsEmpty());
+    EXPECT_THAT(m_log.lines(), IsEmpty());
 }
 
 TEST_F(FallbackOutputTest, PlaysOnTheBestAsSoonAsItIsUp)
@@ -102,7 +95,8 @@ TEST_F(FallbackOutputTest, PlaysOnTheBestAsSoonAsItIsUp)
     EXPECT_EQ(m_output->status().server, "Best");
     EXPECT_FALSE(m_time.untilNext());
     EXPECT_THAT(m_toldRunning, ElementsAre(true));
-    EXPECT_THAT(logLines(), ElementsAre("sortie audio : Best, période de 128 trames à 48000 Hz"));
+    EXPECT_THAT(m_log.lines(),
+                ElementsAre("sortie audio : Best, période de 128 trames à 48000 Hz"));
 }
 
 TEST_F(FallbackOutputTest, DoesNotBotherTheSecondWhileTheBestIsAnswering)
@@ -121,7 +115,8 @@ TEST_F(FallbackOutputTest, AsksTheSecondAtOnceWhenTheBestHasNoServer)
     m_second->comeUp();
 
     EXPECT_THAT(whoRuns(), ElementsAre("second"));
-    EXPECT_THAT(logLines(), ElementsAre("sortie audio : Second, période de 128 trames à 48000 Hz"));
+    EXPECT_THAT(m_log.lines(),
+                ElementsAre("sortie audio : Second, période de 128 trames à 48000 Hz"));
 }
 
 TEST_F(FallbackOutputTest, AsksTheSecondWhenTheBestDoesNotComeUpInTime)
@@ -221,7 +216,7 @@ TEST_F(FallbackOutputTest, SlowsDownWhereThereWasNeverAServer)
     }
 
     EXPECT_THAT(delays, ElementsAre(250ms, 500ms, 1000ms, 2000ms, 4000ms, 5000ms, 5000ms));
-    EXPECT_THAT(logLines(),
+    EXPECT_THAT(m_log.lines(),
                 ElementsAre("aucune sortie audio pour l'instant, la recherche continue"));
 }
 
@@ -237,7 +232,7 @@ TEST_F(FallbackOutputTest, WritesOneLineForALossAndOneForTheReturn)
     m_best->comeUp();
 
     EXPECT_THAT(whoRuns(), ElementsAre("best"));
-    EXPECT_THAT(logLines(),
+    EXPECT_THAT(m_log.lines(),
                 ElementsAre("sortie audio perdue : Best",
                             "sortie audio de retour : Best, période de 128 trames à 48000 Hz"));
 }
@@ -258,7 +253,7 @@ TEST_F(FallbackOutputTest, PassesOnThatTheServerHasChangedThePeriod)
     m_best->comeUp();
 
     EXPECT_THAT(m_toldRunning, ElementsAre(true));
-    EXPECT_THAT(logLines(), IsEmpty());
+    EXPECT_THAT(m_log.lines(), IsEmpty());
 }
 
 TEST_F(FallbackOutputTest, AsksNobodyAndWakesNobodyWhilePaused)
@@ -280,7 +275,7 @@ TEST_F(FallbackOutputTest, KeepsQuietAboutWhatHappensWhilePaused)
 
     EXPECT_THAT(whoRuns(), IsEmpty());
     EXPECT_THAT(m_toldRunning, IsEmpty());
-    EXPECT_THAT(logLines(), IsEmpty());
+    EXPECT_THAT(m_log.lines(), IsEmpty());
 }
 
 TEST_F(FallbackOutputTest, ResumesTheBestWithoutANewConnectionOrALogLine)
@@ -294,7 +289,7 @@ TEST_F(FallbackOutputTest, ResumesTheBestWithoutANewConnectionOrALogLine)
 
     EXPECT_THAT(whoRuns(), ElementsAre("best"));
     EXPECT_EQ(m_best->attempts(), attempts);
-    EXPECT_THAT(logLines(), IsEmpty());
+    EXPECT_THAT(m_log.lines(), IsEmpty());
 }
 
 TEST_F(FallbackOutputTest, TellsOfTheServerThatItPlaysOnNextWhilePaused)

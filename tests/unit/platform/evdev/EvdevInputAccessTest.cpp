@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/evdev/EvdevInputAccess.h"
 
+#include "fakes/CollectedLog.h"
 #include "fakes/TemporaryFolder.h"
-#include "log/Log.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -75,14 +75,6 @@ protected:
     {
         std::filesystem::create_directory(devices());
         std::filesystem::create_symlink("nowhere", devices() / "event0");
-        lines().clear();
-        log::setSink([](log::Level, std::string_view line) { lines().emplace_back(line); });
-    }
-
-    static std::vector<std::string>& lines()
-    {
-        static std::vector<std::string> all;
-        return all;
     }
 
     [[nodiscard]] std::filesystem::path devices() const { return folder.path() / "input"; }
@@ -115,6 +107,7 @@ protected:
         return {std::istreambuf_iterator(file), {}};
     }
 
+    CollectedLog logged;
     TemporaryFolder folder;
 
 private:
@@ -131,7 +124,7 @@ TEST_F(EvdevQuestion, IsPutOnceAndRunsTheGrantProgramAlone)
     ask(*access);
 
     EXPECT_EQ(asked(), "--disable-internal-agent /usr/bin/clavo-grant-input\n");
-    EXPECT_THAT(lines(), ElementsAre("accès aux claviers accordé"));
+    EXPECT_THAT(logged.lines(), ElementsAre("accès aux claviers accordé"));
     EXPECT_EQ(access->commands(), "");
 }
 
@@ -144,7 +137,7 @@ TEST_F(EvdevQuestion, IsNotPutAtTheStart)
     ask(*access);
 
     EXPECT_EQ(asked(), "--disable-internal-agent /usr/bin/clavo-grant-input\n") << "by the wish";
-    EXPECT_THAT(lines().front(), HasSubstr("sudo")) << "where nobody asks, the log tells";
+    EXPECT_THAT(logged.lines().front(), HasSubstr("sudo")) << "where nobody asks, the log tells";
 }
 
 TEST_F(EvdevQuestion, IsPutAgainAfterItWasDismissed)
@@ -155,8 +148,8 @@ TEST_F(EvdevQuestion, IsPutAgainAfterItWasDismissed)
     EXPECT_EQ(access->commands(), "");
     ask(*access);
 
-    EXPECT_THAT(lines(), Each(HasSubstr("refermée sans réponse")));
-    EXPECT_EQ(lines().size(), 2U);
+    EXPECT_THAT(logged.lines(), Each(HasSubstr("refermée sans réponse")));
+    EXPECT_EQ(logged.lines().size(), 2U);
 }
 
 TEST_F(EvdevQuestion, ThatNobodyCouldBeAskedLeavesTheTwoCommands)
@@ -165,7 +158,7 @@ TEST_F(EvdevQuestion, ThatNobodyCouldBeAskedLeavesTheTwoCommands)
 
     ask(*access);
 
-    EXPECT_THAT(lines(), ElementsAre(HasSubstr("\nsudo udevadm control --reload")));
+    EXPECT_THAT(logged.lines(), ElementsAre(HasSubstr("\nsudo udevadm control --reload")));
     EXPECT_THAT(access->commands(),
                 HasSubstr("| sudo tee /etc/udev/rules.d/70-clavo-input.rules\n"));
 }
@@ -186,14 +179,14 @@ TEST_F(EvdevQuestion, IsNotPutWithoutPolkitOrTheGrantProgram)
     const auto whole = asking("exit 0");
     for (const auto& programs : {GrantPrograms{.pkexec = whole.pkexec, .grant = {}},
                                  GrantPrograms{.pkexec = {}, .grant = whole.grant}}) {
-        lines().clear();
+        logged.clear();
         const auto access = makeEvdevInputAccess(programs, devices());
 
         EXPECT_FALSE(access->request(Occasion::wish));
         access->showSettings();
 
         EXPECT_EQ(asked(), "");
-        EXPECT_THAT(lines(), ElementsAre(HasSubstr("\nsudo udevadm control --reload")));
+        EXPECT_THAT(logged.lines(), ElementsAre(HasSubstr("\nsudo udevadm control --reload")));
         EXPECT_THAT(access->commands(), HasSubstr("sudo"));
     }
 }
@@ -209,7 +202,7 @@ TEST_F(EvdevQuestion, IsNotPutWhereThereIsNothingToGrant)
     EXPECT_EQ(access->state(), InputAccess::State::noKeyboard);
     EXPECT_EQ(asked(), "");
     EXPECT_EQ(access->commands(), "");
-    EXPECT_THAT(lines(), ElementsAre("aucun clavier dans /dev/input"));
+    EXPECT_THAT(logged.lines(), ElementsAre("aucun clavier dans /dev/input"));
 }
 
 } // namespace

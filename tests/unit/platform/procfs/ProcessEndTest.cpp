@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/procfs/ProcessEnd.h"
 
-#include "desktop/x11/EventLoop.h"
+#include "eventloop/EventLoop.h"
 
 #include <gtest/gtest.h>
 
