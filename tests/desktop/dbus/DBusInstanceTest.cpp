@@ -130,7 +130,7 @@ TEST_F(DBusInstanceTest, StatusIsWhatTheInstanceSaysOfItself)
     EXPECT_EQ(outcome("status"), "fine, thanks: é");
 }
 
-TEST_F(DBusInstanceTest, RequestFindsNobodyWhereNoneRuns)
+TEST_F(DBusInstanceTest, ARequestReportsThatNoInstanceRuns)
 {
     EXPECT_EQ(outcome("toggle"), "nobodyRuns");
     EXPECT_EQ(outcome("status"), "nobodyRuns");
@@ -151,12 +151,12 @@ TEST_F(DBusInstanceTest, ReplacingHasTheInstanceQuitAndTakesItsPlace)
     EXPECT_EQ(replacement.next(), "toggle");
 }
 
-TEST_F(DBusInstanceTest, ReplacingNobodyIsAnOrdinaryStart)
+TEST_F(DBusInstanceTest, ReplacingNoInstanceIsAnOrdinaryStart)
 {
     EXPECT_EQ(outcome("replace"), "first");
 }
 
-TEST_F(DBusInstanceTest, InstanceThatHangsKeepsNobodyWaitingForever)
+TEST_F(DBusInstanceTest, AnInstanceThatHangsIsNotWaitedForForever)
 {
     Probe hung("claim");
     EXPECT_EQ(hung.next(), "first");

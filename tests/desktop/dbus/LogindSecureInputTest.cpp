@@ -109,7 +109,7 @@ protected:
     std::unique_ptr<SecureInput> secureInput;
 };
 
-TEST_F(LogindSecureInputTest, TellsThatTheSessionIsLockedAlready)
+TEST_F(LogindSecureInputTest, ReportsASessionThatIsLockedAtTheStart)
 {
     const Logind logind(/*isLocked=*/true, /*isActive=*/true);
 

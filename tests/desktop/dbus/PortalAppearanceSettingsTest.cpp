@@ -207,7 +207,7 @@ protected:
     std::vector<AppearanceWish> wishes;
 };
 
-TEST_F(PortalAppearanceSettingsTest, TellsTheSettingsAsTheyAre)
+TEST_F(PortalAppearanceSettingsTest, ReportsTheCurrentSettings)
 {
     const Portal portal(
         {{"color-scheme", 1U}, {"accent-color", QVariant::fromValue(Parts{0.25, 0.5, 1})}});
@@ -219,7 +219,7 @@ TEST_F(PortalAppearanceSettingsTest, TellsTheSettingsAsTheyAre)
     EXPECT_THAT(wishes[0].accent, Optional(AppearanceWish::Color{0.25, 0.5, 1}));
 }
 
-TEST_F(PortalAppearanceSettingsTest, TellsEveryChange)
+TEST_F(PortalAppearanceSettingsTest, ReportsEveryChange)
 {
     Portal portal({{"color-scheme", 2U}});
     watch();
@@ -295,7 +295,7 @@ TEST_F(PortalAppearanceSettingsTest, AnAnswerThatComesLateDoesNotReplaceANewerOn
     EXPECT_THAT(wishes[2].isDark, Optional(false));
 }
 
-TEST_F(PortalAppearanceSettingsTest, WhatTheUserNoLongerSetsIsNoWish)
+TEST_F(PortalAppearanceSettingsTest, ASettingThatWasRemovedIsNoPreference)
 {
     Portal portal(
         {{"color-scheme", 1U}, {"accent-color", QVariant::fromValue(Parts{0.25, 0.5, 1})}});
@@ -321,7 +321,7 @@ TEST_F(PortalAppearanceSettingsTest, NoPreferenceIsLightOnGnome)
     EXPECT_THAT(wishes[1].isDark, Optional(false));
 }
 
-TEST_F(PortalAppearanceSettingsTest, ValuesOfAnotherTypeAreNoWish)
+TEST_F(PortalAppearanceSettingsTest, AValueOfAnotherTypeIsNoPreference)
 {
     qputenv(currentDesktop, "GNOME");
     Portal portal({{"color-scheme", 1U}, {"accent-color", "blue"}});

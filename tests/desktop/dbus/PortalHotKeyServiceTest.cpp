@@ -106,7 +106,7 @@ protected:
     int presses = 0;
 };
 
-TEST_F(PortalHotKeyServiceTest, WishesForTheKeysAndSaysWhatTheyDo)
+TEST_F(PortalHotKeyServiceTest, RequestsTheShortcutAndDescribesIt)
 {
     portal = std::make_unique<ShortcutsPortal>();
     add();
@@ -215,7 +215,7 @@ TEST_F(PortalHotKeyServiceTest, LeavesTheOtherServiceAloneWhereTheUserRefuses)
     EXPECT_TRUE(other->registrations.empty());
 }
 
-TEST_F(PortalHotKeyServiceTest, StaysWithTheOtherServiceWhenAPortalComesLater)
+TEST_F(PortalHotKeyServiceTest, KeepsTheOtherServiceWhenAPortalComesLater)
 {
     add();
     ASSERT_TRUE(isGivenByTheOther());

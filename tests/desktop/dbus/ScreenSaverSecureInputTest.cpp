@@ -57,7 +57,7 @@ protected:
     EventLoop loop;
 };
 
-TEST_F(ScreenSaverSecureInputTest, TellsThatOneIsActiveAlready)
+TEST_F(ScreenSaverSecureInputTest, ReportsAScreenSaverThatIsActiveAtTheStart)
 {
     const ScreenSaver screenSaver("org.gnome.ScreenSaver", "/org/gnome/ScreenSaver", true);
 

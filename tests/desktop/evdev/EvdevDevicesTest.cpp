@@ -219,7 +219,7 @@ TEST_F(EvdevDevicesTest, AFineWheelTicksOncePerDetent)
                 AllOf(SizeIs(3), Each(testing::Field(&RawEvent::type, RawEventType::scrollWheel))));
 }
 
-TEST_F(EvdevDevicesTest, APositionThatNobodyUsesIsNotFollowed)
+TEST_F(EvdevDevicesTest, AnUnusedPositionIsNotTracked)
 {
     ASSERT_TRUE(listen());
     rig.movePointer(100);
@@ -239,7 +239,7 @@ TEST_F(EvdevDevicesTest, APositionThatNobodyUsesIsNotFollowed)
                                     RawEvent{.type = RawEventType::leftMouseUp, .x = 500}));
 }
 
-TEST_F(EvdevDevicesTest, TheNextMotionIsToldWhereNobodyUsesThePosition)
+TEST_F(EvdevDevicesTest, TheNextMotionIsReportedWhileThePositionIsUnused)
 {
     ASSERT_TRUE(listen());
     rig.tap().setPositionUsed(false);

@@ -18,7 +18,7 @@ TEST_F(PipeWireOutputTest, PlaysTheSamplesOnTheDefaultSink)
     EXPECT_TRUE(isHeardOn(desktopSink));
 }
 
-TEST_F(PipeWireOutputTest, TellsThePeriodItWasGranted)
+TEST_F(PipeWireOutputTest, ReportsThePeriodItWasGranted)
 {
     use(makePipeWireOutput(64));
 
@@ -28,7 +28,7 @@ TEST_F(PipeWireOutputTest, TellsThePeriodItWasGranted)
     EXPECT_EQ(m_output->status().sampleRate, 48000U);
 }
 
-TEST_F(PipeWireOutputTest, TellsAPeriodThatOthersHaveShortened)
+TEST_F(PipeWireOutputTest, ReportsAPeriodThatOthersHaveShortened)
 {
     use(makePipeWireOutput(1024));
     ASSERT_TRUE(runsOn("PipeWire"));

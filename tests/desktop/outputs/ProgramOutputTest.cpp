@@ -102,7 +102,7 @@ TEST_F(ProgramOutputTest, SurvivesTheServersDeathAndReturnWhilePaused)
     EXPECT_TRUE(isHeardOn(desktopSink));
 }
 
-TEST_F(ProgramOutputTest, TellsOfNoServerThatDiesWhilePaused)
+TEST_F(ProgramOutputTest, DoesNotReportAServerThatDiesWhilePaused)
 {
     use(makeAudioOutput());
     ASSERT_TRUE(runsOnTheServer());

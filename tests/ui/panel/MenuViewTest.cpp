@@ -47,7 +47,7 @@ protected:
     }
 };
 
-TEST_F(MenuViewTest, IsAsWideAsItIsMeantToBe)
+TEST_F(MenuViewTest, HasItsFixedWidth)
 {
     EXPECT_EQ(window().width(), 330);
     EXPECT_EQ(item("packs").height(), 210);
@@ -75,7 +75,7 @@ TEST_F(MenuViewTest, OffersTheRestartOnlyWhenItIsNeeded)
     EXPECT_EQ(relauncher->opened, 1);
 }
 
-TEST_F(MenuViewTest, TheCardSaysWhatItSaysToTheLetter)
+TEST_F(MenuViewTest, TheCardHasItsExactTexts)
 {
     access->granted = false;
 

@@ -165,7 +165,7 @@ TEST_F(PanelAccess, AHeldReturnChoosesAPackTurnsASwitchAndPressesAButtonOnce)
     EXPECT_EQ(requests.count(), 1);
 }
 
-TEST_F(PanelAccess, WhatGetsTheFocusComesIntoViewOnALowScreen)
+TEST_F(PanelAccess, TheFocusedControlScrollsIntoViewOnALowScreen)
 {
     window().setProperty("largestHeight", 300);
     settle();

@@ -22,7 +22,7 @@ protected:
     }
 };
 
-TEST_F(AboutTab, SaysWhatItSaysToTheLetter)
+TEST_F(AboutTab, HasItsExactTexts)
 {
     EXPECT_EQ(shown(),
               Texts({"Clavo", "Version 1.2.3",

@@ -35,7 +35,7 @@ TEST_F(GeneralTab, HasItsSectionsInOrder)
                      "Language", "Permission", "Input Monitoring", "Custom packs"}));
 }
 
-TEST_F(GeneralTab, SaysWhatItSaysToTheLetter)
+TEST_F(GeneralTab, HasItsExactTexts)
 {
     openTab();
 

@@ -77,7 +77,7 @@ TEST_F(SettingsWindowTest, TheArrowsTurnToATab)
     EXPECT_TRUE(isShown("chart"));
 }
 
-TEST_F(SettingsWindowTest, OpenedAgainItComesToTheFrontAsItIs)
+TEST_F(SettingsWindowTest, OpenedAgainItIsRaisedUnchanged)
 {
     const auto first = opened(open(Tab::stats));
     QQuickWindow other;

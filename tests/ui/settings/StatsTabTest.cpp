@@ -153,7 +153,7 @@ TEST_F(StatsTab, ABarIsAGradientWithRoundCorners)
     EXPECT_GT(barHeights().back(), 100);
 }
 
-TEST_F(StatsTab, ABarTellsItsDayAndKeys)
+TEST_F(StatsTab, ABarIsNamedAfterItsDayAndKeys)
 {
     openTab();
     type(1500);

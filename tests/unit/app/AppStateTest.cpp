@@ -267,7 +267,7 @@ TEST_F(AppStateTest, ALoginItemThatWaitsForApprovalIsNotOn)
     EXPECT_FALSE(state().launchAtLogin());
 }
 
-TEST_F(AppStateTest, ShowsTheWishToStartAtLoginAlsoWhereItFails)
+TEST_F(AppStateTest, ShowsTheChoiceToStartAtLoginEvenWhenItFails)
 {
     state();
     loginItem->error = "no space left";

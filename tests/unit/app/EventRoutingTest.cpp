@@ -191,7 +191,7 @@ TEST_F(EventRouting, PressesAreCountedWithTheSoundsOff)
     EXPECT_EQ(played(), 0);
 }
 
-TEST_F(EventRouting, OnlyKeysWithACharacterTellTheSpeed)
+TEST_F(EventRouting, OnlyKeysWithACharacterCountTowardsTheSpeed)
 {
     for (int key = 0; key < 5; ++key) {
         press(keyUnknown);
@@ -213,7 +213,7 @@ TEST_F(EventRouting, AModifiersPressIsCountedAndItsReleaseIsNot)
     EXPECT_EQ(state().stats()->total(), 1);
 }
 
-TEST_F(EventRouting, DebugLineTellsTheDirectionAndNeverTheKey)
+TEST_F(EventRouting, TheDebugLineNamesTheDirectionAndNeverTheKey)
 {
     log::setThreshold(log::Level::debug);
     logged.clear();

@@ -29,7 +29,7 @@ protected:
     FakeLoginItem m_item;
 };
 
-TEST_F(LaunchAtLogin, WishThatIsFulfilledAlreadyCallsNothing)
+TEST_F(LaunchAtLogin, AStateThatIsReachedAlreadyCallsNothing)
 {
     m_item.current = Status::enabled;
     setLaunchAtLogin(m_item, true);
@@ -42,7 +42,7 @@ TEST_F(LaunchAtLogin, WishThatIsFulfilledAlreadyCallsNothing)
     EXPECT_EQ(m_item.unregistrations, 0);
 }
 
-TEST_F(LaunchAtLogin, WishForItRegistersWhateverTheOtherStatusIs)
+TEST_F(LaunchAtLogin, TurningItOnRegistersInEveryOtherState)
 {
     int calls = 0;
     for (const auto status : {Status::notRegistered, Status::requiresApproval, Status::notFound}) {
@@ -56,7 +56,7 @@ TEST_F(LaunchAtLogin, WishForItRegistersWhateverTheOtherStatusIs)
     EXPECT_EQ(m_item.unregistrations, 0);
 }
 
-TEST_F(LaunchAtLogin, WishAgainstItUnregisters)
+TEST_F(LaunchAtLogin, TurningItOffUnregisters)
 {
     m_item.current = Status::enabled;
 

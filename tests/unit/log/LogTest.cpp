@@ -88,7 +88,7 @@ TEST_F(LogTest, DebugLineIsKeptOnRequest)
     EXPECT_THAT(logged.entries(), ElementsAre(Pair(log::Level::debug, "touche ")));
 }
 
-TEST(StandardError, MayBeAPipeThatNobodyReads)
+TEST(StandardError, MayBeAPipeWithoutAReader)
 {
     const auto logInVain = [] {
         std::array<int, 2> ends{};

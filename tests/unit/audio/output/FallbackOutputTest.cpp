@@ -69,7 +69,7 @@ protected:
     std::vector<bool> m_toldRunning; // isRunning() at each configurationChanged.
 };
 
-TEST_F(FallbackOutputTest, AsksNobodyBeforeItIsStarted)
+TEST_F(FallbackOutputTest, AsksNoServerBeforeItIsStarted)
 {
     EXPECT_EQ(m_best->attempts(), 0);
     EXPECT_FALSE(m_time.untilNext());
@@ -145,7 +145,7 @@ TEST_F(FallbackOutputTest, MovesFromTheSecondToTheBestAndLeavesNoStreamBehind)
     EXPECT_FALSE(m_time.untilNext());
 }
 
-TEST_F(FallbackOutputTest, TellsOfALossBeforeItRunsAgain)
+TEST_F(FallbackOutputTest, ReportsALossBeforeItRunsAgain)
 {
     playOnBest();
     m_best->loseServer();
@@ -154,7 +154,7 @@ TEST_F(FallbackOutputTest, TellsOfALossBeforeItRunsAgain)
     EXPECT_THAT(whoRuns(), ElementsAre("silent"));
 }
 
-TEST_F(FallbackOutputTest, MayBeStartedByThoseWhoAreToldOfTheLoss)
+TEST_F(FallbackOutputTest, MayBeStartedByTheReceiverOfTheLoss)
 {
     m_output->prepare(m_mixer, [this] { m_output->start(); });
     m_output->start();
@@ -165,7 +165,7 @@ TEST_F(FallbackOutputTest, MayBeStartedByThoseWhoAreToldOfTheLoss)
     EXPECT_EQ(m_time.untilNext(), 250ms);
 }
 
-TEST_F(FallbackOutputTest, MayBePausedByThoseWhoAreToldOfTheLoss)
+TEST_F(FallbackOutputTest, MayBePausedByTheReceiverOfTheLoss)
 {
     m_output->prepare(m_mixer, [this] { m_output->pause(); });
     m_output->start();
@@ -177,7 +177,7 @@ TEST_F(FallbackOutputTest, MayBePausedByThoseWhoAreToldOfTheLoss)
     EXPECT_FALSE(m_time.untilNext());
 }
 
-TEST_F(FallbackOutputTest, DoesNotRunAgainBeforeTheLossIsTold)
+TEST_F(FallbackOutputTest, DoesNotRunAgainBeforeTheLossIsReported)
 {
     playOnBest();
     m_best->disconnect(); // Lost, and the word of it still on its way.
@@ -256,7 +256,7 @@ TEST_F(FallbackOutputTest, PassesOnThatTheServerHasChangedThePeriod)
     EXPECT_THAT(m_log.lines(), IsEmpty());
 }
 
-TEST_F(FallbackOutputTest, AsksNobodyAndWakesNobodyWhilePaused)
+TEST_F(FallbackOutputTest, AsksNoServerAndWakesNothingWhilePaused)
 {
     playOnBest();
     m_best->loseServer();

@@ -90,7 +90,7 @@ TEST(Limiter, TurnsBothChannelsDownTogether)
     EXPECT_THAT(signal.right, ElementsAre(0.25F, -1.0F));
 }
 
-TEST(Limiter, LetsNothingPastFullScale)
+TEST(Limiter, NeverExceedsFullScale)
 {
     Limiter limiter;
     auto loud = noise(10'000, 8.0F);

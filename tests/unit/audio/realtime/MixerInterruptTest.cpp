@@ -41,7 +41,7 @@ float largestStep(const std::vector<float>& samples)
     return largest;
 }
 
-TEST(MixerInterrupt, LetsTheLevelOfTheCutSoundDieAway)
+TEST(MixerInterrupt, TheLevelOfACutSoundFadesOut)
 {
     Mixer mixer;
     ASSERT_TRUE(mixer.start(0, {.samples = steady, .left = 1, .right = 0.5F}));

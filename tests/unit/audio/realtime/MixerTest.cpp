@@ -101,7 +101,7 @@ TEST(Mixer, LimitsTheSumToFullScale)
     EXPECT_THAT(block.right, ElementsAre(0.5F));
 }
 
-TEST(Mixer, NeverLetsOutWhatIsNotFinite)
+TEST(Mixer, ItsOutputIsAlwaysFinite)
 {
     constexpr std::array broken{std::numeric_limits<float>::quiet_NaN(),
                                 std::numeric_limits<float>::infinity(), 0.5F};
@@ -112,7 +112,7 @@ TEST(Mixer, NeverLetsOutWhatIsNotFinite)
     EXPECT_THAT(rendered(mixer, 5).left, ElementsAre(0.0F, 0.0F, 0.875F, 0.5F, 0.625F));
 }
 
-TEST(Mixer, LetsASoundGoWhenItHasPlayedToItsEnd)
+TEST(Mixer, FreesASoundThatHasPlayedToItsEnd)
 {
     Mixer mixer;
     ASSERT_TRUE(mixer.start(0, {.samples = ramp, .sound = 7}));
@@ -125,7 +125,7 @@ TEST(Mixer, LetsASoundGoWhenItHasPlayedToItsEnd)
     EXPECT_THAT(finished(mixer), ElementsAre());
 }
 
-TEST(Mixer, LetsASoundGoWhenItIsCutOff)
+TEST(Mixer, FreesASoundThatIsCutOff)
 {
     Mixer mixer;
     ASSERT_TRUE(mixer.start(0, {.samples = ramp, .sound = 7}));
@@ -138,7 +138,7 @@ TEST(Mixer, LetsASoundGoWhenItIsCutOff)
     EXPECT_THAT(finished(mixer), ElementsAre(7, 8));
 }
 
-TEST(Mixer, LetsASoundWithoutSamplesGoAtOnce)
+TEST(Mixer, FreesASoundWithoutSamplesAtOnce)
 {
     Mixer mixer;
     ASSERT_TRUE(mixer.start(0, {.samples = ramp, .sound = 7}));

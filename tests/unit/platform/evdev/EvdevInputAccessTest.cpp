@@ -152,7 +152,7 @@ TEST_F(EvdevQuestion, IsPutAgainAfterItWasDismissed)
     EXPECT_EQ(logged.lines().size(), 2U);
 }
 
-TEST_F(EvdevQuestion, ThatNobodyCouldBeAskedLeavesTheTwoCommands)
+TEST_F(EvdevQuestion, WithoutAnyoneToAskTheTwoCommandsAreLogged)
 {
     const auto access = makeEvdevInputAccess(asking("exit 127"), devices());
 

@@ -42,7 +42,7 @@ protected:
     std::optional<ProcessEnd> end;
 };
 
-TEST_F(ProcessEndTest, IsToldOnceAndMayBeForgottenThen)
+TEST_F(ProcessEndTest, IsReportedOnceAndItsReceiverMayDestroyIt)
 {
     int told = 0;
     end.emplace(process, [this, &told] {

@@ -71,7 +71,7 @@ TEST_F(TerminalSecureInputTest, EndsWithTheTerminal)
     EXPECT_EQ(secureInput->reason(), SecureReason::none);
 }
 
-TEST_F(TerminalSecureInputTest, LetsGoOfTheTerminalsWhenAnotherProgramComesToTheFront)
+TEST_F(TerminalSecureInputTest, ForgetsTheTerminalsWhenAnotherProgramHasFocus)
 {
     const Shell shell;
     shell.set(ECHO, false);

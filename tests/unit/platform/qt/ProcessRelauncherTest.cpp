@@ -43,7 +43,7 @@ protected:
     fs::path m_program = m_folder.path() / "clavo";
 };
 
-TEST_F(ProcessRelauncherTest, StartsTheProgramInThePlaceOfThisOneAndInTheBackground)
+TEST_F(ProcessRelauncherTest, StartsTheProgramAsAReplacementAndInTheBackground)
 {
     const auto pipe = m_folder.path() / "pipe";
     ASSERT_EQ(mkfifo(pipe.c_str(), S_IRWXU), 0);

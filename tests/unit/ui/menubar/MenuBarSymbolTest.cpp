@@ -86,7 +86,7 @@ TEST_F(MenuBarSymbolTest, IsSeenInABarOfAnyColor)
     });
 }
 
-TEST_F(MenuBarSymbolTest, OnIsToldFromOffInABarOfAnyColor)
+TEST_F(MenuBarSymbolTest, OnAndOffDifferInABarOfAnyColor)
 {
     forEachCase([&](const QColor& bar, const QColor& color, int size) {
         EXPECT_GE(shareOfContrast(seenIn(bar, true, color, size), seenIn(bar, false, color, size)),
