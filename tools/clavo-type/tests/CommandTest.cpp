@@ -206,15 +206,6 @@ TEST_F(CommandTest, SaysWhichFileItCannotRead)
     }
 }
 
-TEST_F(CommandTest, SaysThatNoSoundServerAnswers)
-{
-    const auto ended = run({"--pack", "custom:id", "a"});
-
-    EXPECT_EQ(ended.status, 1);
-    EXPECT_EQ(ended.errors,
-              "clavo-type: no sound server answers; -o FILE writes a file without one\n");
-}
-
 TEST_F(CommandTest, HelpsOnRequest)
 {
     const auto ended = run({"--help"});
