@@ -3,7 +3,7 @@
 // clavo-latency for a key of one of the kernel's devices, as on Wayland. The device is made up in
 // user space, which adds a question to another process to every reading of it: the kernel's own is
 // faster. Runs as scripts/virtual-desktop umockdev-wrapper bench_evdev_latency OPTIONS.
-#include "desktop/evdev/KernelDevices.h"
+#include "desktop/user/KernelDevices.h"
 #include "latency/Measurement.h"
 
 #include <linux/input-event-codes.h>

@@ -10,8 +10,8 @@
 // and the pointer sweeps over its packs, which it draws anew all the time.
 //
 // Runs inside scripts/virtual-desktop.
-#include "desktop/tray/ProgramWindows.h"
-#include "desktop/x11/Hands.h"
+#include "desktop/user/Hands.h"
+#include "desktop/user/ProgramWindows.h"
 #include "platform/x11/XServer.h"
 
 #include <QCoreApplication>

@@ -18,10 +18,10 @@ namespace clavo
 
 /// What every output promises. A Host has
 ///   std::unique_ptr<AudioOutput> make()                   an output whose server is there,
-///   bool until(const std::function<bool()>& isFulfilled)  lets main loop and device go on; false
-///                                                         when that takes too long,
-///   bool isThere(const AudioOutput&)                      plays what it is meant to play on,
-///   void goOn()                                           lets them go on for a millisecond or so.
+///   bool until(const std::function<bool()>& isFulfilled)  lets main loop and device run; false
+///                                                         after too long a time,
+///   bool isThere(const AudioOutput&)                      plays on its own server,
+///   void goOn()                                           lets them run for about a millisecond.
 template <typename Host> class AudioOutputContract : public testing::Test
 {
 protected:
@@ -57,7 +57,7 @@ protected:
         return m_host.until([this] { return m_host.isThere(*m_output); });
     }
 
-    /// Whether a sound started now comes to its end.
+    /// Whether a sound started now plays to its end.
     [[nodiscard]] bool plays()
     {
         EXPECT_TRUE(m_mixer->start(0, {.samples = m_sound, .left = 0.5F, .right = 0.5F}));

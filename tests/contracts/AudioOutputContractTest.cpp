@@ -33,7 +33,7 @@ struct SilentHost {
     static void goOn() { std::this_thread::sleep_for(std::chrono::milliseconds(1)); }
 };
 
-/// The fake's device goes on whenever somebody waits.
+/// The fake's device runs whenever the test waits.
 struct FakeHost {
     std::unique_ptr<AudioOutput> make()
     {

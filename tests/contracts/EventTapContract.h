@@ -24,7 +24,7 @@ inline std::ostream& operator<<(std::ostream& out, const RawEvent& event)
                << (event.isAutoRepeat ? ", repeat}" : "}");
 }
 
-/// What every EventTap promises. A Rig is a desktop with one tap and somebody at the keyboard:
+/// What every EventTap promises. A Rig is a desktop with one tap and hands at its keyboard:
 ///
 ///     EventTap& tap();
 ///     void key(std::int64_t code, bool down);             of the letters and the modifiers
@@ -32,7 +32,8 @@ inline std::ostream& operator<<(std::ostream& out, const RawEvent& event)
 ///     void wheel(double x);                               one detent
 ///     void movePointer(double x);
 ///     void lose(), restore();                             the tap's source
-///     template <typename Condition> bool until(Condition) lets time pass; false: it never came
+///     template <typename Condition> bool until(Condition) lets time pass until it holds; false if
+///     it never does
 template <typename Rig> class EventTapContract : public testing::Test
 {
 protected:

@@ -10,12 +10,13 @@
 namespace clavo
 {
 
-/// What every HotKeyService promises. A Rig is a desktop with one service and somebody at the
+/// What every HotKeyService promises. A Rig is a desktop with one service and hands at its
 /// keyboard:
 ///
 ///     HotKeyService& service();
 ///     void strike(std::uint32_t keyCode, std::uint32_t modifiers);   a letter, down and up
-///     template <typename Condition> bool until(Condition)   lets time pass; false: it never came
+///     template <typename Condition> bool until(Condition)   lets time pass until it holds; false
+///     if it never does
 template <typename Rig> class HotKeyServiceContract : public testing::Test
 {
 protected:

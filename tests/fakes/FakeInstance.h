@@ -40,7 +40,7 @@ public:
 
     /// Another process makes a request of this one.
     void deliver(Request request) const { m_receiver(request); }
-    /// What another process is told that asks for the status of this one.
+    /// The answer to another process that asks for the status of this one.
     [[nodiscard]] std::string report() const { return m_reporter(); }
 
     Role role = Role::primary;

@@ -8,7 +8,7 @@
 namespace clavo
 {
 
-/// A login item in memory, which refuses to change while it has an error to tell.
+/// A login item in memory, which refuses to change while `error` is set.
 class FakeLoginItem : public LoginItem
 {
 public:

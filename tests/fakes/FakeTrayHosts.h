@@ -13,9 +13,9 @@ namespace clavo
 class FakeTrayHosts final : public TrayHosts
 {
 public:
-    std::vector<std::uint32_t> docked; // The windows that were to be taken in.
+    std::vector<std::uint32_t> docked; // The windows that asked to be embedded.
 
-    TrayAppearance tray; // What the host tells of it.
+    TrayAppearance tray; // As the host describes it.
 
     void watch(Receiver receiver) override { m_receiver = std::move(receiver); }
     TrayAppearance appearance() override { return tray; }

@@ -49,7 +49,7 @@ public:
     }
     [[nodiscard]] Link link() const override { return m_link; }
 
-    /// Whether somebody answers the next connection.
+    /// Whether a server answers the next connection.
     void setServer(bool isThere) { m_hasServer = isThere; }
 
     /// The server of the connection asks for the first period.

@@ -31,9 +31,9 @@ void waitUntil(steady_clock::time_point moment)
     loop.exec();
 }
 
-void waitForServer(const AudioOutput& output)
+void waitForServer(const AudioOutput& output, std::chrono::milliseconds patience)
 {
-    const auto deadline = steady_clock::now() + 3s;
+    const auto deadline = steady_clock::now() + patience;
     while (output.status().server.empty()) {
         if (steady_clock::now() > deadline)
             throw std::runtime_error("no sound server answers; -o FILE writes a file without one");
@@ -44,10 +44,11 @@ void waitForServer(const AudioOutput& output)
 } // namespace
 
 void play(std::span<const KeyEvent> events, const SoundBank& bank, std::uint64_t seed,
-          AudioOutput& output, const std::function<void(std::size_t)>& progress)
+          AudioOutput& output, const std::function<void(std::size_t)>& progress,
+          std::chrono::milliseconds patience)
 {
     Typist typist(output, bank, seed);
-    waitForServer(output);
+    waitForServer(output, patience);
     const auto start = steady_clock::now() + 100ms; // The server has its first period by then.
     std::size_t done = 0;
     for (const auto& [time, key] : events) {

@@ -5,6 +5,7 @@
 #include "clavo-type/Rhythm.h"
 #include "synth/SoundBank.h"
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -16,9 +17,10 @@ namespace clavo
 /// Plays the events at their times and returns when the last sound is over. Calls `progress` with
 /// the number of events done.
 ///
-/// Throws std::runtime_error if no sound server answers within a few seconds. Needs the application
+/// Throws std::runtime_error if no sound server answers within the patience. Needs the application
 /// object, whose main loop runs meanwhile. Thread: main.
 void play(std::span<const KeyEvent> events, const SoundBank& bank, std::uint64_t seed,
-          AudioOutput& output, const std::function<void(std::size_t)>& progress);
+          AudioOutput& output, const std::function<void(std::size_t)>& progress,
+          std::chrono::milliseconds patience = std::chrono::seconds(3));
 
 } // namespace clavo

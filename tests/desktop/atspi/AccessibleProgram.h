@@ -21,7 +21,7 @@ public:
     AccessibilityBus();
     ~AccessibilityBus() override;
 
-    /// What somebody has asked programs to tell.
+    /// The events that clients have asked programs to send.
     [[nodiscard]] const std::vector<std::string>& registered() const { return m_registered; }
 
     bool handleMessage(const QDBusMessage& question, const QDBusConnection& bus) override;
@@ -48,11 +48,11 @@ public:
     void deactivateWindow();
 
     void hang() { m_hangs = true; }
-    /// Answers what has been asked since it hung.
+    /// Answers the questions that have come since it hung.
     void recover();
 
-    bool isFocused = false; // What it says of every element that is asked for its state.
-    int questions = 0;      // That it has got.
+    bool isFocused = false; // The answer of every element when asked for its state.
+    int questions = 0;      // That have come.
 
     bool handleMessage(const QDBusMessage& question, const QDBusConnection& bus) override;
     [[nodiscard]] QString introspect(const QString& path) const override;

@@ -2,7 +2,7 @@
 #include "platform/atspi/AtspiSecureInput.h"
 
 #include "desktop/atspi/AccessibleProgram.h"
-#include "desktop/x11/EventLoop.h"
+#include "eventloop/EventLoop.h"
 #include "fakes/SimulatedTime.h"
 
 #include <gmock/gmock.h>
@@ -108,7 +108,7 @@ TEST_F(AtspiSecureInputTest, IsOffOnceAnythingElseHasTheKeys)
     }
 }
 
-TEST_F(AtspiSecureInputTest, AnotherElementThatLosesTheKeysChangesNothing)
+TEST_F(AtspiSecureInputTest, AnotherElementThatLosesFocusChangesNothing)
 {
     listen();
     program.giveKeysTo("/password");
@@ -163,7 +163,7 @@ TEST_F(AtspiSecureInputTest, AProgramThatEndsTakesItsPasswordFieldAlong)
     EXPECT_TRUE(becomes(SecureReason::none));
 }
 
-TEST_F(AtspiSecureInputTest, AFieldThatLosesTheKeysWithItsWindowIsAskedForIt)
+TEST_F(AtspiSecureInputTest, AFieldThatLosesFocusWithItsWindowIsAskedWhetherItHasIt)
 {
     listen();
     program.giveKeysTo("/password");
@@ -196,7 +196,7 @@ TEST_F(AtspiSecureInputTest, TheBusMayComeLaterAndComeAgain)
     }
 }
 
-TEST_F(AtspiSecureInputTest, TellsWhichProcessHasTheKeys)
+TEST_F(AtspiSecureInputTest, ReportsWhichProcessHasFocus)
 {
     std::vector<pid_t> processes;
     bus.emplace();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/DBusFileManager.h"
 
-#include "desktop/x11/EventLoop.h"
+#include "eventloop/EventLoop.h"
 
 #include <QDBusConnection>
 #include <QDBusContext>

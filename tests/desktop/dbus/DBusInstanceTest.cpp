@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "desktop/x11/EventLoop.h"
+#include "eventloop/EventLoop.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -19,7 +19,7 @@ namespace clavo
 namespace
 {
 
-/// A process of the session that tells what happens to it.
+/// A process of the session that prints what happens to it.
 class Probe
 {
 public:
@@ -130,10 +130,10 @@ TEST_F(DBusInstanceTest, StatusIsWhatTheInstanceSaysOfItself)
     EXPECT_EQ(outcome("status"), "fine, thanks: é");
 }
 
-TEST_F(DBusInstanceTest, RequestFindsNobodyWhereNoneRuns)
+TEST_F(DBusInstanceTest, ARequestReportsThatNoInstanceRuns)
 {
-    EXPECT_EQ(outcome("toggle"), "nobodyRuns");
-    EXPECT_EQ(outcome("status"), "nobodyRuns");
+    EXPECT_EQ(outcome("toggle"), "notRunning");
+    EXPECT_EQ(outcome("status"), "notRunning");
 }
 
 TEST_F(DBusInstanceTest, ReplacingHasTheInstanceQuitAndTakesItsPlace)
@@ -151,12 +151,12 @@ TEST_F(DBusInstanceTest, ReplacingHasTheInstanceQuitAndTakesItsPlace)
     EXPECT_EQ(replacement.next(), "toggle");
 }
 
-TEST_F(DBusInstanceTest, ReplacingNobodyIsAnOrdinaryStart)
+TEST_F(DBusInstanceTest, ReplacingNoInstanceIsAnOrdinaryStart)
 {
     EXPECT_EQ(outcome("replace"), "first");
 }
 
-TEST_F(DBusInstanceTest, InstanceThatHangsKeepsNobodyWaitingForever)
+TEST_F(DBusInstanceTest, AnInstanceThatHangsIsNotWaitedForForever)
 {
     Probe hung("claim");
     EXPECT_EQ(hung.next(), "first");
@@ -178,8 +178,8 @@ TEST_F(DBusInstanceTest, WithoutABusThereIsNoTelling)
 
     EXPECT_EQ(Probe("claim", nowhere).next(), "unknown");
     EXPECT_EQ(Probe("replace", nowhere).next(), "unknown");
-    EXPECT_EQ(Probe("toggle", nowhere).next(), "nobodyRuns");
-    EXPECT_EQ(Probe("status", nowhere).next(), "nobodyRuns");
+    EXPECT_EQ(Probe("toggle", nowhere).next(), "notRunning");
+    EXPECT_EQ(Probe("status", nowhere).next(), "notRunning");
 }
 
 TEST_F(DBusInstanceTest, DesktopActivatesItAsAnyApplication)

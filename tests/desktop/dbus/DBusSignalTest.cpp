@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/DBusMessages.h"
 
-#include "desktop/x11/EventLoop.h"
-#include "log/Log.h"
+#include "eventloop/EventLoop.h"
+#include "fakes/CollectedLog.h"
 
 #include <QDBusConnection>
 
@@ -37,21 +37,7 @@ public slots:
 class DBusSignalTest : public testing::Test
 {
 protected:
-    DBusSignalTest()
-    {
-        lines().clear();
-        log::setSink([](log::Level, std::string_view line) { lines().emplace_back(line); });
-    }
-    ~DBusSignalTest() override { log::setSink(&log::writeToStandardError); }
-    DBusSignalTest(const DBusSignalTest&) = delete;
-    DBusSignalTest& operator=(const DBusSignalTest&) = delete;
-
-    static std::vector<std::string>& lines()
-    {
-        static std::vector<std::string> all;
-        return all;
-    }
-
+    CollectedLog logged;
     EventLoop loop;
     QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "signals");
     Listener listener;
@@ -62,14 +48,14 @@ TEST_F(DBusSignalTest, ARefusedSlotIsLogged)
 {
     listen(bus, signal, &listener, SLOT(hearOf(Unregistered)));
 
-    EXPECT_THAT(lines(), ElementsAre("signal D-Bus refusé : app.clavo.Test.Changed"));
+    EXPECT_THAT(logged.lines(), ElementsAre("signal D-Bus refusé : app.clavo.Test.Changed"));
 }
 
 TEST_F(DBusSignalTest, ASlotThatIsTakenIsNotLogged)
 {
     listen(bus, signal, &listener, SLOT(hear()));
 
-    EXPECT_THAT(lines(), IsEmpty());
+    EXPECT_THAT(logged.lines(), IsEmpty());
 }
 
 } // namespace

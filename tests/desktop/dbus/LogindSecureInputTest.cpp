@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/LogindSecureInput.h"
 
-#include "desktop/x11/EventLoop.h"
+#include "eventloop/EventLoop.h"
 #include "fakes/SimulatedTime.h"
 
 #include <QDBusAbstractAdaptor>
@@ -25,6 +25,11 @@ constexpr auto service = "org.freedesktop.login1";
 constexpr auto managerPath = "/org/freedesktop/login1";
 constexpr auto sessionPath = "/org/freedesktop/login1/session/_37";
 constexpr auto sessionInterface = "org.freedesktop.login1.Session";
+
+// The desktop's bus is the system's bus too. The library reads the address at the first connection
+// of the process, which a test of another suite may make.
+[[maybe_unused]] const bool isSystemBusSet =
+    qputenv("DBUS_SYSTEM_BUS_ADDRESS", qgetenv("DBUS_SESSION_BUS_ADDRESS"));
 
 class Manager final : public QObject
 {
@@ -81,11 +86,7 @@ private:
 class LogindSecureInputTest : public testing::Test
 {
 protected:
-    static void SetUpTestSuite()
-    {
-        qputenv("DBUS_SYSTEM_BUS_ADDRESS", qgetenv("DBUS_SESSION_BUS_ADDRESS"));
-        qunsetenv("XDG_SESSION_ID");
-    }
+    static void SetUpTestSuite() { qunsetenv("XDG_SESSION_ID"); }
 
     [[nodiscard]] bool becomes(SecureReason reason) const
     {
@@ -93,7 +94,7 @@ protected:
     }
     void watch() { secureInput = makeLogindSecureInput(time.makeTimer()); }
 
-    /// Watches a session that comes to the screen, so that one sees that it is watched.
+    /// Watches a session that comes to the screen, which shows that it is watched.
     [[nodiscard]] bool watchesUnlocked(Logind& logind)
     {
         watch();
@@ -108,7 +109,7 @@ protected:
     std::unique_ptr<SecureInput> secureInput;
 };
 
-TEST_F(LogindSecureInputTest, TellsThatTheSessionIsLockedAlready)
+TEST_F(LogindSecureInputTest, ReportsASessionThatIsLockedAtTheStart)
 {
     const Logind logind(/*isLocked=*/true, /*isActive=*/true);
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/PortalAppearanceSettings.h"
 
-#include "desktop/x11/EventLoop.h"
+#include "eventloop/EventLoop.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -149,7 +149,7 @@ private:
     QDBusConnection m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "portal");
 };
 
-/// A process that follows the settings and tells the wish for dark or light at every change.
+/// A process that prints the preference for dark or light at every change.
 class Follower
 {
 public:
@@ -207,7 +207,7 @@ protected:
     std::vector<AppearancePreference> wishes;
 };
 
-TEST_F(PortalAppearanceSettingsTest, TellsTheSettingsAsTheyAre)
+TEST_F(PortalAppearanceSettingsTest, ReportsTheCurrentSettings)
 {
     const Portal portal(
         {{"color-scheme", 1U}, {"accent-color", QVariant::fromValue(Parts{0.25, 0.5, 1})}});
@@ -219,7 +219,7 @@ TEST_F(PortalAppearanceSettingsTest, TellsTheSettingsAsTheyAre)
     EXPECT_THAT(wishes[0].accent, Optional(AppearancePreference::Color{0.25, 0.5, 1}));
 }
 
-TEST_F(PortalAppearanceSettingsTest, TellsEveryChange)
+TEST_F(PortalAppearanceSettingsTest, ReportsEveryChange)
 {
     Portal portal({{"color-scheme", 2U}});
     watch();
@@ -295,7 +295,7 @@ TEST_F(PortalAppearanceSettingsTest, AnAnswerThatComesLateDoesNotReplaceANewerOn
     EXPECT_THAT(wishes[2].isDark, Optional(false));
 }
 
-TEST_F(PortalAppearanceSettingsTest, WhatTheUserNoLongerSetsIsNoWish)
+TEST_F(PortalAppearanceSettingsTest, ASettingThatWasRemovedIsNoPreference)
 {
     Portal portal(
         {{"color-scheme", 1U}, {"accent-color", QVariant::fromValue(Parts{0.25, 0.5, 1})}});
@@ -321,7 +321,7 @@ TEST_F(PortalAppearanceSettingsTest, NoPreferenceIsLightOnGnome)
     EXPECT_THAT(wishes[1].isDark, Optional(false));
 }
 
-TEST_F(PortalAppearanceSettingsTest, ValuesOfAnotherTypeAreNoWish)
+TEST_F(PortalAppearanceSettingsTest, AValueOfAnotherTypeIsNoPreference)
 {
     qputenv(currentDesktop, "GNOME");
     Portal portal({{"color-scheme", 1U}, {"accent-color", "blue"}});

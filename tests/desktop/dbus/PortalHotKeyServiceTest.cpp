@@ -3,7 +3,7 @@
 
 #include "contracts/HotKeyServiceContract.h"
 #include "desktop/dbus/ShortcutsPortal.h"
-#include "desktop/x11/EventLoop.h"
+#include "eventloop/EventLoop.h"
 #include "fakes/FakeHotKeyService.h"
 
 #include <QCoreApplication>
@@ -107,7 +107,7 @@ protected:
     int presses = 0;
 };
 
-TEST_F(PortalHotKeyServiceTest, WishesForTheKeysAndSaysWhatTheyDo)
+TEST_F(PortalHotKeyServiceTest, RequestsTheShortcutAndDescribesIt)
 {
     portal = std::make_unique<ShortcutsPortal>();
     add();
@@ -216,7 +216,7 @@ TEST_F(PortalHotKeyServiceTest, LeavesTheOtherServiceAloneWhereTheUserRefuses)
     EXPECT_TRUE(other->registrations.empty());
 }
 
-TEST_F(PortalHotKeyServiceTest, StaysWithTheOtherServiceWhenAPortalComesLater)
+TEST_F(PortalHotKeyServiceTest, KeepsTheOtherServiceWhenAPortalComesLater)
 {
     add();
     ASSERT_TRUE(isGivenByTheOther());

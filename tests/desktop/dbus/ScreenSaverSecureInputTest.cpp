@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/ScreenSaverSecureInput.h"
 
-#include "desktop/x11/EventLoop.h"
+#include "eventloop/EventLoop.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -57,7 +57,7 @@ protected:
     EventLoop loop;
 };
 
-TEST_F(ScreenSaverSecureInputTest, TellsThatOneIsActiveAlready)
+TEST_F(ScreenSaverSecureInputTest, ReportsAScreenSaverThatIsActiveAtTheStart)
 {
     const ScreenSaver screenSaver("org.gnome.ScreenSaver", "/org/gnome/ScreenSaver", true);
 

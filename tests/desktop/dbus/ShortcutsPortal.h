@@ -17,8 +17,8 @@ namespace clavo
 
 class ProgramRegistry;
 
-/// A desktop portal with shortcuts, on a connection of its own. It gives every shortcut the keys
-/// that are wished for.
+/// A desktop portal with shortcuts, on a connection of its own. It assigns every shortcut
+/// the preferred keys.
 class ShortcutsPortal : public QObject
 {
     Q_OBJECT

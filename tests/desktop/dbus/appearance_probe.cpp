@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // appearance_probe
 //
-// A process that follows the desktop's settings for the look of programs and prints the wish for
-// dark or light whenever it is told one. It registers no type of the bus by itself.
+// A process that watches the desktop's appearance settings and prints the preference for dark or
+// light whenever one is reported. It registers no type of the bus by itself.
 #include "platform/dbus/PortalAppearanceSettings.h"
 
 #include <QCoreApplication>

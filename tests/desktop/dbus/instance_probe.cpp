@@ -35,7 +35,7 @@ const std::map<Instance::Role, const char*> roles{{Instance::Role::primary, "fir
 
 const std::map<Instance::Delivery, const char*> deliveries{
     {Instance::Delivery::delivered, "delivered"},
-    {Instance::Delivery::notRunning, "nobodyRuns"},
+    {Instance::Delivery::notRunning, "notRunning"},
     {Instance::Delivery::noAnswer, "noAnswer"}};
 
 int run(Instance& instance)

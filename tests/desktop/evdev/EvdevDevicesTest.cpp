@@ -182,7 +182,7 @@ TEST_F(EvdevDevicesTest, TheKernelsRepeatsAreMarked)
     ASSERT_TRUE(listen());
 
     keyboard().key(KEY_A, true);
-    keyboard().tell({{.type = EV_KEY, .code = KEY_A, .value = 2}});
+    keyboard().send({{.type = EV_KEY, .code = KEY_A, .value = 2}});
     keyboard().key(KEY_A, false);
 
     ASSERT_TRUE(untilEvents(3));
@@ -196,7 +196,7 @@ TEST_F(EvdevDevicesTest, AHeldModifierDoesNotRepeat)
     ASSERT_TRUE(listen());
 
     keyboard().key(KEY_CAPSLOCK, true);
-    keyboard().tell({{.type = EV_KEY, .code = KEY_CAPSLOCK, .value = 2}});
+    keyboard().send({{.type = EV_KEY, .code = KEY_CAPSLOCK, .value = 2}});
     keyboard().key(KEY_CAPSLOCK, false);
 
     ASSERT_TRUE(untilEvents(2));
@@ -210,8 +210,8 @@ TEST_F(EvdevDevicesTest, AFineWheelTicksOncePerDetent)
     ASSERT_TRUE(listen());
 
     for (int part = 0; part < 8; ++part)
-        fine.tell({{.type = EV_REL, .code = REL_WHEEL_HI_RES, .value = 30}});
-    fine.tell({{.type = EV_REL, .code = REL_WHEEL_HI_RES, .value = 120},
+        fine.send({{.type = EV_REL, .code = REL_WHEEL_HI_RES, .value = 30}});
+    fine.send({{.type = EV_REL, .code = REL_WHEEL_HI_RES, .value = 120},
                {.type = EV_REL, .code = REL_WHEEL, .value = 1}});
 
     ASSERT_TRUE(untilEvents(3));
@@ -219,7 +219,7 @@ TEST_F(EvdevDevicesTest, AFineWheelTicksOncePerDetent)
                 AllOf(SizeIs(3), Each(testing::Field(&RawEvent::type, RawEventType::scrollWheel))));
 }
 
-TEST_F(EvdevDevicesTest, APositionThatNobodyUsesIsNotFollowed)
+TEST_F(EvdevDevicesTest, AnUnusedPositionIsNotTracked)
 {
     ASSERT_TRUE(listen());
     rig.movePointer(100);
@@ -227,7 +227,7 @@ TEST_F(EvdevDevicesTest, APositionThatNobodyUsesIsNotFollowed)
     rig.tap().setPositionUsed(false);
     rig.movePointer(500);
     mouse().key(BTN_LEFT, true);
-    mouse().tell({{.type = EV_REL, .code = REL_WHEEL, .value = 1}});
+    mouse().send({{.type = EV_REL, .code = REL_WHEEL, .value = 1}});
     ASSERT_TRUE(untilEvents(2));
     rig.tap().setPositionUsed(true);
     rig.movePointer(500);
@@ -239,7 +239,7 @@ TEST_F(EvdevDevicesTest, APositionThatNobodyUsesIsNotFollowed)
                                     RawEvent{.type = RawEventType::leftMouseUp, .x = 500}));
 }
 
-TEST_F(EvdevDevicesTest, TheNextMotionIsToldWhereNobodyUsesThePosition)
+TEST_F(EvdevDevicesTest, TheNextMotionIsReportedWhileThePositionIsUnused)
 {
     ASSERT_TRUE(listen());
     rig.tap().setPositionUsed(false);
@@ -259,7 +259,7 @@ TEST_F(EvdevDevicesTest, ATabletSaysWhereThePointerIs)
     auto& tablet = rig.devices.plugIn(tabletKind());
     ASSERT_TRUE(listen());
 
-    tablet.tell({{.type = EV_ABS, .code = ABS_X, .value = 500}});
+    tablet.send({{.type = EV_ABS, .code = ABS_X, .value = 500}});
     tablet.key(BTN_LEFT, true);
 
     ASSERT_TRUE(untilEvents(1));
@@ -274,7 +274,7 @@ TEST_F(EvdevDevicesTest, AKeyThatIsDownAlreadyIsNotPressedAgain)
     keyboard().key(KEY_A, false);
 
     ASSERT_TRUE(untilEvents(1));
-    // What the device had to tell before it was opened may still arrive, as the repeat it then is.
+    // An event from before the device was opened may still arrive, as a repeat.
     EXPECT_EQ(settled().back(), keyUp(letterA));
     for (const auto& event : events)
         EXPECT_TRUE(event.keyCode != letterA || event.type == RawEventType::keyUp ||

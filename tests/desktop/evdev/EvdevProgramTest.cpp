@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "desktop/evdev/KernelDevices.h"
-#include "desktop/program/ProgramFixture.h"
+#include "desktop/user/KernelDevices.h"
+#include "desktop/user/ProgramFixture.h"
 
 #include <linux/input-event-codes.h>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "desktop/evdev/KernelDevices.h"
-#include "desktop/x11/EventLoop.h"
+#include "desktop/user/KernelDevices.h"
+#include "eventloop/EventLoop.h"
 #include "fakes/FakeScreens.h"
 #include "platform/evdev/EvdevEventTap.h"
 #include "platform/evdev/EvdevKeys.h"
@@ -37,14 +37,14 @@ public:
     void wheel(double x)
     {
         movePointer(x);
-        mouse->tell({{.type = EV_REL, .code = REL_WHEEL, .value = 1}});
+        mouse->send({{.type = EV_REL, .code = REL_WHEEL, .value = 1}});
     }
 
     /// Against the left edge of the screens, and from there to the place.
     void movePointer(double x)
     {
-        mouse->tell({{.type = EV_REL, .code = REL_X, .value = -100'000}});
-        mouse->tell({{.type = EV_REL, .code = REL_X, .value = static_cast<std::int32_t>(x)}});
+        mouse->send({{.type = EV_REL, .code = REL_X, .value = -100'000}});
+        mouse->send({{.type = EV_REL, .code = REL_X, .value = static_cast<std::int32_t>(x)}});
     }
 
     void lose()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "contracts/AudioOutputContract.h"
 
-#include "desktop/x11/EventLoop.h"
+#include "eventloop/EventLoop.h"
 #include "platform/Platform.h"
 #include "platform/pipewire/PipeWireOutput.h"
 #include "platform/pulse/PulseOutput.h"

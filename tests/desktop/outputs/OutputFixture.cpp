@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/outputs/OutputFixture.h"
 
-#include "desktop/outputs/SinkRecorder.h"
+#include "desktop/user/SinkRecorder.h"
 
 #include <algorithm>
 #include <array>

@@ -3,8 +3,8 @@
 
 #include "audio/AudioOutput.h"
 #include "audio/realtime/Mixer.h"
-#include "desktop/outputs/SinkRecorder.h"
-#include "desktop/x11/EventLoop.h"
+#include "desktop/user/SinkRecorder.h"
+#include "eventloop/EventLoop.h"
 
 #include <gmock/gmock.h>
 

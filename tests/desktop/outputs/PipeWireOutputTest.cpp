@@ -18,7 +18,7 @@ TEST_F(PipeWireOutputTest, PlaysTheSamplesOnTheDefaultSink)
     EXPECT_TRUE(isHeardOn(desktopSink));
 }
 
-TEST_F(PipeWireOutputTest, TellsThePeriodItWasGranted)
+TEST_F(PipeWireOutputTest, ReportsThePeriodItWasGranted)
 {
     use(makePipeWireOutput(64));
 
@@ -28,14 +28,14 @@ TEST_F(PipeWireOutputTest, TellsThePeriodItWasGranted)
     EXPECT_EQ(m_output->status().sampleRate, 48000U);
 }
 
-TEST_F(PipeWireOutputTest, TellsAPeriodThatOthersHaveShortened)
+TEST_F(PipeWireOutputTest, ReportsAPeriodThatOthersHaveShortened)
 {
     use(makePipeWireOutput(1024));
     ASSERT_TRUE(runsOn("PipeWire"));
 
     const auto other = makePipeWireOutput(64);
     other->prepare(m_mixer, [] {});
-    other->connect(); // Streams until it is up, silent, and with a wish of its own.
+    other->connect(); // Streams silence until it is up, and requests a period of its own.
 
     EXPECT_TRUE(EventLoop::until([&] { return m_output->status().quantumFrames == 64; }));
 }

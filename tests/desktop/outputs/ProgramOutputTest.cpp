@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/outputs/OutputFixture.h"
-#include "log/Log.h"
+#include "fakes/CollectedLog.h"
 #include "platform/Platform.h"
 
 #include <QElapsedTimer>
@@ -17,22 +17,10 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::StartsWith;
 
-std::vector<std::string>& logLines()
-{
-    static std::vector<std::string> lines;
-    return lines;
-}
-
 /// The output as the program makes it, on the server of the desktop.
 class ProgramOutputTest : public OutputFixture
 {
 protected:
-    ProgramOutputTest()
-    {
-        logLines().clear();
-        log::setSink([](log::Level, std::string_view line) { logLines().emplace_back(line); });
-    }
-
     static void soundServer(const std::string& command) { ask("$CLAVO_SOUND_SERVER " + command); }
 
     [[nodiscard]] bool runsOnTheServer()
@@ -45,6 +33,8 @@ protected:
     {
         return EventLoop::until([this] { return m_output->status().server.empty(); });
     }
+
+    CollectedLog logged;
 };
 
 TEST_F(ProgramOutputTest, IsBackByItselfAfterTheServersDeath)
@@ -65,9 +55,10 @@ TEST_F(ProgramOutputTest, IsBackByItselfAfterTheServersDeath)
 
     EXPECT_EQ(m_output->status().server, server);
     EXPECT_TRUE(isHeardOn(desktopSink));
-    EXPECT_THAT(logLines(), Contains(StartsWith("sortie audio : " + server)).Times(1));
-    EXPECT_THAT(logLines(), Contains("sortie audio perdue : " + server).Times(1));
-    EXPECT_THAT(logLines(), Contains(StartsWith("sortie audio de retour : " + server)).Times(1));
+    EXPECT_THAT(logged.lines(), Contains(StartsWith("sortie audio : " + server)).Times(1));
+    EXPECT_THAT(logged.lines(), Contains("sortie audio perdue : " + server).Times(1));
+    EXPECT_THAT(logged.lines(),
+                Contains(StartsWith("sortie audio de retour : " + server)).Times(1));
 }
 
 TEST_F(ProgramOutputTest, EndsItsSoundsWhileThereIsNoServer)
@@ -111,7 +102,7 @@ TEST_F(ProgramOutputTest, SurvivesTheServersDeathAndReturnWhilePaused)
     EXPECT_TRUE(isHeardOn(desktopSink));
 }
 
-TEST_F(ProgramOutputTest, TellsOfNoServerThatDiesWhilePaused)
+TEST_F(ProgramOutputTest, DoesNotReportAServerThatDiesWhilePaused)
 {
     use(makeAudioOutput());
     ASSERT_TRUE(runsOnTheServer());
@@ -161,12 +152,12 @@ TEST_F(ProgramOutputTest, IsSilentOnRequest)
 TEST_F(ProgramOutputTest, RefusesAnImpossiblePeriodWithOneLogLine)
 {
     for (const auto* const wish : {"15", "8193", "128x", "-128", "many"}) {
-        logLines().clear();
+        logged.clear();
         setenv("CLAVO_QUANTUM", wish, 1);
         const auto output = makeAudioOutput();
         unsetenv("CLAVO_QUANTUM");
 
-        EXPECT_THAT(logLines(), ElementsAre(StartsWith("CLAVO_QUANTUM"))) << wish;
+        EXPECT_THAT(logged.lines(), ElementsAre(StartsWith("CLAVO_QUANTUM"))) << wish;
     }
 }
 

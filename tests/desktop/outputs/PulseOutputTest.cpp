@@ -18,7 +18,7 @@ TEST_F(PulseOutputTest, PlaysTheSamplesOnTheDefaultSink)
     EXPECT_TRUE(isHeardOn(desktopSink));
 }
 
-TEST_F(PulseOutputTest, TellsThePeriodItWasGranted)
+TEST_F(PulseOutputTest, ReportsThePeriodItWasGranted)
 {
     use(makePulseOutput(1024));
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "desktop/program/RunningProgram.h"
-#include "desktop/x11/EventLoop.h"
+#include "desktop/user/RunningProgram.h"
+#include "eventloop/EventLoop.h"
 #include "fakes/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -43,7 +43,7 @@ protected:
         return {std::istreambuf_iterator<char>(stream), {}};
     }
 
-    /// Every file of the user's, by its path in the user's folder.
+    /// Every file in the user's folder, by its relative path.
     [[nodiscard]] std::set<std::string> userFiles() const
     {
         std::set<std::string> names;

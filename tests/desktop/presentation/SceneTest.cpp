@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/presentation/PresentedProgram.h"
 
-#include "desktop/tray/ProgramWindows.h"
+#include "desktop/user/ProgramWindows.h"
 
 #include <algorithm>
 

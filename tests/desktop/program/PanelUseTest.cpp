@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/program/WindowFixture.h"
-#include "desktop/tray/HostPrograms.h"
+#include "desktop/user/HostPrograms.h"
 
 #include <QElapsedTimer>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "desktop/program/ProgramFixture.h"
+#include "desktop/user/ProgramFixture.h"
 
 namespace clavo
 {

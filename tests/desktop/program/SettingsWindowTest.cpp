@@ -51,7 +51,7 @@ TEST_F(SettingsOfTheProgram, TheExportIsSavedWhereTheDialogSays)
         return window && window->width() != settingsWidth;
     }));
     const auto saved = documents / "clavo-stats.json";
-    // The keys go to the dialog a moment after it is seen.
+    // The dialog has the focus a moment after it is visible.
     ASSERT_TRUE(EventLoop::until([&] {
         hands.strike(keyReturn);
         return read(saved).is_object();
@@ -64,14 +64,14 @@ TEST_F(SettingsOfTheProgram, TheExportIsSavedWhereTheDialogSays)
                                          testing::Gt(0))));
 }
 
-/// The same on a desktop for assistive technology: the windows of programs tell what is in them.
+/// The same on a desktop with assistive technology, to which programs describe their windows.
 class SettingsReadAloud : public SettingsOfTheProgram
 {
 protected:
     SettingsReadAloud()
     {
         qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
-        // Answered once the accessibility bus runs: a program started before would tell nothing.
+        // Answered once the accessibility bus runs: a program started before would not use it.
         QDBusConnection::sessionBus().call(QDBusMessage::createMethodCall(
             "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress"));
     }

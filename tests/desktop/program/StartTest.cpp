@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "desktop/program/ProgramFixture.h"
+#include "desktop/user/ProgramFixture.h"
 #include "unit/packs/PackFiles.h"
 
 #include <QDBusConnection>
@@ -115,7 +115,7 @@ TEST_F(Start, ASecondStartLeavesItToTheFirst)
     EXPECT_TRUE(becomes(statsFile(), "total", 1)) << "counted twice, or not at all";
 }
 
-TEST_F(Start, AStartInThePlaceOfTheRunningOneEndsThat)
+TEST_F(Start, AStartThatReplacesTheRunningInstanceEndsIt)
 {
     RunningProgram first(user.path());
     ASSERT_TRUE(first.listens());
@@ -146,7 +146,7 @@ TEST_F(Start, NothingIsToggledWhereNothingRuns)
     EXPECT_TRUE(std::filesystem::is_empty(user.path()));
 }
 
-TEST_F(Start, TheRunningOneTellsWhatItListensToAndPlaysThrough)
+TEST_F(Start, TheRunningOneReportsItsInputAndOutput)
 {
     store({{"volume", 0.5}});
     RunningProgram program(user.path());
@@ -170,7 +170,7 @@ TEST_F(Start, TheRunningOneTellsWhatItListensToAndPlaysThrough)
     EXPECT_EQ(status["settings"]["volume"], 0.5);
 }
 
-TEST_F(Start, TheServerIsToldOfWhileTheDeviceSleeps)
+TEST_F(Start, TheServerIsReportedWhileTheDeviceSleeps)
 {
     RunningProgram program(user.path());
     ASSERT_TRUE(program.plays());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "desktop/program/ProgramFixture.h"
+#include "desktop/user/ProgramFixture.h"
 
 #include <QDate>
 
@@ -28,7 +28,7 @@ std::string today()
 class Typing : public ProgramFixture
 {
 protected:
-    /// Every file of the user's, by its path in the user's folder.
+    /// Every file in the user's folder, by its relative path.
     [[nodiscard]] std::set<std::string> files() const
     {
         std::set<std::string> names;

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "desktop/program/ProgramFixture.h"
-#include "desktop/tray/ProgramWindows.h"
+#include "desktop/user/ProgramFixture.h"
+#include "desktop/user/ProgramWindows.h"
 
 #include <initializer_list>
 
 namespace clavo
 {
 
-/// Somebody who uses the windows of the real program.
+/// The windows of the real program and a user.
 class WindowFixture : public ProgramFixture
 {
 protected:
@@ -25,7 +25,7 @@ protected:
     static constexpr int panelWidth = 330;
     static constexpr int settingsWidth = 460;
 
-    /// True once a window of this width is the one that is open, and the keys go there.
+    /// True once the open window has this width and the keyboard focus.
     static bool opens(int width)
     {
         return EventLoop::until([=] {

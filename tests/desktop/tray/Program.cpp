@@ -46,9 +46,9 @@ void obey(clavo::MenuBarItem& item, clavo::FakeAppearanceSettings& desktop, cons
 
 } // namespace
 
-/// The item in a program of its own: says what it is asked for on the standard output, and takes
-/// "on", "off", "light" and "dark", which are the palette's, "wishes light" and "wishes dark",
-/// which are the desktop's, on the standard input. Ends with it.
+/// The item in a program of its own. Prints the requests to the standard output and reads "on" and
+/// "off", "light" and "dark" for the palette, "wishes light" and "wishes dark" for the desktop's
+/// preference from the standard input, with which it ends.
 int main(int argc, char* argv[])
 {
     const QApplication application(argc, argv);

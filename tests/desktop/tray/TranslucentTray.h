@@ -12,14 +12,14 @@
 namespace clavo
 {
 
-/// An XEmbed host of 16 by 16 pixels whose windows may be transparent, and which tells the colour
-/// of the symbols in it if it is given one. It takes in the first window that asks.
+/// An XEmbed host of 16 by 16 pixels whose windows may be transparent, and which announces the
+/// colour of its symbols if it has one. It embeds the first window that asks.
 class TranslucentTray
 {
 public:
     explicit TranslucentTray(std::optional<QColor> symbols = {});
 
-    /// What the window that was taken in shows there; nothing if there is none yet.
+    /// The colour of the embedded window at the point; nothing while there is no such window.
     [[nodiscard]] std::optional<QColor> pixel(QPoint point);
 
 private:

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "desktop/tray/HostPrograms.h"
-#include "desktop/x11/EventLoop.h"
-#include "desktop/x11/Hands.h"
+#include "desktop/user/Hands.h"
+#include "desktop/user/HostPrograms.h"
+#include "eventloop/EventLoop.h"
 
 #include <QRect>
 #include <QStringList>

@@ -69,7 +69,7 @@ TEST_F(StatusNotifierIconTest, FollowsThePalette)
     EXPECT_TRUE(becomes(Qt::black));
 }
 
-TEST_F(StatusNotifierIconTest, FollowsTheDesktopsWishBeforeThePalette)
+TEST_F(StatusNotifierIconTest, PrefersTheDesktopsSettingToThePalette)
 {
     ASSERT_TRUE(isRegisteredWith("/nowhere"));
     tell("dark");

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/wayland/Compositor.h"
 
-#include "desktop/x11/EventLoop.h"
+#include "eventloop/EventLoop.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "desktop/evdev/KernelDevices.h"
-#include "desktop/program/ProgramUser.h"
+#include "desktop/user/KernelDevices.h"
+#include "desktop/user/ProgramUser.h"
 #include "desktop/wayland/Compositor.h"
 
 #include <QDir>
@@ -20,7 +20,7 @@ constexpr int panelWidth = 330;
 constexpr int settingsWidth = 460;
 
 /// The real program in a Wayland session. Such a session has an X server too, for programs that
-/// know nothing else; this one lets nobody in.
+/// know only X11; this one accepts no client.
 class WaylandProgram : public ProgramUser
 {
 protected:
@@ -44,7 +44,7 @@ protected:
         return windows.empty() ? std::nullopt : std::optional(windows.front());
     }
 
-    /// True once the one window that is open has this width and the keys go there.
+    /// True once the one open window has this width and the keyboard focus.
     static bool opens(int width)
     {
         return EventLoop::until([=] {
@@ -73,7 +73,7 @@ protected:
         picture.copy(seen).save(QStringLiteral(CLAVO_PICTURES "/%1.png").arg(name));
         return seen;
     }
-    /// True once all of the window that is open is on the screen, and nothing else.
+    /// True once all of the open window is on the screen, and nothing else.
     static bool isDrawn(const char* name)
     {
         return EventLoop::until([=] {
@@ -83,7 +83,7 @@ protected:
     }
 
     /// True once the window shows that a key has reached it. The compositor knows of the focus
-    /// before the program does, which is not told of one that is gone again by then.
+    /// before the program does, which never learns of a focus that is lost again by then.
     static bool takesKeys()
     {
         const auto before = Compositor::picture();

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/x11/X11ActiveWindow.h"
 
-#include "desktop/x11/EventLoop.h"
-#include "desktop/x11/PrivateServer.h"
+#include "desktop/user/PrivateServer.h"
+#include "eventloop/EventLoop.h"
 
 #include <gmock/gmock.h>
 #include <xcb/xcb.h>
@@ -89,7 +89,7 @@ protected:
     std::vector<pid_t> processes;
 };
 
-TEST_F(X11ActiveWindowTest, TellsTheProcessOfTheWindowThatIsActiveAlreadyAndOfTheNext)
+TEST_F(X11ActiveWindowTest, ReportsTheProcessOfTheActiveWindowAndThenOfTheNext)
 {
     Windows windows(server.display());
     windows.activate(windows.openOf(1234));
@@ -102,7 +102,7 @@ TEST_F(X11ActiveWindowTest, TellsTheProcessOfTheWindowThatIsActiveAlreadyAndOfTh
     EXPECT_THAT(processes, ElementsAre(1234, 77));
 }
 
-TEST_F(X11ActiveWindowTest, TellsNobodyWhereNothingSaysWhoseTheWindowIs)
+TEST_F(X11ActiveWindowTest, ReportsNoProcessForAWindowOfUnknownOwner)
 {
     Windows windows(server.display());
     const auto window = makeX11ActiveWindow(receiver(), server.display());
@@ -131,7 +131,7 @@ TEST_F(X11ActiveWindowTest, SurvivesAWindowThatIsGoneAgain)
     EXPECT_THAT(processes, ElementsAre(0, 0));
 }
 
-TEST_F(X11ActiveWindowTest, WithoutAServerTellsNothing)
+TEST_F(X11ActiveWindowTest, WithoutAServerItReportsNothing)
 {
     const auto window = makeX11ActiveWindow(receiver(), ":7777");
     QCoreApplication::processEvents();

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "contracts/EventTapContract.h"
 
-#include "desktop/x11/EventLoop.h"
-#include "desktop/x11/Hands.h"
-#include "desktop/x11/PrivateServer.h"
+#include "desktop/user/Hands.h"
+#include "desktop/user/PrivateServer.h"
+#include "eventloop/EventLoop.h"
 #include "platform/evdev/EvdevKeys.h"
 #include "platform/x11/X11EventTap.h"
 

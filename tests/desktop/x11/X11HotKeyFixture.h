@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "desktop/x11/EventLoop.h"
-#include "desktop/x11/Hands.h"
-#include "desktop/x11/PrivateServer.h"
+#include "desktop/user/Hands.h"
+#include "desktop/user/PrivateServer.h"
+#include "eventloop/EventLoop.h"
 #include "platform/x11/X11HotKeyService.h"
 
 #include <gmock/gmock.h>
@@ -15,7 +15,7 @@
 namespace clavo
 {
 
-/// The shortcuts shift-Super-K and shift-Super-J on a desktop of their own, and somebody at the
+/// The shortcuts shift-Super-K and shift-Super-J on a desktop of their own, and hands at its
 /// keyboard.
 class X11HotKeyFixture : public testing::Test
 {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "contracts/HotKeyServiceContract.h"
 
-#include "desktop/x11/EventLoop.h"
-#include "desktop/x11/Hands.h"
-#include "desktop/x11/PrivateServer.h"
+#include "desktop/user/Hands.h"
+#include "desktop/user/PrivateServer.h"
+#include "eventloop/EventLoop.h"
 #include "platform/x11/X11HotKeyService.h"
 
 #include <linux/input-event-codes.h>

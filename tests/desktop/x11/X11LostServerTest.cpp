@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/x11/X11TapFixture.h"
-#include "log/Log.h"
+#include "fakes/CollectedLog.h"
 
 #include <linux/input-event-codes.h>
 
@@ -17,15 +17,11 @@ using testing::Field;
 using testing::Lt;
 using testing::SizeIs;
 
-int logged = 0; // The log's sink is a plain function.
-
 class X11LostServerTest : public X11TapFixture
 {
 protected:
     X11LostServerTest()
     {
-        logged = 0;
-        log::setSink([](log::Level, std::string_view) { ++logged; });
         signal(SIGPIPE, SIG_DFL); // Starting a process through Qt ignores it.
     }
 
@@ -40,6 +36,8 @@ protected:
         server.stop();
         ASSERT_TRUE(untilEvents(1));
     }
+
+    CollectedLog logged;
 
     /// Strikes a key until it is heard.
     [[nodiscard]] bool isHeardAgain()
@@ -63,7 +61,7 @@ TEST_F(X11LostServerTest, ALostServerIsReportedOnceAndHeardAgainWhenItIsBack)
     EXPECT_EQ(events.front().type, RawEventType::tapDisabledByTimeout);
     events.erase(events.begin());
     EXPECT_THAT(events, Each(Field(&RawEvent::type, Lt(RawEventType::tapDisabledByTimeout))));
-    EXPECT_EQ(logged, 1);
+    EXPECT_THAT(logged.lines(), SizeIs(1));
 }
 
 TEST_F(X11LostServerTest, AServerMayBeLostTwice)
@@ -74,7 +72,7 @@ TEST_F(X11LostServerTest, AServerMayBeLostTwice)
     events.clear();
 
     server.stop();
-    ASSERT_TRUE(EventLoop::until([&] { return logged == 2; }));
+    ASSERT_TRUE(EventLoop::until([&] { return logged.lines().size() == 2; }));
     server.start();
 
     EXPECT_TRUE(isHeardAgain());

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "desktop/x11/EventLoop.h"
-#include "desktop/x11/Hands.h"
-#include "desktop/x11/PrivateServer.h"
+#include "desktop/user/Hands.h"
+#include "desktop/user/PrivateServer.h"
+#include "eventloop/EventLoop.h"
 #include "platform/x11/X11EventTap.h"
 
 #include <gmock/gmock.h>
@@ -15,7 +15,7 @@
 namespace clavo
 {
 
-/// A tap on a desktop of its own, and somebody at the keyboard.
+/// A tap on a desktop of its own, and hands at its keyboard.
 class X11TapFixture : public testing::Test
 {
 protected:

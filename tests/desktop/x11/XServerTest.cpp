@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/x11/XServer.h"
 
-#include "desktop/x11/EventLoop.h"
-#include "desktop/x11/PrivateServer.h"
+#include "desktop/user/PrivateServer.h"
+#include "eventloop/EventLoop.h"
 
 #include <gtest/gtest.h>
 

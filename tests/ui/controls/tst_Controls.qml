@@ -14,7 +14,7 @@ TestCase {
     visible: true
     when: windowShown
 
-    // What every control is asked: to be reached by Tab, to show it, and to tell its role and name.
+    // Every control is reached by Tab, shows its focus, and has a role and a name.
     function verifyReachable(control: Item, role: int, name: string) {
         test.forceActiveFocus();
         keyClick(Qt.Key_Tab);

@@ -33,7 +33,7 @@ public:
         WithoutKeyboard,
         BeforeRelaunch, // With a permission that this process cannot use.
         WithoutPacks,   // Nor a key typed.
-        WithLongNames,  // Packs of the user's own.
+        WithLongNames,  // Of custom packs.
         WithLargeNumbers,
     };
     // NOLINTEND(readability-identifier-naming)
@@ -42,7 +42,7 @@ public:
     FakeApplication();
     ~FakeApplication() override;
 
-    /// Makes the application anew.
+    /// Replaces the application.
     void setKind(Kind kind);
 
     /// Chooses a language as the user would.

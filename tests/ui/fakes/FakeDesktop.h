@@ -10,7 +10,7 @@
 namespace clavo
 {
 
-/// The desktop's look, for tests to change. What its user wishes goes before its palette.
+/// The desktop's appearance, for tests to change. The user's preference overrides the palette.
 class FakeDesktop : public QObject
 {
     Q_OBJECT
@@ -20,10 +20,10 @@ class FakeDesktop : public QObject
 public:
     FakeDesktop();
 
-    /// Gives the application a palette, and the user no wish.
+    /// Sets the application's palette and removes the user's preference.
     Q_INVOKABLE void look(bool dark, const QColor& accent);
     Q_INVOKABLE void wish(bool dark, const QColor& accent);
-    /// From here on the controls that exist tell what they are.
+    /// From now on existing controls describe themselves to assistive technology.
     Q_INVOKABLE static void startAssistiveTechnology();
 
 private:

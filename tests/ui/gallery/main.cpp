@@ -31,7 +31,7 @@ namespace
 
 // Longer than any transition.
 constexpr std::chrono::milliseconds timeToSettle{250};
-// Longer than a help text lets itself be waited for.
+// Longer than the delay of a help text.
 constexpr std::chrono::milliseconds timeToRest{900};
 constexpr auto accent = "#3584e4";
 

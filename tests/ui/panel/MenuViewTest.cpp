@@ -29,14 +29,10 @@ protected:
         addPack("topre", "Topre", "special");
     }
 
-    bool hasButton(const QString& text)
-    {
-        return !itemsThat([&](auto* item) { return item->property("text") == text; }).empty();
-    }
     std::vector<std::string> marked()
     {
         std::vector<std::string> names;
-        for (const auto* item : all("row"))
+        for (const auto* item : itemsNamed("row"))
             if (item->property("selected").toBool())
                 names.push_back(item->property("text").toString().toStdString());
         return names;
@@ -44,14 +40,14 @@ protected:
     std::vector<std::string> highlighted()
     {
         std::vector<std::string> names;
-        for (const auto* item : all("row"))
+        for (const auto* item : itemsNamed("row"))
             if (item->property("highlighted").toBool())
                 names.push_back(item->property("text").toString().toStdString());
         return names;
     }
 };
 
-TEST_F(MenuViewTest, IsAsWideAsItIsMeantToBe)
+TEST_F(MenuViewTest, HasItsFixedWidth)
 {
     EXPECT_EQ(window().width(), 330);
     EXPECT_EQ(item("packs").height(), 210);
@@ -62,7 +58,7 @@ TEST_F(MenuViewTest, ShowsTheCardOnlyWithoutPermission)
     access->granted = false;
 
     EXPECT_TRUE(isShown("permissionCard"));
-    EXPECT_FALSE(hasButton("Restart now"));
+    EXPECT_FALSE(hasControl("Restart now"));
 }
 
 TEST_F(MenuViewTest, ShowsNoCardWithPermission)
@@ -74,21 +70,17 @@ TEST_F(MenuViewTest, OffersTheRestartOnlyWhenItIsNeeded)
 {
     needRelaunch();
 
-    click(button("Restart now"));
+    click(control("Restart now"));
 
     EXPECT_EQ(relauncher->opened, 1);
 }
 
-TEST_F(MenuViewTest, TheCardSaysWhatItSaysToTheLetter)
+TEST_F(MenuViewTest, TheCardHasItsExactTexts)
 {
     access->granted = false;
 
-    std::vector<std::string> said;
-    for (const auto* const label :
-         itemsThat([](auto* item) { return item->inherits("QQuickText"); }))
-        said.push_back(label->property("text").toString().toStdString());
     EXPECT_THAT(
-        said,
+        allTexts(),
         IsSupersetOf({"Permission needed",
                       "Clavo needs to detect that a key moved. It never records what you type.",
                       "Turn on Clavo in the list: it restarts by itself once allowed."}));
@@ -100,7 +92,7 @@ TEST_F(MenuViewTest, AsksForThePermission)
     window();
     const auto requests = access->requests.size();
 
-    click(button("Open Input Monitoring"));
+    click(control("Open Input Monitoring"));
 
     EXPECT_EQ(access->requests.size(), requests + 1);
     EXPECT_EQ(access->requests.back(), InputAccess::Occasion::userRequest);
@@ -134,12 +126,12 @@ TEST_F(MenuViewTest, TheCommandsCanBeCopied)
 {
     access->granted = false;
     window();
-    EXPECT_TRUE(itemsThat([](auto* item) { return item->property("text") == "Copy"; }).empty());
+    EXPECT_FALSE(hasControl("Copy"));
     access->typed = "sudo one\nsudo two";
     access->changed();
     settle();
 
-    click(button("Copy"));
+    click(control("Copy"));
 
     EXPECT_EQ(QGuiApplication::clipboard()->text(), "sudo one\nsudo two");
 }
@@ -151,8 +143,8 @@ TEST_F(MenuViewTest, TheCardsButtonsStandBesideEachOtherInLongerLanguages)
         QTranslator translator;
         ASSERT_TRUE(translator.load(QString("clavo_") + language, ":/translations"));
         QCoreApplication::installTranslator(&translator);
-        const auto buttons = itemsThat([card = &item("permissionCard")](auto* item) {
-            return item->inherits("QQuickButton") && card->isAncestorOf(item);
+        const auto buttons = visibleItems([card = &item("permissionCard")](const auto& item) {
+            return item.inherits("QQuickButton") && card->isAncestorOf(&item);
         });
         ASSERT_EQ(buttons.size(), 2U);
         EXPECT_EQ(buttons[0]->y(), buttons[1]->y()) << language;
@@ -219,12 +211,12 @@ TEST_F(MenuViewTest, ShowsTheUsersPacksUnderATitleOfTheirOwn)
 TEST_F(MenuViewTest, TheSelectedRowHasItsMarkAndWeight)
 {
     std::vector<std::string> marks;
-    for (const auto* const mark : all("mark"))
+    for (const auto* const mark : itemsNamed("mark"))
         marks.push_back(mark->property("name").toString().toStdString());
     EXPECT_THAT(marks, ElementsAre("checkmark.circle.fill", "circle"));
 
     std::vector<std::pair<int, int>> fonts;
-    for (const auto* const name : all("name")) {
+    for (const auto* const name : itemsNamed("name")) {
         const auto font = name->property("font").value<QFont>();
         fonts.emplace_back(font.pixelSize(), font.weight());
     }
@@ -243,11 +235,11 @@ TEST_F(MenuViewTest, AClickSelectsAPack)
 TEST_F(MenuViewTest, AClickOnTheSelectedPackLoadsItAgain)
 {
     window();
-    lines().clear();
+    logged.clear();
 
     click(row("Cherry Red"));
 
-    EXPECT_THAT(lines(), ElementsAre("pack chargé : cherrymx-red-abs"));
+    EXPECT_THAT(logged.lines(), ElementsAre("pack chargé : cherrymx-red-abs"));
 }
 
 TEST_F(MenuViewTest, TheRowUnderThePointerStandsOut)
@@ -255,10 +247,10 @@ TEST_F(MenuViewTest, TheRowUnderThePointerStandsOut)
     moveOver({2, 2});
     moveOver(middle(row("Cherry Red")));
     EXPECT_THAT(highlighted(), ElementsAre("Cherry Red"));
-    ASSERT_EQ(all("speaker").size(), 1U);
+    ASSERT_EQ(itemsNamed("speaker").size(), 1U);
     EXPECT_EQ(item("speaker").property("name"), "speaker.wave.2.fill");
     std::vector<double> opacities;
-    for (const auto* const highlight : all("highlight"))
+    for (const auto* const highlight : itemsNamed("highlight"))
         opacities.push_back(highlight->property("color").value<QColor>().alphaF());
     EXPECT_THAT(opacities, ElementsAre(DoubleNear(0.07, 0.005), 0));
 
@@ -321,7 +313,7 @@ TEST_F(MenuViewTest, LargeNumbersMoveNothing)
 {
     const auto size = window().size();
     const auto packs = middle(item("packs"));
-    for (auto* const value : all("value"))
+    for (auto* const value : itemsNamed("value"))
         value->setProperty("text", "9,999,999,999");
     settle();
 

@@ -13,7 +13,7 @@ namespace
 using testing::ElementsAre;
 using testing::Pair;
 
-/// The panel for somebody without a mouse, or without seeing it.
+/// The panel for a user without a mouse or without sight.
 class PanelAccess : public PanelFixture
 {
 protected:
@@ -25,14 +25,6 @@ protected:
         addPack("topre", "Topre", "special");
     }
 
-    static QAccessibleInterface& accessible(QQuickItem& item)
-    {
-        return *QAccessible::queryAccessibleInterface(&item);
-    }
-    static std::string nameOf(QQuickItem& item)
-    {
-        return accessible(item).text(QAccessible::Name).toStdString();
-    }
     QQuickItem& focused() { return *window().activeFocusItem(); }
 };
 
@@ -66,8 +58,8 @@ TEST_F(PanelAccess, ARingShowsWhereTheFocusIs)
 {
     access->granted = false;
     const auto rings = [this] {
-        return itemsThat([](auto* item) {
-            return std::string_view(item->metaObject()->className()).starts_with("FocusRing");
+        return visibleItems([](const auto& item) {
+            return std::string_view(item.metaObject()->className()).starts_with("FocusRing");
         });
     };
     EXPECT_TRUE(rings().empty());
@@ -82,8 +74,8 @@ TEST_F(PanelAccess, ARingShowsWhereTheFocusIs)
 TEST_F(PanelAccess, EveryControlHasANameAndARole)
 {
     needRelaunch();
-    const auto controls = itemsThat([](auto* item) {
-        return item->inherits("QQuickAbstractButton") || item->inherits("QQuickSlider");
+    const auto controls = visibleItems([](const auto& item) {
+        return item.inherits("QQuickAbstractButton") || item.inherits("QQuickSlider");
     });
 
     EXPECT_EQ(controls.size(), 12U);
@@ -99,8 +91,8 @@ TEST_F(PanelAccess, WhatIsOnlyReadHasANameAndARoleToo)
     EXPECT_EQ(accessible(item("packs")).role(), QAccessible::List);
     EXPECT_EQ(nameOf(item("today")), "0 keys today");
     EXPECT_EQ(accessible(item("today")).role(), QAccessible::StaticText);
-    EXPECT_EQ(nameOf(*all("categoryTitle").at(0)), "Linear");
-    EXPECT_EQ(accessible(*all("categoryTitle").at(0)).role(), QAccessible::Heading);
+    EXPECT_EQ(nameOf(*itemsNamed("categoryTitle").at(0)), "Linear");
+    EXPECT_EQ(accessible(*itemsNamed("categoryTitle").at(0)).role(), QAccessible::Heading);
 }
 
 TEST_F(PanelAccess, ControlsSayWhatTheyDo)
@@ -159,7 +151,7 @@ TEST_F(PanelAccess, AHeldReturnChoosesAPackTurnsASwitchAndPressesAButtonOnce)
 {
     const QSignalSpy requests(&panel(), &Panel::quitRequested);
     window();
-    lines().clear();
+    logged.clear();
     for (const auto* const name : {"packs", "mouseSounds", "quit"}) {
         item(name).forceActiveFocus(Qt::TabFocusReason);
         for (const auto isRepeated : {false, true, true}) {
@@ -168,12 +160,12 @@ TEST_F(PanelAccess, AHeldReturnChoosesAPackTurnsASwitchAndPressesAButtonOnce)
         }
     }
 
-    EXPECT_THAT(lines(), ElementsAre("pack chargé : cherrymx-red-abs"));
+    EXPECT_THAT(logged.lines(), ElementsAre("pack chargé : cherrymx-red-abs"));
     EXPECT_TRUE(state().mouseSounds());
     EXPECT_EQ(requests.count(), 1);
 }
 
-TEST_F(PanelAccess, WhatGetsTheFocusComesIntoViewOnALowScreen)
+TEST_F(PanelAccess, TheFocusedControlScrollsIntoViewOnALowScreen)
 {
     window().setProperty("largestHeight", 300);
     settle();
@@ -226,11 +218,11 @@ TEST_F(PanelAccess, ArrowsMoveInThePackListAndSpaceAndReturnSelect)
 
 TEST_F(PanelAccess, RowsSayWhichOneIsSelected)
 {
-    auto* const accessible = QAccessible::queryAccessibleInterface(&row("Cherry Red"));
-    EXPECT_EQ(accessible->role(), QAccessible::RadioButton);
-    EXPECT_EQ(accessible->text(QAccessible::Name), "Cherry Red");
-    EXPECT_TRUE(accessible->state().checked);
-    EXPECT_FALSE(QAccessible::queryAccessibleInterface(&row("Topre"))->state().checked);
+    auto& selected = row("Cherry Red");
+    EXPECT_EQ(accessible(selected).role(), QAccessible::RadioButton);
+    EXPECT_EQ(nameOf(selected), "Cherry Red");
+    EXPECT_TRUE(accessible(selected).state().checked);
+    EXPECT_FALSE(accessible(row("Topre")).state().checked);
 }
 
 } // namespace

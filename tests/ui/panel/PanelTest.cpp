@@ -137,7 +137,7 @@ TEST_F(PanelTest, TheSettingsAreOneKeyOrClickAway)
 {
     const QSignalSpy requests(&panel(), &Panel::settingsRequested);
 
-    PanelFixture::press(Qt::Key_Comma, Qt::ControlModifier);
+    press(Qt::Key_Comma, Qt::ControlModifier);
     EXPECT_EQ(requests.count(), 1);
     EXPECT_FALSE(panel().isOpen());
 
@@ -149,7 +149,7 @@ TEST_F(PanelTest, QuittingIsOneKeyOrClickAway)
 {
     const QSignalSpy requests(&panel(), &Panel::quitRequested);
 
-    PanelFixture::press(Qt::Key_Q, Qt::ControlModifier);
+    press(Qt::Key_Q, Qt::ControlModifier);
     click(item("quit"));
 
     EXPECT_EQ(requests.count(), 2);

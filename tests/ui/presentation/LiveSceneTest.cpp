@@ -3,6 +3,7 @@
 
 #include "ui/PanelPlacement.h"
 #include "ui/presentation/PresentationFixture.h"
+#include "ui/windows/WindowReader.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -26,18 +27,12 @@ class LiveSceneTest : public PresentationFixture
 protected:
     using Scene = LiveScene::Scene;
 
-    /// Opens the scene; its window.
+    /// Opens the scene and returns its window.
     QQuickWindow& open(Scene scene)
     {
         m_scene.emplace(state(), language(), m_output);
         m_scene->show(scene);
-        for (auto* const window : QGuiApplication::topLevelWindows()) {
-            if (auto* const found = qobject_cast<QQuickWindow*>(window);
-                found && found->isVisible())
-                return *found;
-        }
-        ADD_FAILURE() << "there is no window";
-        std::abort();
+        return *openWindows().at(0);
     }
     [[nodiscard]] std::string output() const { return m_output.str(); }
 

@@ -3,15 +3,12 @@
 
 #include "ui/controls/Symbol.h"
 #include "ui/presentation/PresentationFixture.h"
-
-#include <QQuickItem>
-#include <QQuickWindow>
+#include "ui/windows/WindowReader.h"
 
 #include <gmock/gmock.h>
 
-#include <functional>
+#include <memory>
 #include <string>
-#include <vector>
 
 namespace clavo
 {
@@ -25,11 +22,9 @@ using testing::IsEmpty;
 using testing::IsSupersetOf;
 using testing::Not;
 
-class Slides : public PresentationFixture
+class Slides : public PresentationFixture, protected WindowReader
 {
 protected:
-    using Texts = std::vector<std::string>;
-
     /// Makes the slide that is looked at.
     void show(const QString& type)
     {
@@ -40,19 +35,7 @@ protected:
         m_window.grabWindow(); // Everything has its place then.
     }
 
-    [[nodiscard]] std::vector<QQuickItem*> visible(const QString& name) const
-    {
-        return visibleItems([&](const QQuickItem& item) { return item.objectName() == name; });
-    }
-    /// What the visible items of this object name say.
-    [[nodiscard]] Texts texts(const QString& name) const { return textsOf(visible(name)); }
-    /// All that can be read.
-    [[nodiscard]] Texts allTexts() const
-    {
-        return textsOf(
-            visibleItems([](const QQuickItem& item) { return item.inherits("QQuickText"); }));
-    }
-    [[nodiscard]] Texts symbols() const
+    Texts symbols()
     {
         Texts names;
         for (const auto* const item : visibleItems([](const QQuickItem& each) {
@@ -64,42 +47,18 @@ protected:
         }
         return names;
     }
-    [[nodiscard]] Texts titles() const
+    Texts titles()
     {
-        return textsOf(visibleItems([](const QQuickItem& item) {
-            return item.objectName() == "title" || item.objectName() == "subtitle";
-        }));
+        Texts found;
+        for (const auto* const each : visibleItems([](const QQuickItem& item) {
+                 return item.objectName() == "title" || item.objectName() == "subtitle";
+             }))
+            found.push_back(each->property("text").toString().toStdString());
+        return found;
     }
 
 private:
-    static Texts textsOf(const std::vector<QQuickItem*>& items)
-    {
-        Texts found;
-        for (const auto* const item : items)
-            found.push_back(item->property("text").toString().toStdString());
-        return found;
-    }
-
-    [[nodiscard]] std::vector<QQuickItem*>
-    visibleItems(const std::function<bool(const QQuickItem&)>& accepts) const
-    {
-        std::vector<QQuickItem*> found;
-        collect(*m_slide, accepts, found);
-        return found;
-    }
-
-    static void collect(const QQuickItem& item,
-                        const std::function<bool(const QQuickItem&)>& accepts,
-                        std::vector<QQuickItem*>& found)
-    {
-        for (auto* const child : item.childItems()) {
-            if (!child->isVisible())
-                continue;
-            if (accepts(*child))
-                found.push_back(child);
-            collect(*child, accepts, found);
-        }
-    }
+    QQuickItem& content() override { return *m_slide; }
 
     QQuickWindow m_window;
     std::unique_ptr<QQuickItem> m_slide;
@@ -118,7 +77,7 @@ TEST_F(Slides, HeroShowsThePanelUnderTheMenuBar)
     EXPECT_THAT(texts("clock"), ElementsAre("9:41"));
     EXPECT_THAT(allTexts(), IsSupersetOf({"5,284", "keys today", "14", "92", "Quit"}));
     EXPECT_THAT(texts("selectedPack"), ElementsAre("NK Cream"));
-    EXPECT_THAT(visible("permissionCard"), IsEmpty());
+    EXPECT_THAT(itemsNamed("permissionCard"), IsEmpty());
 }
 
 TEST_F(Slides, SwitchesShowACardForEveryPackInItsColour)
@@ -133,7 +92,7 @@ TEST_F(Slides, SwitchesShowACardForEveryPackInItsColour)
                 ElementsAre("Linear", "Tactile", "Clicky", "Special", "My packs"));
     EXPECT_THAT(symbols(), Contains("waveform"));
     std::vector<QColor> tints;
-    for (const auto* const card : visible("card"))
+    for (const auto* const card : itemsNamed("card"))
         tints.push_back(card->property("tint").value<QColor>());
     const auto violet = QColor::fromRgbF(0.75F, 0.5F, 1.0F);
     EXPECT_THAT(tints, ElementsAre(QColor::fromRgbF(0.36F, 0.62F, 1.0F),
@@ -148,7 +107,7 @@ TEST_F(Slides, CardsStayOnTheSlideHoweverManyThereAre)
                   manifestText("", "", std::to_string(i), "Pack"));
     show("SwitchesSlide");
 
-    const auto cards = visible("card");
+    const auto cards = itemsNamed("card");
     ASSERT_EQ(cards.size(), 45U);
     for (const auto* const card : cards)
         EXPECT_TRUE(
@@ -168,8 +127,8 @@ TEST_F(Slides, InstantShowsTheRowsOfTheKeyboardAndOneKeySounding)
         keys += legend;
     // The lit key is drawn over the others.
     EXPECT_EQ(keys, "1234567890QWERTYUIOPASDFGHJLZXCVBNMK");
-    EXPECT_EQ(visible("litKey").size(), 1U);
-    EXPECT_EQ(visible("wave").size(), 3U);
+    EXPECT_EQ(itemsNamed("litKey").size(), 1U);
+    EXPECT_EQ(itemsNamed("wave").size(), 3U);
     EXPECT_THAT(symbols(), ElementsAre("speaker.wave.2.fill"));
     EXPECT_THAT(texts("figureValue"), ElementsAre("2 ms", "×5", "114"));
     EXPECT_THAT(texts("figureLabel"),
@@ -186,7 +145,7 @@ TEST_F(Slides, StatisticsShowTwoWeeks)
     EXPECT_THAT(texts("windowTitle"), ElementsAre("Statistics"));
     EXPECT_THAT(texts("caption"), IsSupersetOf({"Today", "Streak", "Best", "Total"}));
     EXPECT_THAT(texts("value"), ElementsAre("5,284", "14 d", "92 WPM", "484,204"));
-    EXPECT_EQ(visible("bar").size(), 14U);
+    EXPECT_EQ(itemsNamed("bar").size(), 14U);
 }
 
 TEST_F(Slides, PrivacyShowsItsPointsBesideTheSettings)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings/SettingsFixture.h"
 
+#include <algorithm>
+
 namespace clavo
 {
 namespace
@@ -12,21 +14,21 @@ protected:
     AboutTab() { QCoreApplication::setApplicationVersion("1.2.3"); }
 
     /// Those of the tab, without the tabs' own.
-    QStringList shown()
+    Texts shown()
     {
         open(Tab::about);
-        auto all = texts();
-        return all.sliced(all.indexOf("Clavo"));
+        const auto all = allTexts();
+        return {std::ranges::find(all, "Clavo"), all.end()};
     }
 };
 
-TEST_F(AboutTab, SaysWhatItSaysToTheLetter)
+TEST_F(AboutTab, HasItsExactTexts)
 {
     EXPECT_EQ(shown(),
-              QStringList({"Clavo", "Version 1.2.3",
-                           "Mechanical keyboard sounds for your Mac.\nNothing is recorded, nothing "
-                           "is sent.",
-                           "Recordings: Mechvibes open-source project (MIT licence)."}));
+              Texts({"Clavo", "Version 1.2.3",
+                     "Mechanical keyboard sounds for your Mac.\nNothing is recorded, nothing "
+                     "is sent.",
+                     "Recordings: Mechvibes open-source project (MIT licence)."}));
 }
 
 TEST_F(AboutTab, LeavesAnUnknownVersionOut)
@@ -41,8 +43,8 @@ TEST_F(AboutTab, ShowsTheIconAtItsSize)
 {
     open(Tab::about);
 
-    EXPECT_EQ(named("icon")->size(), QSizeF(96, 96));
-    EXPECT_EQ(named("icon")->property("status").toInt(), 1); // Ready
+    EXPECT_EQ(item("icon").size(), QSizeF(96, 96));
+    EXPECT_EQ(item("icon").property("status").toInt(), 1); // Ready
 }
 
 } // namespace

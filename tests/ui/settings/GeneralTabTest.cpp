@@ -23,23 +23,23 @@ TEST_F(GeneralTab, HasItsSectionsInOrder)
 {
     openTab();
 
-    QStringList inOrder;
-    for (const auto& text : texts()) {
+    Texts inOrder;
+    for (const auto& text : allTexts()) {
         if (text == "Open Clavo at login" || text == "Turn on / off from anywhere" ||
             text == "⇧⌘K" || text == "Language" || text == "Permission" ||
             text == "Input Monitoring" || text == "Custom packs")
-            inOrder.append(text);
+            inOrder.push_back(text);
     }
     EXPECT_EQ(inOrder,
-              QStringList({"Open Clavo at login", "Turn on / off from anywhere", "⇧⌘K", "Language",
-                           "Language", "Permission", "Input Monitoring", "Custom packs"}));
+              Texts({"Open Clavo at login", "Turn on / off from anywhere", "⇧⌘K", "Language",
+                     "Language", "Permission", "Input Monitoring", "Custom packs"}));
 }
 
-TEST_F(GeneralTab, SaysWhatItSaysToTheLetter)
+TEST_F(GeneralTab, HasItsExactTexts)
 {
     openTab();
 
-    EXPECT_THAT(texts(),
+    EXPECT_THAT(allTexts(),
                 AllOf(Contains("Read-only: Clavo knows a key moved, never which one you type. It "
                                "stays silent in password fields."),
                       Contains("Drop one folder per pack containing pack.json and sounds/*.wav. A "
@@ -50,12 +50,12 @@ TEST_F(GeneralTab, SaysWhatItSaysToTheLetter)
 TEST_F(GeneralTab, TheSwitchRegistersTheLoginItem)
 {
     openTab();
-    EXPECT_FALSE(named("launchAtLogin")->property("checked").toBool());
+    EXPECT_FALSE(item("launchAtLogin").property("checked").toBool());
 
-    click(named("launchAtLogin"));
+    click(item("launchAtLogin"));
 
     EXPECT_TRUE(state().launchAtLogin());
-    EXPECT_TRUE(named("launchAtLogin")->property("checked").toBool());
+    EXPECT_TRUE(item("launchAtLogin").property("checked").toBool());
 }
 
 TEST_F(GeneralTab, TheSwitchFollowsTheState)
@@ -64,47 +64,47 @@ TEST_F(GeneralTab, TheSwitchFollowsTheState)
 
     state().setLaunchAtLogin(true);
 
-    EXPECT_TRUE(named("launchAtLogin")->property("checked").toBool());
+    EXPECT_TRUE(item("launchAtLogin").property("checked").toBool());
 }
 
 TEST_F(GeneralTab, ListsTheLanguagesByTheirOwnNames)
 {
     openTab();
 
-    auto* const picker = named("language");
-    EXPECT_EQ(picker->property("count").toInt(), 4);
-    EXPECT_EQ(picker->property("model").toStringList(),
+    auto& picker = item("language");
+    EXPECT_EQ(picker.property("count").toInt(), 4);
+    EXPECT_EQ(picker.property("model").toStringList(),
               QStringList({"System", "English", "Français", "Deutsch"}));
-    EXPECT_EQ(picker->property("displayText").toString(), "System");
+    EXPECT_EQ(picker.property("displayText").toString(), "System");
 }
 
 TEST_F(GeneralTab, ChoosingALanguageStoresIt)
 {
     openTab();
-    auto* const picker = named("language");
-    picker->forceActiveFocus();
+    auto& picker = item("language");
+    picker.forceActiveFocus();
 
-    QTest::keyClick(&window(), Qt::Key_Down); // English
-    QTest::keyClick(&window(), Qt::Key_Down);
+    press(Qt::Key_Down); // English
+    press(Qt::Key_Down);
 
     EXPECT_EQ(defaults->written["appLanguage"], DefaultsValue("fr"));
-    EXPECT_EQ(picker->property("displayText").toString(), "Français");
+    EXPECT_EQ(picker.property("displayText").toString(), "Français");
 }
 
 TEST_F(GeneralTab, AnotherLanguageOffersARestartUntilItIsTakenBack)
 {
     openTab();
-    const auto notice = QString("Restart Clavo to apply the language.");
-    EXPECT_THAT(texts(), Not(Contains(notice)));
-    EXPECT_EQ(control("Restart now"), nullptr);
+    const std::string notice = "Restart Clavo to apply the language.";
+    EXPECT_THAT(allTexts(), Not(Contains(notice)));
+    EXPECT_FALSE(hasControl("Restart now"));
 
     language().setLanguage(AppLanguage::de);
-    EXPECT_THAT(texts(), Contains(notice));
-    EXPECT_NE(control("Restart now"), nullptr);
+    EXPECT_THAT(allTexts(), Contains(notice));
+    EXPECT_TRUE(hasControl("Restart now"));
 
     language().setLanguage(AppLanguage::system);
-    EXPECT_THAT(texts(), Not(Contains(notice)));
-    EXPECT_EQ(control("Restart now"), nullptr);
+    EXPECT_THAT(allTexts(), Not(Contains(notice)));
+    EXPECT_FALSE(hasControl("Restart now"));
 }
 
 TEST_F(GeneralTab, TheOfferIsStillThereWhenTheWindowIsOpenedAgain)
@@ -113,17 +113,17 @@ TEST_F(GeneralTab, TheOfferIsStillThereWhenTheWindowIsOpenedAgain)
     language().setLanguage(AppLanguage::de);
 
     settings().close();
-    turnLoop();
+    settle();
     openTab();
 
-    EXPECT_THAT(texts(), Contains("Restart Clavo to apply the language."));
+    EXPECT_THAT(allTexts(), Contains("Restart Clavo to apply the language."));
 }
 
 TEST_F(GeneralTab, TheOfferedRestartRelaunches)
 {
     openTab();
     language().setLanguage(AppLanguage::de);
-    turnLoop();
+    settle();
 
     click(control("Restart now"));
 
@@ -134,13 +134,12 @@ TEST_F(GeneralTab, AGrantedPermissionIsSaidWithoutButtons)
 {
     openTab();
 
-    EXPECT_THAT(texts(), Contains("Granted"));
-    EXPECT_NE(visibleItems([](auto& item) {
-                  return item.property("name") == "checkmark.seal.fill";
-              }).size(),
-              0U);
-    EXPECT_EQ(control("Grant…"), nullptr);
-    EXPECT_EQ(control("Restart now"), nullptr);
+    EXPECT_THAT(allTexts(), Contains("Granted"));
+    EXPECT_FALSE(visibleItems([](const auto& each) {
+                     return each.property("name") == "checkmark.seal.fill";
+                 }).empty());
+    EXPECT_FALSE(hasControl("Grant…"));
+    EXPECT_FALSE(hasControl("Restart now"));
 }
 
 TEST_F(GeneralTab, AMissingPermissionIsAskedFor)
@@ -149,8 +148,8 @@ TEST_F(GeneralTab, AMissingPermissionIsAskedFor)
     openTab();
     const auto before = access->requests.size();
 
-    EXPECT_THAT(texts(), Not(Contains("Granted")));
-    EXPECT_EQ(control("Restart now"), nullptr);
+    EXPECT_THAT(allTexts(), Not(Contains("Granted")));
+    EXPECT_FALSE(hasControl("Restart now"));
     click(control("Grant…"));
 
     EXPECT_EQ(access->requests.size(), before + 1);
@@ -161,7 +160,7 @@ TEST_F(GeneralTab, OffersTheRestartThatThePermissionNeeds)
     needRelaunch();
     openTab();
 
-    EXPECT_NE(control("Grant…"), nullptr);
+    EXPECT_TRUE(hasControl("Grant…"));
     click(control("Restart now"));
 
     EXPECT_EQ(relauncher->opened, 1);
@@ -171,18 +170,18 @@ TEST_F(GeneralTab, SaysWhatKeepsItFromListening)
 {
     access->granted = false;
     openTab();
-    EXPECT_EQ(named("permissionAdvice"), nullptr);
+    EXPECT_FALSE(isShown("permissionAdvice"));
     const auto said = [this](InputAccess::State state) {
         access->obstacle = state;
         access->changed();
-        return named("permissionAdvice")->property("text").toString().toStdString();
+        return text("permissionAdvice");
     };
 
     EXPECT_EQ(said(InputAccess::State::noKeyboard),
               "There is no keyboard to listen to: Clavo restarts by itself once there is one.");
     EXPECT_EQ(said(InputAccess::State::notInThisLogin),
               "The permission is granted and counts from your next login.");
-    EXPECT_EQ(control("Copy"), nullptr);
+    EXPECT_FALSE(hasControl("Copy"));
 }
 
 TEST_F(GeneralTab, TheCommandsThatGrantThePermissionCanBeCopied)
@@ -191,9 +190,8 @@ TEST_F(GeneralTab, TheCommandsThatGrantThePermissionCanBeCopied)
     openTab();
     access->typed = "sudo one\nsudo two";
     access->changed();
-    turnLoop();
-    EXPECT_EQ(named("permissionCommands")->property("text").toString(), "sudo one\nsudo two");
-    window().grabWindow(); // Lays them out.
+    settle();
+    EXPECT_EQ(text("permissionCommands"), "sudo one\nsudo two");
 
     click(control("Copy"));
 
@@ -222,7 +220,7 @@ TEST_F(GeneralTab, RefreshFindsAddedAndRemovedPacksAndLoadsTheSelectedOneAgain)
 
     EXPECT_EQ(state().packs().size(), 2U);
     EXPECT_EQ(state().selectedPack()->id, "second");
-    EXPECT_THAT(lines(), Contains("pack chargé : second"));
+    EXPECT_THAT(logged.lines(), Contains("pack chargé : second"));
 
     std::filesystem::remove_all(builtInPacks() / "second");
     click(control("Refresh"));

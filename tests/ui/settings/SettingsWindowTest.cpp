@@ -17,13 +17,13 @@ protected:
     static QPointer<QQuickWindow> opened(QQuickWindow& window) { return &window; }
 
     /// The names of the controls that Tab visits, until it comes round.
-    static QStringList tabOrder()
+    Texts tabOrder()
     {
-        QStringList names;
+        Texts names;
         const auto* const first = window().activeFocusItem();
         do {
-            names.append(accessible(window().activeFocusItem()).text(QAccessible::Name));
-            QTest::keyClick(&window(), Qt::Key_Tab);
+            names.push_back(nameOf(*window().activeFocusItem()));
+            press(Qt::Key_Tab);
         } while (window().activeFocusItem() != first && names.size() < 30);
         return names;
     }
@@ -44,15 +44,15 @@ TEST_F(SettingsWindowTest, OpensAtTheFirstTab)
 {
     open();
 
-    EXPECT_THAT(texts(), AllOf(Contains("General"), Contains("Statistics"), Contains("About"),
-                               Contains("Custom packs")));
+    EXPECT_THAT(allTexts(), AllOf(Contains("General"), Contains("Statistics"), Contains("About"),
+                                  Contains("Custom packs")));
 }
 
 TEST_F(SettingsWindowTest, OpensAtTheTabThatIsWanted)
 {
     open(Tab::about);
 
-    EXPECT_THAT(texts(), AllOf(Contains("Clavo"), Not(Contains("Custom packs"))));
+    EXPECT_THAT(allTexts(), AllOf(Contains("Clavo"), Not(Contains("Custom packs"))));
 }
 
 TEST_F(SettingsWindowTest, AClickTurnsToATab)
@@ -60,24 +60,24 @@ TEST_F(SettingsWindowTest, AClickTurnsToATab)
     open();
 
     click(control("Statistics"));
-    EXPECT_NE(named("chart"), nullptr);
+    EXPECT_TRUE(isShown("chart"));
     click(control("About"));
-    EXPECT_NE(named("icon"), nullptr);
+    EXPECT_TRUE(isShown("icon"));
     click(control("General"));
-    EXPECT_NE(named("launchAtLogin"), nullptr);
+    EXPECT_TRUE(isShown("launchAtLogin"));
 }
 
 TEST_F(SettingsWindowTest, TheArrowsTurnToATab)
 {
     open();
-    control("General")->forceActiveFocus(Qt::TabFocusReason);
+    control("General").forceActiveFocus(Qt::TabFocusReason);
 
-    QTest::keyClick(&window(), Qt::Key_Right);
+    press(Qt::Key_Right);
 
-    EXPECT_NE(named("chart"), nullptr);
+    EXPECT_TRUE(isShown("chart"));
 }
 
-TEST_F(SettingsWindowTest, OpenedAgainItComesToTheFrontAsItIs)
+TEST_F(SettingsWindowTest, OpenedAgainItIsRaisedUnchanged)
 {
     const auto first = opened(open(Tab::stats));
     QQuickWindow other;
@@ -90,7 +90,7 @@ TEST_F(SettingsWindowTest, OpenedAgainItComesToTheFrontAsItIs)
     EXPECT_TRUE(QTest::qWaitForWindowActive(first));
     other.close();
     EXPECT_EQ(&window(), first);
-    EXPECT_NE(named("chart"), nullptr);
+    EXPECT_TRUE(isShown("chart"));
 }
 
 TEST_F(SettingsWindowTest, EscapeClosesIt)
@@ -99,7 +99,7 @@ TEST_F(SettingsWindowTest, EscapeClosesIt)
     const auto window = opened(open());
 
     QTest::keyClick(window, Qt::Key_Escape);
-    turnLoop();
+    settle();
 
     EXPECT_FALSE(settings().isOpen());
     EXPECT_EQ(freed.count(), 1);
@@ -111,7 +111,7 @@ TEST_F(SettingsWindowTest, ControlWClosesIt)
     const auto window = opened(open());
 
     QTest::keyClick(window, Qt::Key_W, Qt::ControlModifier);
-    turnLoop();
+    settle();
 
     EXPECT_FALSE(settings().isOpen());
     EXPECT_EQ(window, nullptr);
@@ -122,7 +122,7 @@ TEST_F(SettingsWindowTest, TheDesktopClosesIt)
     const auto window = opened(open());
 
     window->close();
-    turnLoop();
+    settle();
 
     EXPECT_FALSE(settings().isOpen());
     EXPECT_EQ(window, nullptr);
@@ -132,11 +132,11 @@ TEST_F(SettingsWindowTest, AClosedOneOpensAgainAtTheFirstTab)
 {
     open(Tab::about);
     settings().close();
-    turnLoop();
+    settle();
 
     open();
 
-    EXPECT_THAT(texts(), Contains("Custom packs"));
+    EXPECT_THAT(allTexts(), Contains("Custom packs"));
 }
 
 TEST_F(SettingsWindowTest, ControlQQuits)
@@ -144,7 +144,7 @@ TEST_F(SettingsWindowTest, ControlQQuits)
     const QSignalSpy quit(&settings(), &SettingsWindow::quitRequested);
     open();
 
-    QTest::keyClick(&window(), Qt::Key_Q, Qt::ControlModifier);
+    press(Qt::Key_Q, Qt::ControlModifier);
 
     EXPECT_EQ(quit.count(), 1);
 }
@@ -152,35 +152,34 @@ TEST_F(SettingsWindowTest, ControlQQuits)
 TEST_F(SettingsWindowTest, TabVisitsTheGeneralControlsInOrder)
 {
     open(Tab::general);
-    control("General")->forceActiveFocus(Qt::TabFocusReason);
+    control("General").forceActiveFocus(Qt::TabFocusReason);
 
-    EXPECT_EQ(tabOrder(), QStringList({"General", "Open Clavo at login", "Language",
-                                       "Open packs folder", "Refresh"}));
+    EXPECT_EQ(tabOrder(), Texts({"General", "Open Clavo at login", "Language", "Open packs folder",
+                                 "Refresh"}));
 }
 
 TEST_F(SettingsWindowTest, TabVisitsTheStatisticsControlsInOrder)
 {
     open(Tab::stats);
-    control("Statistics")->forceActiveFocus(Qt::TabFocusReason);
+    control("Statistics").forceActiveFocus(Qt::TabFocusReason);
 
-    EXPECT_EQ(tabOrder(), QStringList({"Statistics", "Export as JSON…", "Reset…"}));
+    EXPECT_EQ(tabOrder(), Texts({"Statistics", "Export as JSON…", "Reset…"}));
 }
 
 TEST_F(SettingsWindowTest, ARingShowsWhereTheFocusIs)
 {
-    const auto rings = [] {
-        return visibleItems([](auto& item) {
+    const auto rings = [this] {
+        return visibleItems([](const auto& item) {
             return std::string_view(item.metaObject()->className()).starts_with("FocusRing");
         });
     };
     for (const auto tab : {Tab::general, Tab::stats}) {
         open(tab);
-        control("General")->forceActiveFocus(Qt::TabFocusReason);
+        control("General").forceActiveFocus(Qt::TabFocusReason);
         for (int i = 0; i < 5; ++i) {
-            QTest::keyClick(&window(), Qt::Key_Tab);
+            press(Qt::Key_Tab);
             auto* const focused = window().activeFocusItem();
-            ASSERT_EQ(rings().size(), 1U)
-                << qPrintable(accessible(focused).text(QAccessible::Name));
+            ASSERT_EQ(rings().size(), 1U) << nameOf(*focused);
             EXPECT_TRUE(focused->isAncestorOf(rings().front()));
         }
     }
@@ -190,9 +189,9 @@ TEST_F(SettingsWindowTest, TheTabsHaveTheirSymbols)
 {
     open();
 
-    EXPECT_EQ(control("General")->property("symbol"), "gearshape");
-    EXPECT_EQ(control("Statistics")->property("symbol"), "chart.bar.xaxis");
-    EXPECT_EQ(control("About")->property("symbol"), "info.circle");
+    EXPECT_EQ(control("General").property("symbol"), "gearshape");
+    EXPECT_EQ(control("Statistics").property("symbol"), "chart.bar.xaxis");
+    EXPECT_EQ(control("About").property("symbol"), "info.circle");
 }
 
 TEST_F(SettingsWindowTest, EveryControlHasANameAndARole)
@@ -201,12 +200,11 @@ TEST_F(SettingsWindowTest, EveryControlHasANameAndARole)
     for (const auto tab : {Tab::general, Tab::stats, Tab::about}) {
         open(tab);
         const auto controls =
-            visibleItems([](auto& item) { return item.property("down").isValid(); });
+            visibleItems([](const auto& item) { return item.property("down").isValid(); });
         EXPECT_GE(controls.size(), 3U);
         for (auto* const each : controls) {
-            EXPECT_NE(accessible(each).text(QAccessible::Name), "")
-                << each->metaObject()->className();
-            EXPECT_NE(accessible(each).role(), QAccessible::Client)
+            EXPECT_NE(nameOf(*each), "") << each->metaObject()->className();
+            EXPECT_NE(accessible(*each).role(), QAccessible::Client)
                 << each->metaObject()->className();
         }
     }

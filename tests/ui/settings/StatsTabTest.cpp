@@ -28,17 +28,16 @@ class StatsTab : public SettingsFixture
 protected:
     void openTab() { open(Tab::stats); }
 
-    static QString figure(const QString& name)
+    QString figure(const QString& name)
     {
-        auto* const value = named(name)->findChild<QQuickItem*>("value");
+        auto* const value = item(name).findChild<QQuickItem*>("value");
         return value->property("text").toString();
     }
 
-    static std::vector<QQuickItem*> parts(const QString& name)
+    std::vector<QQuickItem*> parts(const QString& name)
     {
         std::vector<QQuickItem*> found;
-        for (auto* const day :
-             visibleItems([](auto& item) { return item.objectName() == "day"; })) {
+        for (auto* const day : itemsNamed("day")) {
             for (auto* const part : day->childItems()) {
                 if (part->objectName() == name)
                     found.push_back(part);
@@ -47,7 +46,7 @@ protected:
         return found;
     }
 
-    static std::vector<double> barHeights()
+    std::vector<double> barHeights()
     {
         std::vector<double> heights;
         for (auto* const bar : parts("bar"))
@@ -87,7 +86,7 @@ TEST_F(StatsTab, ShowsTheFourFigures)
     EXPECT_EQ(figure("streak"), "1 d");
     EXPECT_EQ(figure("best"), "0 WPM");
     EXPECT_EQ(figure("total"), "1,234");
-    EXPECT_THAT(texts(), testing::IsSupersetOf({"Today", "Streak", "Best", "Total"}));
+    EXPECT_THAT(allTexts(), testing::IsSupersetOf({"Today", "Streak", "Best", "Total"}));
 }
 
 TEST_F(StatsTab, NothingFollowsWithinTheKey)
@@ -113,12 +112,12 @@ TEST_F(StatsTab, TheBestIsTheStoredOneAlone)
 TEST_F(StatsTab, NumbersGrowWithoutMovingAnything)
 {
     openTab();
-    const auto before = named("total")->mapRectToScene(named("total")->boundingRect());
+    const auto before = item("total").mapRectToScene(item("total").boundingRect());
 
     type(12345);
-    turnLoop();
+    settle();
 
-    EXPECT_EQ(named("total")->mapRectToScene(named("total")->boundingRect()), before);
+    EXPECT_EQ(item("total").mapRectToScene(item("total").boundingRect()), before);
 }
 
 TEST_F(StatsTab, TheChartHasABarForEachOfFourteenDays)
@@ -127,7 +126,7 @@ TEST_F(StatsTab, TheChartHasABarForEachOfFourteenDays)
 
     EXPECT_THAT(barHeights(), SizeIs(14));
     EXPECT_THAT(barHeights(), Each(0.0));
-    EXPECT_EQ(named("chart")->height(), 170);
+    EXPECT_EQ(item("chart").height(), 170);
 }
 
 TEST_F(StatsTab, EverySecondDayHasALabelInTheUsersLocale)
@@ -154,21 +153,20 @@ TEST_F(StatsTab, ABarIsAGradientWithRoundCorners)
     EXPECT_GT(barHeights().back(), 100);
 }
 
-TEST_F(StatsTab, ABarTellsItsDayAndKeys)
+TEST_F(StatsTab, ABarIsNamedAfterItsDayAndKeys)
 {
     openTab();
     type(1500);
 
-    const auto days = visibleItems([](auto& item) { return item.objectName() == "day"; });
-    EXPECT_TRUE(accessible(days.back()).text(QAccessible::Name).endsWith(", Keys 1,500"));
+    EXPECT_THAT(nameOf(*itemsNamed("day").back()), testing::EndsWith(", Keys 1,500"));
 }
 
 TEST_F(StatsTab, NamesTheStreaksThreshold)
 {
     openTab();
 
-    EXPECT_THAT(texts(), Contains("A day counts toward the streak from 50 keys. Stored only on "
-                                  "this Mac."));
+    EXPECT_THAT(allTexts(), Contains("A day counts toward the streak from 50 keys. Stored only on "
+                                     "this Mac."));
     EXPECT_EQ(StatsStore::qualifyingCount, 50);
 }
 
@@ -178,14 +176,14 @@ TEST_F(StatsTab, EraseEmptiesEverythingAtOnce)
     type(60);
 
     click(control("Reset…"));
-    EXPECT_THAT(texts(), Contains("Erase all statistics?"));
+    EXPECT_THAT(allTexts(), Contains("Erase all statistics?"));
     click(control("Erase"));
 
     EXPECT_EQ(figure("today"), "0");
     EXPECT_EQ(figure("streak"), "0 d");
     EXPECT_EQ(figure("total"), "0");
     EXPECT_THAT(barHeights(), Each(0.0));
-    EXPECT_THAT(texts(), Not(Contains("Erase all statistics?")));
+    EXPECT_THAT(allTexts(), Not(Contains("Erase all statistics?")));
 }
 
 TEST_F(StatsTab, EraseEmptiesTheFileTwoSecondsLater)
@@ -214,7 +212,7 @@ TEST_F(StatsTab, CancellingErasesNothing)
     click(control("Cancel"));
 
     EXPECT_EQ(figure("today"), "60");
-    EXPECT_THAT(texts(), Not(Contains("Erase all statistics?")));
+    EXPECT_THAT(allTexts(), Not(Contains("Erase all statistics?")));
 }
 
 TEST_F(StatsTab, EscapeCancelsTheQuestionAndNotTheWindow)
@@ -223,10 +221,10 @@ TEST_F(StatsTab, EscapeCancelsTheQuestionAndNotTheWindow)
     type(60);
     click(control("Reset…"));
 
-    QTest::keyClick(&window(), Qt::Key_Escape);
+    press(Qt::Key_Escape);
 
     EXPECT_EQ(figure("today"), "60");
-    EXPECT_THAT(texts(), Not(Contains("Erase all statistics?")));
+    EXPECT_THAT(allTexts(), Not(Contains("Erase all statistics?")));
     EXPECT_TRUE(settings().isOpen());
 }
 
@@ -236,7 +234,7 @@ TEST_F(StatsTab, ReturnDoesNotErase)
     type(60);
     click(control("Reset…"));
 
-    QTest::keyClick(&window(), Qt::Key_Return);
+    press(Qt::Key_Return);
 
     EXPECT_EQ(figure("today"), "60");
 }
@@ -293,7 +291,7 @@ TEST_F(StatsTab, ACancelledExportWritesNothing)
 TEST_F(StatsTab, AnExportThatCannotBeWrittenIsNotMentioned)
 {
     openTab();
-    const auto before = texts();
+    const auto before = allTexts();
     click(control("Export as JSON…"));
     ASSERT_NE(saveDialog(), nullptr);
     const auto file = folder.path() / "gone" / "mine.json";
@@ -302,7 +300,7 @@ TEST_F(StatsTab, AnExportThatCannotBeWrittenIsNotMentioned)
     emit dialog->fileSelected(QString::fromStdString(file.string()));
     dialog->reject();
 
-    EXPECT_EQ(texts(), before);
+    EXPECT_EQ(allTexts(), before);
     EXPECT_EQ(saveDialog(), nullptr);
 }
 

@@ -3,18 +3,17 @@
 
 #include "app/AppState.h"
 
+#include "fakes/CollectedLog.h"
 #include "fakes/FakePlatform.h"
-#include "log/Log.h"
+#include "unit/packs/PackFiles.h"
 
 #include <gtest/gtest.h>
-#include <sndfile.h>
 
 #include <fmt/format.h>
 
 #include <array>
 #include <chrono>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <map>
 #include <memory>
@@ -29,7 +28,7 @@ namespace clavo
 using namespace std::chrono_literals;
 
 /// The application over fake ports, with packs in a folder of its own. A pack's sounds are one
-/// constant sample repeated, so that what is heard tells which sound it was.
+/// constant sample repeated, so that the output identifies the sound.
 class AppStateFixture : public testing::Test
 {
 protected:
@@ -37,28 +36,12 @@ protected:
 
     static constexpr std::size_t soundLength = 400;
 
-    AppStateFixture()
-    {
-        lines().clear();
-        log::setThreshold(log::Level::notice);
-        log::setSink([](log::Level, std::string_view line) { lines().emplace_back(line); });
-    }
-
-    /// All log lines since the test's start.
-    static std::vector<std::string>& lines()
-    {
-        static std::vector<std::string> all;
-        return all;
-    }
-
     void writePack(const std::string& id, const Levels& press, const Levels& release = {}) const
     {
         const auto folder = builtInPacks() / id;
-        std::filesystem::create_directories(folder / "sounds");
-        std::ofstream(folder / "pack.json") << fmt::format(
-            R"({{"id": "{0}", "name": "{0}", "detail": "", "category": "linear",)"
-            R"("press": {{{1}}}, "release": {{{2}}}}})",
-            id, writeSounds(folder, "press", press), writeSounds(folder, "release", release));
+        writeFile(folder / "pack.json",
+                  manifestText(writeSounds(folder, "press", press),
+                               writeSounds(folder, "release", release), id, id));
     }
 
     // Where the state looks for packs.
@@ -107,6 +90,7 @@ protected:
     }
     void click(std::uint32_t type, double x) { tap->deliver({.type = type, .x = x}); }
 
+    CollectedLog logged;
     FakePlatform platform;
     FakeEventTap* const tap = platform.tap;
     FakeSecureInput* const secureInput = platform.secureInput;
@@ -128,15 +112,8 @@ private:
         std::string members;
         for (const auto& [scancode, level] : levels) {
             const auto name = fmt::format("{}-{}", kind, scancode);
-            SF_INFO info{};
-            info.samplerate = 44100;
-            info.channels = 1;
-            info.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
-            const auto file = folder / "sounds" / (name + ".wav");
-            auto* const sound = sf_open(file.c_str(), SFM_WRITE, &info);
-            const std::vector<float> samples(soundLength, level);
-            EXPECT_EQ(sf_write_float(sound, samples.data(), soundLength), soundLength);
-            sf_close(sound);
+            writeSound(folder / "sounds" / (name + ".wav"),
+                       std::vector<double>(soundLength, level));
             members += fmt::format("{}\"{}\": \"{}\"", members.empty() ? "" : ", ", scancode, name);
         }
         return members;

@@ -49,9 +49,10 @@ TEST_F(AppStatePacksTest, StartsWithAPackThatIsTooLargeAndSaysWhatIsLeftOut)
     state();
 
     EXPECT_EQ(state().sound().keyBank().press.size(), 80U);
-    EXPECT_THAT(lines(), Contains("pack huge : 40 sons laissés de côté, il n'y a de place que "
-                                  "pour 256 Mio"));
-    EXPECT_THAT(lines(), Contains("pack chargé : huge"));
+    EXPECT_THAT(logged.lines(),
+                Contains("pack huge : 40 sons laissés de côté, il n'y a de place que "
+                         "pour 256 Mio"));
+    EXPECT_THAT(logged.lines(), Contains("pack chargé : huge"));
 }
 
 TEST_F(AppStatePacksTest, SelectionIsStoredOnceThePackIsLoaded)

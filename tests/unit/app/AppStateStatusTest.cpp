@@ -16,7 +16,7 @@ protected:
     AppStateStatusTest() { writePack("nk-cream", {{30, 0.5F}}); }
 };
 
-TEST_F(AppStateStatusTest, TellsWhatItListensToAndPlaysThrough)
+TEST_F(AppStateStatusTest, ReportsItsInputAndOutput)
 {
     defaults->written["volume"] = 0.25;
     state();
@@ -36,7 +36,7 @@ TEST_F(AppStateStatusTest, TellsWhatItListensToAndPlaysThrough)
     EXPECT_FALSE(status.version.empty());
 }
 
-TEST_F(AppStateStatusTest, TellsTheAgeOfTheLastEventInWholeSeconds)
+TEST_F(AppStateStatusTest, ReportsTheAgeOfTheLastEventInWholeSeconds)
 {
     state();
     EXPECT_EQ(state().status().idle, std::nullopt);
@@ -47,7 +47,7 @@ TEST_F(AppStateStatusTest, TellsTheAgeOfTheLastEventInWholeSeconds)
     EXPECT_THAT(state().status().idle, Optional(2s));
 }
 
-TEST_F(AppStateStatusTest, TellsWhyInputIsSecret)
+TEST_F(AppStateStatusTest, ReportsWhyInputIsSecret)
 {
     state();
     EXPECT_EQ(state().status().secureReason, SecureReason::none);
@@ -57,7 +57,7 @@ TEST_F(AppStateStatusTest, TellsWhyInputIsSecret)
     EXPECT_EQ(state().status().secureReason, SecureReason::passwordField);
 }
 
-TEST_F(AppStateStatusTest, TellsThatThePermissionIsMissing)
+TEST_F(AppStateStatusTest, ReportsTheMissingPermission)
 {
     access->granted = false;
     state();
@@ -73,7 +73,7 @@ TEST_F(AppStateStatusTest, TellsThatThePermissionIsMissing)
     EXPECT_FALSE(state().status().isListening);
 }
 
-TEST_F(AppStateStatusTest, TellsThatNothingPlays)
+TEST_F(AppStateStatusTest, ReportsThatNothingPlays)
 {
     state();
 

@@ -66,8 +66,8 @@ TEST_F(AppStateTest, SaysOnceWhatIsLoadedAndWhetherItListens)
 {
     state();
 
-    EXPECT_THAT(lines(), ElementsAre("pack chargé : cherrymx-red-abs",
-                                     "autorisation : true, écoute : true"));
+    EXPECT_THAT(logged.lines(), ElementsAre("pack chargé : cherrymx-red-abs",
+                                            "autorisation : true, écoute : true"));
     EXPECT_TRUE(state().hasPermission());
 }
 
@@ -113,25 +113,25 @@ TEST_F(AppStateTest, SelectedPackIsLoadedAndStored)
 
     EXPECT_THAT(defaults->written,
                 Contains(Pair("packID", DefaultsValue(std::string("nk-cream")))));
-    EXPECT_EQ(lines().back(), "pack chargé : nk-cream");
+    EXPECT_EQ(logged.lines().back(), "pack chargé : nk-cream");
     EXPECT_THAT(heard()[0], FloatEq(0.25F * centre));
 }
 
 TEST_F(AppStateTest, SelectingTheSelectedPackLoadsItAgain)
 {
     state();
-    lines().clear();
+    logged.clear();
 
     state().setPackID("cherrymx-red-abs");
 
-    EXPECT_THAT(lines(), ElementsAre("pack chargé : cherrymx-red-abs"));
+    EXPECT_THAT(logged.lines(), ElementsAre("pack chargé : cherrymx-red-abs"));
 }
 
 TEST_F(AppStateTest, UnknownPackLoadsTheFirstAndStaysSelected)
 {
     state().setPackID("deleted");
 
-    EXPECT_EQ(lines().back(), "pack chargé : cherrymx-red-abs");
+    EXPECT_EQ(logged.lines().back(), "pack chargé : cherrymx-red-abs");
     EXPECT_EQ(state().selectedPack()->id, "cherrymx-red-abs");
     EXPECT_EQ(state().packID(), "deleted");
 }
@@ -158,7 +158,7 @@ TEST_F(AppStateTest, ReloadFindsNewPacks)
     state().reloadPacks();
 
     EXPECT_EQ(state().packs().size(), 3U);
-    EXPECT_EQ(lines().back(), "pack chargé : cherrymx-red-abs");
+    EXPECT_EQ(logged.lines().back(), "pack chargé : cherrymx-red-abs");
 }
 
 TEST_F(AppStateTest, UsesThePointersPositionForSoundsThatComeFromThere)
@@ -267,7 +267,7 @@ TEST_F(AppStateTest, ALoginItemThatWaitsForApprovalIsNotOn)
     EXPECT_FALSE(state().launchAtLogin());
 }
 
-TEST_F(AppStateTest, ShowsTheWishToStartAtLoginAlsoWhereItFails)
+TEST_F(AppStateTest, ShowsTheChoiceToStartAtLoginEvenWhenItFails)
 {
     state();
     loginItem->error = "no space left";
@@ -277,7 +277,7 @@ TEST_F(AppStateTest, ShowsTheWishToStartAtLoginAlsoWhereItFails)
 
     EXPECT_TRUE(state().launchAtLogin());
     EXPECT_EQ(changed.count(), 1);
-    EXPECT_EQ(lines().back(), "Clavo: lancement au démarrage impossible: no space left");
+    EXPECT_EQ(logged.lines().back(), "Clavo: lancement au démarrage impossible: no space left");
     EXPECT_THAT(defaults->written, IsEmpty());
 }
 
@@ -314,7 +314,7 @@ TEST_F(WithoutPacks, SaysSoWithoutTheSelectedName)
 
     EXPECT_EQ(state().selectedPack(), nullptr);
     EXPECT_EQ(state().selectedPackName(), "");
-    EXPECT_THAT(lines(), Contains("aucun pack trouvé (<private>)"));
+    EXPECT_THAT(logged.lines(), Contains("aucun pack trouvé (<private>)"));
 }
 
 TEST_F(WithoutPacks, KeysAreSilentAndTheMouseSounds)

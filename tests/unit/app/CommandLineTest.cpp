@@ -111,7 +111,7 @@ TEST(CommandLine, HelpHasAShortName)
     EXPECT_EQ(parsed({"-h"}), Command(command::ShowHelp{}));
 }
 
-TEST(CommandLine, MisuseWinsOverKnownOptionsAndTheFirstOneIsTold)
+TEST(CommandLine, MisuseWinsOverKnownOptionsAndTheFirstOneIsReported)
 {
     EXPECT_THAT(
         parsed({"--help", "--one", "--toggle", "--two"}),

@@ -191,7 +191,7 @@ TEST_F(EventRouting, PressesAreCountedWithTheSoundsOff)
     EXPECT_EQ(played(), 0);
 }
 
-TEST_F(EventRouting, OnlyKeysWithACharacterTellTheSpeed)
+TEST_F(EventRouting, OnlyKeysWithACharacterCountTowardsTheSpeed)
 {
     for (int key = 0; key < 5; ++key) {
         press(keyUnknown);
@@ -213,25 +213,26 @@ TEST_F(EventRouting, AModifiersPressIsCountedAndItsReleaseIsNot)
     EXPECT_EQ(state().stats()->total(), 1);
 }
 
-TEST_F(EventRouting, DebugLineTellsTheDirectionAndNeverTheKey)
+TEST_F(EventRouting, TheDebugLineNamesTheDirectionAndNeverTheKey)
 {
     log::setThreshold(log::Level::debug);
-    lines().clear();
+    logged.clear();
     state().setKeyUpSounds(false);
 
     press(keyA);
     release(keyA);
 
-    EXPECT_THAT(lines(), ElementsAre("touche appuyée, son: true", "touche relâchée, son: false"));
+    EXPECT_THAT(logged.lines(),
+                ElementsAre("touche appuyée, son: true", "touche relâchée, son: false"));
 }
 
 TEST_F(EventRouting, KeysLeaveNoLineUnlessDebugging)
 {
-    lines().clear();
+    logged.clear();
 
     press(keyA);
 
-    EXPECT_THAT(lines(), IsEmpty());
+    EXPECT_THAT(logged.lines(), IsEmpty());
 }
 
 TEST_F(EventRouting, PointerMotionWakesAPausedOutput)

@@ -53,7 +53,7 @@ TEST_F(InstanceTest, SecondStartOpensTheFirstOnesPanelAndEnds)
     EXPECT_EQ(m_errors.str(), "");
 }
 
-TEST_F(InstanceTest, StartTakesThePlaceOfAnInstanceThatEndsMeanwhile)
+TEST_F(InstanceTest, AStartReplacesAnInstanceThatEndsMeanwhile)
 {
     m_instance.role = Role::secondary;
     m_instance.otherEnds = true;
@@ -63,7 +63,7 @@ TEST_F(InstanceTest, StartTakesThePlaceOfAnInstanceThatEndsMeanwhile)
     EXPECT_EQ(m_instance.role, Role::primary);
 }
 
-TEST_F(InstanceTest, SecondStartTellsOfAnInstanceThatHangs)
+TEST_F(InstanceTest, ASecondStartReportsAnInstanceThatHangs)
 {
     m_instance.role = Role::secondary;
     m_instance.delivery = Delivery::noAnswer;
@@ -107,7 +107,7 @@ TEST_F(InstanceTest, ToggleAsksTheRunningInstanceAndClaimsNothing)
     EXPECT_EQ(m_errors.str(), "");
 }
 
-TEST_F(InstanceTest, ToggleWithNobodyRunningFailsWithAMessage)
+TEST_F(InstanceTest, ToggleWithoutARunningInstanceFailsWithAMessage)
 {
     m_instance.delivery = Delivery::notRunning;
 
@@ -138,7 +138,7 @@ TEST_F(InstanceTest, StatusIsPrintedForPeopleOrAsItCame)
     EXPECT_EQ(m_instance.claims, 0);
 }
 
-TEST_F(InstanceTest, StatusWithNobodyRunningFailsWithAMessage)
+TEST_F(InstanceTest, StatusWithoutARunningInstanceFailsWithAMessage)
 {
     m_instance.delivery = Delivery::notRunning;
     std::ostringstream output;

@@ -85,7 +85,7 @@ TEST(LanguageSetting, AnotherLanguageThanTheRunningOneNeedsARestart)
     EXPECT_FALSE(setting.needsRestart());
 }
 
-TEST(LanguageSetting, AChangeIsToldOnce)
+TEST(LanguageSetting, AChangeIsReportedOnce)
 {
     FakeDefaultsStore store;
     LanguageSetting setting(store);

@@ -78,7 +78,7 @@ TEST_F(Relaunch, EndsThisInstanceFromTheMainLoopOnceTheNewOneIsOpened)
     EXPECT_FALSE(mainLoopGoesOn());
 }
 
-TEST_F(Relaunch, LetsTheCallThatCompletesItReturnFirst)
+TEST_F(Relaunch, TheCallThatCompletesItReturnsFirst)
 {
     QEventLoop loop;
     bool wasRunning = false;

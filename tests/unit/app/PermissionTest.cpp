@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/Permission.h"
 
+#include "fakes/CollectedLog.h"
 #include "fakes/FakePlatform.h"
-#include "log/Log.h"
 
 #include <QPointer>
 #include <QSignalSpy>
@@ -35,19 +35,7 @@ protected:
         std::function<void(bool)> receiver;
     };
 
-    PermissionTest()
-    {
-        lines().clear();
-        log::setThreshold(log::Level::notice);
-        log::setSink([](log::Level, std::string_view line) { lines().emplace_back(line); });
-        access.granted = false;
-    }
-    /// All log lines since the test's start.
-    static std::vector<std::string>& lines()
-    {
-        static std::vector<std::string> all;
-        return all;
-    }
+    PermissionTest() { access.granted = false; }
 
     /// The permission of a program that has just started.
     Permission& permission()
@@ -80,6 +68,7 @@ protected:
             question.receiver(yes);
     }
 
+    CollectedLog logged;
     FakePlatform platform;
     FakeInputAccess& access = *platform.access;
     SimulatedTime& time = platform.time;
@@ -97,14 +86,14 @@ TEST_F(PermissionTest, ListensWithIt)
     access.granted = true;
 
     EXPECT_TRUE(permission().isListening());
-    EXPECT_THAT(lines(), ElementsAre("autorisation : true, écoute : true"));
+    EXPECT_THAT(logged.lines(), ElementsAre("autorisation : true, écoute : true"));
 }
 
 TEST_F(PermissionTest, DoesNotListenWithoutIt)
 {
     EXPECT_FALSE(permission().isListening());
     EXPECT_EQ(platform.tap->created, 0);
-    EXPECT_THAT(lines(), ElementsAre("autorisation : false, écoute : false"));
+    EXPECT_THAT(logged.lines(), ElementsAre("autorisation : false, écoute : false"));
 }
 
 TEST_F(PermissionTest, ReportsATapThatRefuses)
@@ -113,7 +102,7 @@ TEST_F(PermissionTest, ReportsATapThatRefuses)
     platform.tap->refuses = true;
 
     EXPECT_FALSE(permission().isListening());
-    EXPECT_THAT(lines(), ElementsAre("autorisation : true, écoute : false"));
+    EXPECT_THAT(logged.lines(), ElementsAre("autorisation : true, écoute : false"));
 }
 
 TEST_F(PermissionTest, IsNotRequestedWhenItIsThere)
@@ -307,7 +296,7 @@ TEST_F(PermissionTest, RelaunchesTheProgramOnceItIsGranted)
 
     EXPECT_EQ(platform.relauncher->opened, 1);
     EXPECT_FALSE(permission().needsRelaunch());
-    EXPECT_EQ(lines().back(), "autorisation accordée : relance de Clavo");
+    EXPECT_EQ(logged.lines().back(), "autorisation accordée : relance de Clavo");
     EXPECT_THAT(platform.defaults->written,
                 ElementsAre(Pair("permissionRelaunch", DefaultsValue(secondsAtStart + 30))));
 }

@@ -96,7 +96,7 @@ TEST(StatusText, SaysWhatIsMissing)
                              "            releases on, mouse buttons off, wheel off, sides on\n")));
 }
 
-TEST(StatusText, TellsTheReasonOfSilence)
+TEST(StatusText, ReportsTheReasonForSilence)
 {
     const auto text = [](SecureReason reason) {
         auto status = running();
@@ -110,7 +110,7 @@ TEST(StatusText, TellsTheReasonOfSilence)
     EXPECT_THAT(text(SecureReason::silentTerminal), HasSubstr("Secret:     yes, the terminal in"));
 }
 
-TEST(StatusText, TellsWhatKeepsItFromListening)
+TEST(StatusText, ReportsWhatKeepsItFromListening)
 {
     using State = InputAccess::State;
     const auto told = [](State access) {
@@ -128,7 +128,7 @@ TEST(StatusText, TellsWhatKeepsItFromListening)
                 Pair("notInThisLogin", HasSubstr("Permission: granted, but not in this login")));
 }
 
-TEST(StatusText, AStateOfANewerClavoIsToldByItsName)
+TEST(StatusText, AStateOfANewerClavoIsReportedByItsName)
 {
     auto object = json::parse(jsonOf(running()));
     object["input"]["access"] = "borrowed";
@@ -136,7 +136,7 @@ TEST(StatusText, AStateOfANewerClavoIsToldByItsName)
     EXPECT_THAT(describe(object.dump()), Optional(HasSubstr("Permission: borrowed\n")));
 }
 
-TEST(StatusText, TellsOtherStates)
+TEST(StatusText, ReportsOtherStates)
 {
     auto status = running();
     status.needsRelaunch = true;
@@ -152,7 +152,7 @@ TEST(StatusText, TellsOtherStates)
     EXPECT_THAT(text, HasSubstr("Sounds:     off"));
 }
 
-TEST(StatusText, TellsWhetherAServerThatIsMissingIsLookedFor)
+TEST(StatusText, ReportsWhetherAMissingServerIsLookedFor)
 {
     const auto text = [](bool isRunning) {
         return describe(jsonOf({.isOutputRunning = isRunning})).value_or("");
@@ -162,7 +162,7 @@ TEST(StatusText, TellsWhetherAServerThatIsMissingIsLookedFor)
     EXPECT_THAT(text(false), HasSubstr("Output:     none; asleep until the next sound\n"));
 }
 
-TEST(StatusText, TellsAgesInUnitsThatFit)
+TEST(StatusText, ReportsAgesInFittingUnits)
 {
     const auto text = [](std::int64_t idle) {
         auto status = running();

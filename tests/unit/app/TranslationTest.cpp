@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/AppLanguage.h"
 
-#include "log/Log.h"
+#include "fakes/CollectedLog.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -24,17 +24,7 @@ using testing::IsEmpty;
 class Translation : public testing::Test
 {
 protected:
-    Translation()
-    {
-        lines().clear();
-        log::setSink([](log::Level, std::string_view line) { lines().emplace_back(line); });
-    }
-
-    static std::vector<std::string>& lines()
-    {
-        static std::vector<std::string> all;
-        return all;
-    }
+    CollectedLog logged;
 
 private:
     int m_argumentCount = 1;
@@ -54,7 +44,7 @@ TEST_F(Translation, EnglishNeedsNone)
 {
     installTranslation(AppLanguage::en);
 
-    EXPECT_THAT(lines(), IsEmpty());
+    EXPECT_THAT(logged.lines(), IsEmpty());
     EXPECT_EQ(QLocale().language(), QLocale::English);
 }
 
@@ -64,7 +54,7 @@ TEST_F(Translation, SystemChangesNothing)
 
     installTranslation(AppLanguage::system);
 
-    EXPECT_THAT(lines(), IsEmpty());
+    EXPECT_THAT(logged.lines(), IsEmpty());
     EXPECT_EQ(QLocale(), before);
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Rendered.h"
+#include "unit/audio/Rendered.h"
 
 #include "audio/SoundEngine.h"
 #include "fakes/FakeAudioOutput.h"

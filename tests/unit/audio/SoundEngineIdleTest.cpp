@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "SoundEngineFixture.h"
+#include "unit/audio/SoundEngineFixture.h"
 
 #include <gmock/gmock.h>
 

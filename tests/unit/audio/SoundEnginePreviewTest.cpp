@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "SoundEngineFixture.h"
+#include "unit/audio/SoundEngineFixture.h"
 
 #include "fakes/TemporaryFolder.h"
 #include "keyboard/KeyLayout.h"
+#include "unit/packs/PackFiles.h"
 
 #include <gmock/gmock.h>
-#include <sndfile.h>
 
 #include <cmath>
-#include <filesystem>
 #include <initializer_list>
 #include <ostream>
 #include <string>
@@ -51,7 +50,6 @@ protected:
         SoundPack pack;
         pack.id = "test";
         pack.folder = m_folder.path();
-        std::filesystem::create_directories(pack.folder / "sounds");
         for (const auto scancode : presses)
             pack.press[scancode] = sound("press", scancode, 1.0F / 128);
         for (const auto scancode : releases)
@@ -81,15 +79,8 @@ private:
     std::string sound(const std::string& kind, std::int64_t scancode, float unit)
     {
         auto name = kind + std::to_string(scancode);
-        SF_INFO info{};
-        info.samplerate = 44100;
-        info.channels = 1;
-        info.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
-        const auto path = m_folder.path() / "sounds" / (name + ".wav");
-        auto* const file = sf_open(path.c_str(), SFM_WRITE, &info);
-        const std::vector<float> samples(100, static_cast<float>(scancode) * unit);
-        EXPECT_EQ(sf_write_float(file, samples.data(), 100), 100);
-        sf_close(file);
+        writeSound(m_folder.path() / "sounds" / (name + ".wav"),
+                   std::vector<double>(100, static_cast<float>(scancode) * unit));
         return name;
     }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "SoundEngineFixture.h"
+#include "unit/audio/SoundEngineFixture.h"
 
 #include "packs/PackLibrary.h"
 
@@ -193,7 +193,7 @@ TEST_F(SoundEngineTest, StartsTheOutputAgainWhenItIsLost)
     EXPECT_EQ(output.starts(), 2);
 }
 
-TEST_F(SoundEngineTest, LetsNothingFromBeforeALossBeHeardAfterIt)
+TEST_F(SoundEngineTest, NothingFromBeforeALossIsHeardAfterIt)
 {
     engine().play(steady(0.5F, 1000), 0, 1);
     rendered(output, 10);

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "fakes/CollectedLog.h"
 #include "fakes/FakeEventTap.h"
 #include "fakes/FakeScreens.h"
 #include "fakes/FakeSecureInput.h"
 #include "input/InputMonitor.h"
-#include "log/Log.h"
 
 #include <gmock/gmock.h>
 
-#include <string>
 #include <vector>
 
 namespace clavo
@@ -19,15 +18,6 @@ namespace clavo
 class InputMonitorFixture : public testing::Test
 {
 protected:
-    InputMonitorFixture()
-    {
-        logged.clear();
-        log::setSink([](log::Level level, std::string_view line) {
-            logged.emplace_back((level == log::Level::notice ? "" : "not notice: ") +
-                                std::string(line));
-        });
-    }
-
     void listen()
     {
         receiveEvents();
@@ -45,13 +35,13 @@ protected:
     }
     void pointer(std::uint32_t type, double x) { tap.deliver({.type = type, .x = x}); }
 
+    CollectedLog logged;
     FakeEventTap tap;
     FakeSecureInput secureInput;
     FakeScreens screens;
     std::chrono::nanoseconds uptime{0};
     InputMonitor monitor{tap, secureInput, screens, [this] { return uptime; }};
     std::vector<InputMonitor::Event> events;
-    inline static std::vector<std::string> logged; // The log's sink is a plain function.
 };
 
 } // namespace clavo

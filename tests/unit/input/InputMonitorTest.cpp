@@ -15,6 +15,7 @@ using Scroll = InputMonitor::Scroll;
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Pair;
 using testing::SizeIs;
 
 using InputMonitorTest = InputMonitorFixture;
@@ -64,7 +65,7 @@ TEST_F(InputMonitorTest, ARefusedTapChangesNothing)
 
     EXPECT_FALSE(monitor.isRunning());
     EXPECT_EQ(tap.enabled, 0);
-    EXPECT_THAT(logged, IsEmpty());
+    EXPECT_THAT(logged.lines(), IsEmpty());
 }
 
 TEST_F(InputMonitorTest, StartMayBeTriedAgainAfterARefusal)
@@ -237,13 +238,14 @@ TEST_F(InputMonitorTest, SecureInputIsNotedOncePerStretch)
     secureInput.on = true;
     key(RawEventType::keyDown, 0);
     key(RawEventType::keyUp, 0);
-    EXPECT_THAT(logged, ElementsAre("saisie sécurisée active : sons coupés"));
+    EXPECT_THAT(logged.entries(),
+                ElementsAre(Pair(log::Level::notice, "saisie sécurisée active : sons coupés")));
 
     secureInput.on = false;
     key(RawEventType::keyDown, 0);
     secureInput.on = true;
     key(RawEventType::keyDown, 0);
-    EXPECT_THAT(logged, SizeIs(2));
+    EXPECT_THAT(logged.lines(), SizeIs(2));
 }
 
 TEST_F(InputMonitorTest, AStretchOfSecureInputEndsOnlyAtAnEventOutsideIt)
@@ -256,7 +258,7 @@ TEST_F(InputMonitorTest, AStretchOfSecureInputEndsOnlyAtAnEventOutsideIt)
     secureInput.on = true;
     key(RawEventType::keyDown, 0);
 
-    EXPECT_THAT(logged, SizeIs(1));
+    EXPECT_THAT(logged.lines(), SizeIs(1));
 }
 
 TEST_F(InputMonitorTest, ADisabledTapIsEnabledAgainSilently)
@@ -268,7 +270,7 @@ TEST_F(InputMonitorTest, ADisabledTapIsEnabledAgainSilently)
 
     EXPECT_EQ(tap.enabled, 3); // Once at the start.
     EXPECT_THAT(events, IsEmpty());
-    EXPECT_THAT(logged, IsEmpty());
+    EXPECT_THAT(logged.lines(), IsEmpty());
 }
 
 TEST_F(InputMonitorTest, ADisabledTapIsEnabledAgainDuringSecureInputWithoutANotice)
@@ -279,7 +281,7 @@ TEST_F(InputMonitorTest, ADisabledTapIsEnabledAgainDuringSecureInputWithoutANoti
     tap.disable();
 
     EXPECT_EQ(tap.enabled, 2);
-    EXPECT_THAT(logged, IsEmpty());
+    EXPECT_THAT(logged.lines(), IsEmpty());
 }
 
 TEST_F(InputMonitorTest, ATapDisabledNoticeWithoutATapDoesNothing)

@@ -17,7 +17,7 @@
 namespace clavo
 {
 
-/// A pseudo-terminal with a process in it that does nothing.
+/// A pseudo-terminal with an idle process.
 class Shell
 {
 public:
@@ -59,7 +59,7 @@ public:
         m_process = 0;
         fcntl(m_master, F_SETFL, O_NONBLOCK);
     }
-    /// Whether whoever shows the terminal has learned that its last process has ended.
+    /// Whether the terminal's master end has noticed that the last process has ended.
     [[nodiscard]] bool hasHungUp() const
     {
         char byte = 0;

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "program/ClavoApp.h"
 
+#include "fakes/CollectedLog.h"
 #include "fakes/FakePlatform.h"
-#include "log/Log.h"
 #include "ui/controls/Appearance.h"
+#include "ui/windows/WindowReader.h"
 
 #include <QApplication>
 #include <QMenu>
-#include <QQuickWindow>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -23,16 +23,13 @@ namespace
 
 using namespace std::chrono_literals;
 using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
 
-/// The whole application over fakes, on a display that nobody sees.
+/// The whole application over fakes, on a display that shows nothing.
 class ClavoAppTest : public testing::Test
 {
 protected:
-    ClavoAppTest()
-    {
-        log::setSink([](log::Level, std::string_view) {});
-    }
-
     ClavoApp& app()
     {
         if (!m_app) {
@@ -45,37 +42,6 @@ protected:
     {
         app();
         return *m_state;
-    }
-
-    /// The number of windows that the user sees.
-    static qsizetype openWindows()
-    {
-        qsizetype open = 0;
-        for (auto* const window : QGuiApplication::topLevelWindows()) {
-            if (qobject_cast<QQuickWindow*>(window) && window->isVisible())
-                ++open;
-        }
-        return open;
-    }
-    /// Null while no window is open.
-    static QWindow* openWindow()
-    {
-        for (auto* const window : QGuiApplication::topLevelWindows()) {
-            if (qobject_cast<QQuickWindow*>(window) && window->isVisible())
-                return window;
-        }
-        return nullptr;
-    }
-    static QString titleOfWindow()
-    {
-        const auto* const window = openWindow();
-        return window ? window->title() : QString();
-    }
-    static bool isWindowFrameless()
-    {
-        const auto* const window = openWindow();
-        EXPECT_TRUE(window) << "no window is open";
-        return window && window->flags().testFlag(Qt::FramelessWindowHint);
     }
 
     /// Chooses from the native menu of the menu-bar item.
@@ -100,6 +66,7 @@ protected:
         return QApplication::exec();
     }
 
+    CollectedLog logged; // So that it is not printed.
     FakePlatform platform;
 
 private:
@@ -113,7 +80,7 @@ TEST_F(ClavoAppTest, OpensNothingByItself)
     platform.time.advance(60s);
     QCoreApplication::processEvents();
 
-    EXPECT_EQ(openWindows(), 0);
+    EXPECT_THAT(openWindows(), IsEmpty());
 }
 
 TEST_F(ClavoAppTest, AnotherProcessOpensThePanelOnceItsRequestIsOver)
@@ -121,9 +88,9 @@ TEST_F(ClavoAppTest, AnotherProcessOpensThePanelOnceItsRequestIsOver)
     app();
 
     platform.instance->deliver(Instance::Request::openPanel);
-    EXPECT_EQ(openWindows(), 0);
+    EXPECT_THAT(openWindows(), IsEmpty());
     QCoreApplication::processEvents();
-    EXPECT_EQ(openWindows(), 1);
+    EXPECT_THAT(openWindows(), SizeIs(1));
 }
 
 TEST_F(ClavoAppTest, AnotherProcessTurnsTheSoundsOffAndOn)
@@ -167,14 +134,14 @@ TEST_F(ClavoAppTest, TheMenuOpensThePanelAndTheSettings)
     platform.trayHosts->turnTo(TrayHost::statusNotifier);
 
     choose("Open Clavo");
-    EXPECT_EQ(openWindows(), 1);
+    EXPECT_THAT(openWindows(), SizeIs(1));
     choose("Open Clavo");
     QCoreApplication::processEvents();
-    EXPECT_EQ(openWindows(), 0);
+    EXPECT_THAT(openWindows(), IsEmpty());
 
     choose("Settings");
-    EXPECT_EQ(openWindows(), 1);
-    EXPECT_THAT(titleOfWindow().toStdString(), HasSubstr("Settings"));
+    EXPECT_THAT(openWindows(), SizeIs(1));
+    EXPECT_THAT(openWindows().at(0)->title().toStdString(), HasSubstr("Settings"));
 }
 
 TEST_F(ClavoAppTest, ThePanelHasNoFrameWhenItCanBePlacedAtTheIcon)
@@ -184,7 +151,8 @@ TEST_F(ClavoAppTest, ThePanelHasNoFrameWhenItCanBePlacedAtTheIcon)
 
     choose("Open Clavo");
 
-    EXPECT_TRUE(isWindowFrameless());
+    ASSERT_THAT(openWindows(), SizeIs(1));
+    EXPECT_TRUE(openWindows().at(0)->flags().testFlag(Qt::FramelessWindowHint));
 }
 
 TEST_F(ClavoAppTest, ThePanelIsAnOrdinaryWindowWhereTheDesktopPlacesWindows)
@@ -195,7 +163,8 @@ TEST_F(ClavoAppTest, ThePanelIsAnOrdinaryWindowWhereTheDesktopPlacesWindows)
 
     choose("Open Clavo");
 
-    EXPECT_FALSE(isWindowFrameless());
+    ASSERT_THAT(openWindows(), SizeIs(1));
+    EXPECT_FALSE(openWindows().at(0)->flags().testFlag(Qt::FramelessWindowHint));
 }
 
 TEST_F(ClavoAppTest, TheMenuEndsTheProgram)
@@ -222,7 +191,7 @@ TEST_F(ClavoAppTest, GreetsWithNothingWhenThereAreATrayAndThePermission)
     platform.trayHosts->turnTo(TrayHost::statusNotifier);
     platform.time.advance(60s);
 
-    EXPECT_EQ(openWindows(), 0);
+    EXPECT_THAT(openWindows(), IsEmpty());
 }
 
 TEST_F(ClavoAppTest, GreetsWithThePanelOnceTwoSecondsAfterTheStartWithoutATray)
@@ -231,9 +200,9 @@ TEST_F(ClavoAppTest, GreetsWithThePanelOnceTwoSecondsAfterTheStartWithoutATray)
     platform.trayHosts->turnTo(TrayHost::none);
 
     platform.time.advance(1999ms);
-    EXPECT_EQ(openWindows(), 0);
+    EXPECT_THAT(openWindows(), IsEmpty());
     platform.time.advance(1ms);
-    EXPECT_EQ(openWindows(), 1);
+    EXPECT_THAT(openWindows(), SizeIs(1));
 }
 
 TEST_F(ClavoAppTest, ATrayMayAnswerUntilTheGreeting)
@@ -245,7 +214,7 @@ TEST_F(ClavoAppTest, ATrayMayAnswerUntilTheGreeting)
     platform.trayHosts->turnTo(TrayHost::statusNotifier);
     platform.time.advance(60s);
 
-    EXPECT_EQ(openWindows(), 0);
+    EXPECT_THAT(openWindows(), IsEmpty());
 }
 
 TEST_F(ClavoAppTest, GreetsWithThePanelFromTheMainLoopWithoutThePermission)
@@ -253,10 +222,10 @@ TEST_F(ClavoAppTest, GreetsWithThePanelFromTheMainLoopWithoutThePermission)
     platform.access->granted = false;
     app().greet();
     platform.trayHosts->turnTo(TrayHost::statusNotifier);
-    EXPECT_EQ(openWindows(), 0);
+    EXPECT_THAT(openWindows(), IsEmpty());
 
     platform.time.advance(0ms);
-    EXPECT_EQ(openWindows(), 1);
+    EXPECT_THAT(openWindows(), SizeIs(1));
 }
 
 } // namespace

@@ -62,7 +62,7 @@ public:
         EXPECT_EQ(::read(m_steps, &step, 1), 1);
     }
 
-    /// Whether it was still at it.
+    /// Whether it was still running.
     [[nodiscard]] bool kill() const
     {
         ::kill(m_process, SIGKILL);
@@ -126,7 +126,7 @@ TEST(KilledSaver, AlwaysLeavesOneWholeSnapshot)
         const Saver saver(folder.path());
         for (int step = steps(random); step > 0; --step)
             saver.awaitStep();
-        // The moment is any; nothing is waited for.
+        // A random moment, not a wait for an event.
         std::this_thread::sleep_for(std::chrono::duration<double>(moment(random)));
         ASSERT_TRUE(saver.kill());
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "StatsStoreFixture.h"
+#include "unit/stats/StatsStoreFixture.h"
 
 #include "fakes/FileSizeLimit.h"
 

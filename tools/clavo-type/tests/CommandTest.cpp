@@ -67,7 +67,7 @@ protected:
         return run(arguments << "-o" << QString::fromStdString(wav().string()), input);
     }
 
-    /// The files of the user's that are not sounds.
+    /// The user's files that are not sounds.
     [[nodiscard]] std::set<std::string> files() const
     {
         std::set<std::string> names;
@@ -204,15 +204,6 @@ TEST_F(CommandTest, SaysWhichFileItCannotRead)
         EXPECT_EQ(ended.status, 1);
         EXPECT_EQ(ended.errors, std::string("clavo-type: ") + file + ": cannot be read\n");
     }
-}
-
-TEST_F(CommandTest, SaysThatNoSoundServerAnswers)
-{
-    const auto ended = run({"--pack", "custom:id", "a"});
-
-    EXPECT_EQ(ended.status, 1);
-    EXPECT_EQ(ended.errors,
-              "clavo-type: no sound server answers; -o FILE writes a file without one\n");
 }
 
 TEST_F(CommandTest, HelpsOnRequest)

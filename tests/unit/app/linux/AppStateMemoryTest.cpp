@@ -68,7 +68,7 @@ TEST_F(AppStateMemoryTest, PackThatCannotBeLoadedLeavesTheSelectedOne)
         state().setPackID("long");
     }
 
-    EXPECT_THAT(lines().back(), StartsWith("pack long impossible à charger : "));
+    EXPECT_THAT(logged.lines().back(), StartsWith("pack long impossible à charger : "));
     EXPECT_EQ(state().packID(), "cherrymx-red-abs");
     EXPECT_EQ(state().selectedPackName(), "cherrymx-red-abs");
     EXPECT_EQ(selections.count(), 0);
@@ -85,12 +85,12 @@ TEST_F(AppStateMemoryTest, StartsWithAPackThatCannotBeLoaded)
         state();
     }
 
-    EXPECT_THAT(lines(), Contains(StartsWith("pack long impossible à charger : ")));
+    EXPECT_THAT(logged.lines(), Contains(StartsWith("pack long impossible à charger : ")));
     EXPECT_TRUE(state().hasPermission()) << "it listens";
     EXPECT_EQ(state().packID(), "long");
 
     state().setPackID("cherrymx-red-abs");
-    EXPECT_EQ(lines().back(), "pack chargé : cherrymx-red-abs");
+    EXPECT_EQ(logged.lines().back(), "pack chargé : cherrymx-red-abs");
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "CountedCalls.h"
+#include "unit/audio/linux/CountedCalls.h"
 
 #include <dlfcn.h>
 #include <pthread.h>

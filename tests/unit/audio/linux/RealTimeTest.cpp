@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "../Rendered.h"
-#include "../SoundEngineFixture.h"
-#include "CountedCalls.h"
+#include "unit/audio/Rendered.h"
+#include "unit/audio/SoundEngineFixture.h"
+#include "unit/audio/linux/CountedCalls.h"
 
 #include "audio/realtime/Mixer.h"
 

@@ -2,10 +2,10 @@
 #include "audio/output/FallbackOutput.h"
 
 #include "audio/realtime/Mixer.h"
+#include "fakes/CollectedLog.h"
 #include "fakes/FakeAudioOutput.h"
 #include "fakes/SimulatedTime.h"
 #include "fakes/SteerableOutput.h"
-#include "log/Log.h"
 
 #include <gmock/gmock.h>
 
@@ -20,19 +20,11 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::vector<std::string>& logLines()
-{
-    static std::vector<std::string> lines;
-    return lines;
-}
-
 class FallbackOutputTest : public testing::Test
 {
 protected:
     FallbackOutputTest()
     {
-        logLines().clear();
-        log::setSink([](log::Level, std::string_view line) { logLines().emplace_back(line); });
         std::vector<NamedOutput> candidates;
         candidates.push_back({"Best", owned(m_best = new SteerableOutput("Best"))});
         candidates.push_back({"Second", owned(m_second = new SteerableOutput("Second"))});
@@ -51,7 +43,7 @@ protected:
     {
         m_output->start();
         m_best->comeUp();
-        logLines().clear();
+        m_log.clear();
         m_toldRunning.clear();
     }
 
@@ -67,6 +59,7 @@ protected:
         return who;
     }
 
+    CollectedLog m_log;
     Mixer m_mixer;
     SteerableOutput* m_best = nullptr;
     SteerableOutput* m_second = nullptr;
@@ -76,7 +69,7 @@ protected:
     std::vector<bool> m_toldRunning; // isRunning() at each configurationChanged.
 };
 
-TEST_F(FallbackOutputTest, AsksNobodyBeforeItIsStarted)
+TEST_F(FallbackOutputTest, AsksNoServerBeforeItIsStarted)
 {
     EXPECT_EQ(m_best->attempts(), 0);
     EXPECT_FALSE(m_time.untilNext());
@@ -90,7 +83,7 @@ TEST_F(FallbackOutputTest, IsSilentUntilTheServerAnswers)
     EXPECT_THAT(whoRuns(), ElementsAre("silent"));
     EXPECT_TRUE(m_output->isRunning());
     EXPECT_EQ(m_output->status().server, "Fake");
-    EXPECT_THAT(logLines(), IsEmpty());
+    EXPECT_THAT(m_log.lines(), IsEmpty());
 }
 
 TEST_F(FallbackOutputTest, PlaysOnTheBestAsSoonAsItIsUp)
@@ -102,7 +95,8 @@ TEST_F(FallbackOutputTest, PlaysOnTheBestAsSoonAsItIsUp)
     EXPECT_EQ(m_output->status().server, "Best");
     EXPECT_FALSE(m_time.untilNext());
     EXPECT_THAT(m_toldRunning, ElementsAre(true));
-    EXPECT_THAT(logLines(), ElementsAre("sortie audio : Best, période de 128 trames à 48000 Hz"));
+    EXPECT_THAT(m_log.lines(),
+                ElementsAre("sortie audio : Best, période de 128 trames à 48000 Hz"));
 }
 
 TEST_F(FallbackOutputTest, DoesNotBotherTheSecondWhileTheBestIsAnswering)
@@ -121,7 +115,8 @@ TEST_F(FallbackOutputTest, AsksTheSecondAtOnceWhenTheBestHasNoServer)
     m_second->comeUp();
 
     EXPECT_THAT(whoRuns(), ElementsAre("second"));
-    EXPECT_THAT(logLines(), ElementsAre("sortie audio : Second, période de 128 trames à 48000 Hz"));
+    EXPECT_THAT(m_log.lines(),
+                ElementsAre("sortie audio : Second, période de 128 trames à 48000 Hz"));
 }
 
 TEST_F(FallbackOutputTest, AsksTheSecondWhenTheBestDoesNotComeUpInTime)
@@ -150,7 +145,7 @@ TEST_F(FallbackOutputTest, MovesFromTheSecondToTheBestAndLeavesNoStreamBehind)
     EXPECT_FALSE(m_time.untilNext());
 }
 
-TEST_F(FallbackOutputTest, TellsOfALossBeforeItRunsAgain)
+TEST_F(FallbackOutputTest, ReportsALossBeforeItRunsAgain)
 {
     playOnBest();
     m_best->loseServer();
@@ -159,7 +154,7 @@ TEST_F(FallbackOutputTest, TellsOfALossBeforeItRunsAgain)
     EXPECT_THAT(whoRuns(), ElementsAre("silent"));
 }
 
-TEST_F(FallbackOutputTest, MayBeStartedByThoseWhoAreToldOfTheLoss)
+TEST_F(FallbackOutputTest, MayBeStartedByTheReceiverOfTheLoss)
 {
     m_output->prepare(m_mixer, [this] { m_output->start(); });
     m_output->start();
@@ -170,7 +165,7 @@ TEST_F(FallbackOutputTest, MayBeStartedByThoseWhoAreToldOfTheLoss)
     EXPECT_EQ(m_time.untilNext(), 250ms);
 }
 
-TEST_F(FallbackOutputTest, MayBePausedByThoseWhoAreToldOfTheLoss)
+TEST_F(FallbackOutputTest, MayBePausedByTheReceiverOfTheLoss)
 {
     m_output->prepare(m_mixer, [this] { m_output->pause(); });
     m_output->start();
@@ -182,7 +177,7 @@ TEST_F(FallbackOutputTest, MayBePausedByThoseWhoAreToldOfTheLoss)
     EXPECT_FALSE(m_time.untilNext());
 }
 
-TEST_F(FallbackOutputTest, DoesNotRunAgainBeforeTheLossIsTold)
+TEST_F(FallbackOutputTest, DoesNotRunAgainBeforeTheLossIsReported)
 {
     playOnBest();
     m_best->disconnect(); // Lost, and the word of it still on its way.
@@ -221,7 +216,7 @@ TEST_F(FallbackOutputTest, SlowsDownWhereThereWasNeverAServer)
     }
 
     EXPECT_THAT(delays, ElementsAre(250ms, 500ms, 1000ms, 2000ms, 4000ms, 5000ms, 5000ms));
-    EXPECT_THAT(logLines(),
+    EXPECT_THAT(m_log.lines(),
                 ElementsAre("aucune sortie audio pour l'instant, la recherche continue"));
 }
 
@@ -237,7 +232,7 @@ TEST_F(FallbackOutputTest, WritesOneLineForALossAndOneForTheReturn)
     m_best->comeUp();
 
     EXPECT_THAT(whoRuns(), ElementsAre("best"));
-    EXPECT_THAT(logLines(),
+    EXPECT_THAT(m_log.lines(),
                 ElementsAre("sortie audio perdue : Best",
                             "sortie audio de retour : Best, période de 128 trames à 48000 Hz"));
 }
@@ -258,10 +253,10 @@ TEST_F(FallbackOutputTest, PassesOnThatTheServerHasChangedThePeriod)
     m_best->comeUp();
 
     EXPECT_THAT(m_toldRunning, ElementsAre(true));
-    EXPECT_THAT(logLines(), IsEmpty());
+    EXPECT_THAT(m_log.lines(), IsEmpty());
 }
 
-TEST_F(FallbackOutputTest, AsksNobodyAndWakesNobodyWhilePaused)
+TEST_F(FallbackOutputTest, AsksNoServerAndWakesNothingWhilePaused)
 {
     playOnBest();
     m_best->loseServer();
@@ -280,7 +275,7 @@ TEST_F(FallbackOutputTest, KeepsQuietAboutWhatHappensWhilePaused)
 
     EXPECT_THAT(whoRuns(), IsEmpty());
     EXPECT_THAT(m_toldRunning, IsEmpty());
-    EXPECT_THAT(logLines(), IsEmpty());
+    EXPECT_THAT(m_log.lines(), IsEmpty());
 }
 
 TEST_F(FallbackOutputTest, ResumesTheBestWithoutANewConnectionOrALogLine)
@@ -294,7 +289,7 @@ TEST_F(FallbackOutputTest, ResumesTheBestWithoutANewConnectionOrALogLine)
 
     EXPECT_THAT(whoRuns(), ElementsAre("best"));
     EXPECT_EQ(m_best->attempts(), attempts);
-    EXPECT_THAT(logLines(), IsEmpty());
+    EXPECT_THAT(m_log.lines(), IsEmpty());
 }
 
 TEST_F(FallbackOutputTest, TellsOfTheServerThatItPlaysOnNextWhilePaused)

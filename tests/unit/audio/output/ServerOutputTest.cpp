@@ -140,7 +140,7 @@ TEST_F(ServerOutputTest, IsUpWithTheFirstPeriodAndRunsWhenStartedThen)
     EXPECT_EQ(m_changes, 1);
 }
 
-TEST_F(ServerOutputTest, TellsNothingFromInsideTheLibrary)
+TEST_F(ServerOutputTest, ReportsNothingFromInsideTheLibrary)
 {
     m_output.start();
     m_server.state = State::streaming;
@@ -150,7 +150,7 @@ TEST_F(ServerOutputTest, TellsNothingFromInsideTheLibrary)
     EXPECT_EQ(m_output.link(), Link::pending);
 }
 
-TEST_F(ServerOutputTest, LetsTheDeviceSleepWhenNobodyWantsTheLinkThatCameUp)
+TEST_F(ServerOutputTest, LetsTheDeviceSleepWhenTheNewLinkIsUnused)
 {
     m_output.start();
     become(State::streaming);
@@ -179,7 +179,7 @@ TEST_F(ServerOutputTest, PausesAndResumesOnTheSameStreamWithoutAWord)
     EXPECT_EQ(m_changes, 0);
 }
 
-TEST_F(ServerOutputTest, StopsAndLetsGoOfABrokenStream)
+TEST_F(ServerOutputTest, StopsAndFreesABrokenStream)
 {
     run();
     m_isWanted = false;
@@ -202,7 +202,7 @@ TEST_F(ServerOutputTest, ConnectsAnewAfterALoss)
     EXPECT_TRUE(m_output.isRunning());
 }
 
-TEST_F(ServerOutputTest, TellsOfALossWhilePausedToo)
+TEST_F(ServerOutputTest, ReportsALossWhilePausedToo)
 {
     run();
     m_isWanted = false;
@@ -266,7 +266,7 @@ TEST_F(ServerOutputTest, DoesNotWaitForPeriodsWhilePaused)
     EXPECT_EQ(m_output.link(), Link::up);
 }
 
-TEST_F(ServerOutputTest, TellsOfAPeriodOnlyWhenItHasChanged)
+TEST_F(ServerOutputTest, ReportsAPeriodOnlyWhenItHasChanged)
 {
     run();
     become(State::streaming);

@@ -193,7 +193,7 @@ TEST_F(EvdevDecoderTest, NoNumberIsTooMuch)
     EXPECT_THAT(key(99, KEY_S, 1), IsEmpty()) << "there is no such device";
 }
 
-TEST_F(EvdevDecoderTest, MotionIsToldApart)
+TEST_F(EvdevDecoderTest, MotionIsDistinguished)
 {
     EXPECT_TRUE(EvdevDecoder::isMotion({.type = EV_REL, .code = REL_Y, .value = 1}));
     EXPECT_TRUE(EvdevDecoder::isMotion({.type = EV_ABS, .code = ABS_X, .value = 1}));

@@ -47,7 +47,7 @@ TEST_F(EvdevEventTapTest, WithoutAKeyboardItIsRefused)
     EXPECT_FALSE(create(folder.path()));
 }
 
-TEST_F(EvdevEventTapTest, AfterARefusalItMayBeAskedAgainAndTellsNothing)
+TEST_F(EvdevEventTapTest, AfterARefusalItMayBeAskedAgainAndReportsNothing)
 {
     const auto tap = makeEvdevEventTap(screens, folder.path());
     const auto count = [this](const RawEvent&) { ++events; };

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/evdev/EvdevInputAccess.h"
 
+#include "fakes/CollectedLog.h"
 #include "fakes/TemporaryFolder.h"
-#include "log/Log.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -81,14 +81,6 @@ protected:
     {
         std::filesystem::create_directory(devices());
         std::filesystem::create_symlink("nowhere", devices() / "event0");
-        lines().clear();
-        log::setSink([](log::Level, std::string_view line) { lines().emplace_back(line); });
-    }
-
-    static std::vector<std::string>& lines()
-    {
-        static std::vector<std::string> all;
-        return all;
     }
 
     [[nodiscard]] std::filesystem::path devices() const { return folder.path() / "input"; }
@@ -121,6 +113,7 @@ protected:
         return {std::istreambuf_iterator(file), {}};
     }
 
+    CollectedLog logged;
     TemporaryFolder folder;
 
 private:
@@ -137,7 +130,7 @@ TEST_F(EvdevQuestion, IsPutOnceAndRunsTheGrantProgramAlone)
     ask(*access);
 
     EXPECT_EQ(asked(), "--disable-internal-agent /usr/bin/clavo-grant-input\n");
-    EXPECT_THAT(lines(), ElementsAre("accès aux claviers accordé"));
+    EXPECT_THAT(logged.lines(), ElementsAre("accès aux claviers accordé"));
     EXPECT_EQ(access->commands(), "");
 }
 
@@ -150,7 +143,7 @@ TEST_F(EvdevQuestion, IsNotPutAtTheStart)
     ask(*access);
 
     EXPECT_EQ(asked(), "--disable-internal-agent /usr/bin/clavo-grant-input\n") << "by the wish";
-    EXPECT_THAT(lines().front(), HasSubstr("sudo")) << "where nobody asks, the log tells";
+    EXPECT_THAT(logged.lines().front(), HasSubstr("sudo")) << "where nobody asks, the log tells";
 }
 
 TEST_F(EvdevQuestion, IsPutAgainAfterItWasDismissed)
@@ -161,17 +154,17 @@ TEST_F(EvdevQuestion, IsPutAgainAfterItWasDismissed)
     EXPECT_EQ(access->commands(), "");
     ask(*access);
 
-    EXPECT_THAT(lines(), Each(HasSubstr("refermée sans réponse")));
-    EXPECT_EQ(lines().size(), 2U);
+    EXPECT_THAT(logged.lines(), Each(HasSubstr("refermée sans réponse")));
+    EXPECT_EQ(logged.lines().size(), 2U);
 }
 
-TEST_F(EvdevQuestion, ThatNobodyCouldBeAskedLeavesTheTwoCommands)
+TEST_F(EvdevQuestion, WithoutAnyoneToAskTheTwoCommandsAreLogged)
 {
     const auto access = makeEvdevInputAccess(asking("exit 127"), devices());
 
     ask(*access);
 
-    EXPECT_THAT(lines(), ElementsAre(HasSubstr("\nsudo udevadm control --reload")));
+    EXPECT_THAT(logged.lines(), ElementsAre(HasSubstr("\nsudo udevadm control --reload")));
     EXPECT_THAT(access->commands(),
                 HasSubstr("| sudo tee /etc/udev/rules.d/70-clavo-input.rules\n"));
 }
@@ -192,14 +185,14 @@ TEST_F(EvdevQuestion, IsNotPutWithoutPolkitOrTheGrantProgram)
     const auto whole = asking("exit 0");
     for (const auto& programs : {GrantPrograms{.pkexec = whole.pkexec, .grant = {}},
                                  GrantPrograms{.pkexec = {}, .grant = whole.grant}}) {
-        lines().clear();
+        logged.clear();
         const auto access = makeEvdevInputAccess(programs, devices());
 
         EXPECT_FALSE(access->request(Occasion::userRequest));
         access->showSettings();
 
         EXPECT_EQ(asked(), "");
-        EXPECT_THAT(lines(), ElementsAre(HasSubstr("\nsudo udevadm control --reload")));
+        EXPECT_THAT(logged.lines(), ElementsAre(HasSubstr("\nsudo udevadm control --reload")));
         EXPECT_THAT(access->commands(), HasSubstr("sudo"));
     }
 }
@@ -215,7 +208,7 @@ TEST_F(EvdevQuestion, IsNotPutWhereThereIsNothingToGrant)
     EXPECT_EQ(access->state(), InputAccess::State::noKeyboard);
     EXPECT_EQ(asked(), "");
     EXPECT_EQ(access->commands(), "");
-    EXPECT_THAT(lines(), ElementsAre("aucun clavier dans /dev/input"));
+    EXPECT_THAT(logged.lines(), ElementsAre("aucun clavier dans /dev/input"));
 }
 
 } // namespace

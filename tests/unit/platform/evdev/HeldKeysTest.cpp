@@ -70,7 +70,7 @@ TEST(HeldKeys, AModifierPressedUnseenIsNotReleased)
     EXPECT_THAT(keys.release(KEY_LEFTSHIFT), Eq(std::nullopt));
 }
 
-TEST(HeldKeys, ReleasingAllTellsOfTheModifiersAndForgetsEveryKey)
+TEST(HeldKeys, ReleasingAllReportsTheModifiersAndForgetsEveryKey)
 {
     HeldKeys keys;
     (void)keys.press(KEY_S);

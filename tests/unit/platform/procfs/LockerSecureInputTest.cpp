@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/procfs/LockerSecureInput.h"
 
-#include "desktop/x11/EventLoop.h"
+#include "eventloop/EventLoop.h"
 #include "fakes/TemporaryFolder.h"
 
 #include <QProcess>

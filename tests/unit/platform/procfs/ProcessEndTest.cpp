@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/procfs/Processes.h"
 
-#include "desktop/x11/EventLoop.h"
+#include "eventloop/EventLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -42,7 +42,7 @@ protected:
     std::optional<ProcessEnd> end;
 };
 
-TEST_F(ProcessEndTest, IsToldOnceAndMayBeForgottenThen)
+TEST_F(ProcessEndTest, IsReportedOnceAndItsReceiverMayDestroyIt)
 {
     int told = 0;
     end.emplace(process, [this, &told] {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/procfs/TerminalSecureInput.h"
 
-#include "desktop/x11/EventLoop.h"
+#include "eventloop/EventLoop.h"
 #include "fakes/TemporaryFolder.h"
 #include "unit/platform/Shell.h"
 
@@ -71,7 +71,7 @@ TEST_F(TerminalSecureInputTest, EndsWithTheTerminal)
     EXPECT_EQ(secureInput->reason(), SecureReason::none);
 }
 
-TEST_F(TerminalSecureInputTest, LetsGoOfTheTerminalsWhenAnotherProgramComesToTheFront)
+TEST_F(TerminalSecureInputTest, ForgetsTheTerminalsWhenAnotherProgramHasFocus)
 {
     const Shell shell;
     shell.set(ECHO, false);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/ProcessRelauncher.h"
 
+#include "fakes/CollectedLog.h"
 #include "fakes/TemporaryFolder.h"
-#include "log/Log.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -30,18 +30,6 @@ namespace fs = std::filesystem;
 class ProcessRelauncherTest : public testing::Test
 {
 protected:
-    ProcessRelauncherTest()
-    {
-        lines().clear();
-        log::setSink([](log::Level, std::string_view line) { lines().emplace_back(line); });
-    }
-
-    static std::vector<std::string>& lines()
-    {
-        static std::vector<std::string> all;
-        return all;
-    }
-
     /// How often a relaunch of the program completes.
     [[nodiscard]] int completions() const
     {
@@ -50,11 +38,12 @@ protected:
         return count;
     }
 
+    CollectedLog logged;
     TemporaryFolder m_folder;
     fs::path m_program = m_folder.path() / "clavo";
 };
 
-TEST_F(ProcessRelauncherTest, StartsTheProgramInThePlaceOfThisOneAndInTheBackground)
+TEST_F(ProcessRelauncherTest, StartsTheProgramAsAReplacementAndInTheBackground)
 {
     const auto pipe = m_folder.path() / "pipe";
     ASSERT_EQ(mkfifo(pipe.c_str(), S_IRWXU), 0);
@@ -76,7 +65,7 @@ TEST_F(ProcessRelauncherTest, StartsTheProgramInThePlaceOfThisOneAndInTheBackgro
 TEST_F(ProcessRelauncherTest, CompletesWithALogLineWhereTheProgramCannotBeStarted)
 {
     EXPECT_EQ(completions(), 1);
-    EXPECT_THAT(lines(), testing::ElementsAre("relance impossible"));
+    EXPECT_THAT(logged.lines(), testing::ElementsAre("relance impossible"));
 }
 
 } // namespace
