@@ -104,8 +104,16 @@ class MadeUpPacks(unittest.TestCase):
             env={**os.environ, **(environment or {})},
             capture_output=True,
             text=True,
+            timeout=100,  # Ends only what would run for hours.
             check=False,
         )
+
+    def refusal(self, *options: str) -> str:
+        """What is printed about the pack, of which nothing is converted."""
+        done = self.run_script(self.pack, "--to", self.to, *options)
+        self.assertEqual((done.returncode, done.stdout), (1, ""), done.stderr)
+        self.assertNotIn("Traceback", done.stderr)
+        return done.stderr
 
     def convert(self, *options: str) -> subprocess.CompletedProcess[str]:
         done = self.run_script(self.pack, "--to", self.to, *options)

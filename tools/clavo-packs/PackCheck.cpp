@@ -27,7 +27,7 @@ namespace fs = std::filesystem;
 
 constexpr double sampleRate = samplesPerSecond;
 constexpr double longestSilence = 0.018; // Seconds: later than that, a key is felt to lag.
-constexpr double longestSound = 2;
+constexpr double longestSound = 3.01; // Seconds; the importer cuts off what is longer than 3.
 constexpr double lowestPeak = -40; // In dB.
 constexpr int clippedRun = 4;      // Samples in a row.
 constexpr float fullScale = 0.999F;

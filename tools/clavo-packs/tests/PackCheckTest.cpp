@@ -140,14 +140,14 @@ TEST_F(PackCheckTest, FaultsOfSoundsAreNamed)
     writeManifest(R"("1": "clipped", "2": "late", "3": "long", "4": "silent", "5": "soft")");
     writeSoundNamed("clipped", std::vector<double>(1000, 1.0));
     writeSoundNamed("late", tone(0.5, 40));
-    writeSoundNamed("long", tone(0.5, 0, 2500));
+    writeSoundNamed("long", tone(0.5, 0, 3500));
     writeSoundNamed("silent", std::vector<double>(1000));
     writeSoundNamed("soft", tone(0.005));
 
     EXPECT_THAT(problems(),
                 ElementsAre("sounds/clipped.wav: clips: it stays at full scale",
                             "sounds/late.wav: starts with 40 ms of silence, felt as a delay",
-                            "sounds/long.wav: goes on for 2.5 s", "sounds/silent.wav: is silent",
+                            "sounds/long.wav: goes on for 3.5 s", "sounds/silent.wav: is silent",
                             "sounds/soft.wav: is hardly heard: it peaks at -46 dB"));
 }
 
