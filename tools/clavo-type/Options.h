@@ -17,7 +17,7 @@ namespace clavo
 struct TypingOptions {
     std::optional<std::string> text; // Of the arguments.
     std::string file;                // Read when no text is given; empty: the standard input.
-    std::string output;              // Empty: the speakers.
+    std::string output;              // Empty: the speakers. "-": the standard output.
     std::string pack = Settings{}.packID;
     double wpm = 80;
     bool isHuman = false;

@@ -8,6 +8,7 @@
 #include "log/Log.h"
 #include "packs/PackLibrary.h"
 #include "platform/Platform.h"
+#include "text/Printable.h"
 
 #include <QCoreApplication>
 
@@ -71,18 +72,23 @@ std::vector<Keystroke> strokesOf(const TypingOptions& options)
 
 SoundBank bankOf(const std::string& id)
 {
-    const auto packs = PackLibrary::allPacks(packFolders());
-    const auto pack = std::ranges::find(packs, id, &SoundPack::id);
-    if (pack == packs.end()) {
+    const auto folders = packFolders();
+    // Other packs are not loaded, as one of them may be broken.
+    const auto packs = PackLibrary::allPacks(folders, SoundPack::Part::description);
+    const auto found = std::ranges::find(packs, id, &SoundPack::id);
+    if (found == packs.end()) {
         std::string known;
         for (const auto& other : packs)
-            known += "\n  " + other.id;
-        throw std::runtime_error(fmt::format("there is no pack '{}'; there {}{}", id,
+            known += "\n  " + printable(other.id);
+        throw std::runtime_error(fmt::format("there is no pack '{}'; there {}{}", printable(id),
                                              known.empty() ? "is none" : "are:", known));
     }
-    auto bank = PackLibrary::makeBank(*pack, AudioFormat{});
+    const bool isCustom = found->folder.parent_path() == folders.custom;
+    const auto pack = SoundPack::load(found->folder, isCustom);
+    auto bank = pack ? PackLibrary::makeBank(*pack, AudioFormat{}) : SoundBank{};
     if (bank.press.empty())
-        throw std::runtime_error(fmt::format("the pack '{}' has no sound that can be read", id));
+        throw std::runtime_error(
+            fmt::format("the pack '{}' has no sound that can be read", printable(id)));
     return bank;
 }
 
@@ -104,9 +110,11 @@ void type(const TypingOptions& options)
     // The rhythm and the choice of sounds take their numbers from different places of one sequence.
     const auto soundSeed = ~seed;
     if (!options.output.empty()) {
-        const auto signalled = [](int signal) { interruption = signal; };
-        std::signal(SIGINT, signalled);
-        std::signal(SIGTERM, signalled);
+        // Without SA_RESTART a signal also ends the wait for the reader of a pipe.
+        struct sigaction action = {};
+        action.sa_handler = [](int signal) { interruption = signal; };
+        sigaction(SIGINT, &action, nullptr);
+        sigaction(SIGTERM, &action, nullptr);
         record(events, bank, soundSeed, options.output, tell);
         return;
     }

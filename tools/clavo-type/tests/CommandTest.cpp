@@ -153,6 +153,39 @@ TEST_F(CommandTest, NamesThePacksWhereTheOneAskedForIsNotThere)
     EXPECT_FALSE(fs::exists(wav()));
 }
 
+TEST_F(CommandTest, NamesOfPacksCannotCommandTheTerminal)
+{
+    writeFile(user() / "data" / "Clavo" / "Packs" / "x" / "pack.json",
+              manifestText("", "", R"(\u001b[2J)"));
+
+    const auto ended = toWav({"--pack", "\x1b[3J", "text"});
+
+    EXPECT_THAT(ended.errors, StartsWith("clavo-type: there is no pack '\ufffd[3J'"));
+    EXPECT_THAT(ended.errors, HasSubstr("\n  custom:\ufffd[2J\n"));
+}
+
+TEST_F(CommandTest, PackThatWouldStopTheProgramDoesNotStopTheOthers)
+{
+    writeFile(user() / "data" / "Clavo" / "Packs" / "twice" / "pack.json",
+              manifestText(R"("30": "a", "+30": "b")", "", "twice"));
+
+    EXPECT_EQ(toWav({"--pack", "custom:id", "a"}).status, 0);
+    EXPECT_THAT(toWav({"--pack", "nowhere", "a"}).errors, HasSubstr("\n  custom:twice\n"));
+}
+
+TEST_F(CommandTest, WritesToTheStandardOutput)
+{
+    const QStringList text{"--pack", "custom:id", "--seed", "1", "aaa"};
+    EXPECT_EQ(toWav(text).status, 0);
+
+    const auto ended = run(text + QStringList{"-o", "-"});
+
+    EXPECT_EQ(ended.status, 0) << ended.errors;
+    EXPECT_TRUE(ended.output == contentOf(wav()));
+    EXPECT_EQ(ended.errors, "");
+    EXPECT_FALSE(fs::exists("-"));
+}
+
 TEST_F(CommandTest, RefusesAPackWithoutSounds)
 {
     const auto ended = toWav({"--pack", "custom:silent", "text"});

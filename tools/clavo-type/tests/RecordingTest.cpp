@@ -4,10 +4,16 @@
 #include "fakes/TemporaryFolder.h"
 #include "unit/packs/PackFiles.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <sndfile.h>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
 #include <cmath>
+#include <future>
 #include <numbers>
 #include <stdexcept>
 #include <string>
@@ -23,6 +29,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::ThrowsMessage;
+using testing::UnorderedElementsAre;
 
 namespace fs = std::filesystem;
 
@@ -210,6 +217,66 @@ TEST_F(RecordTest, ReplacesNothingButAnOrdinaryFile)
     EXPECT_THAT([&] { recordAll({event(0s, keyA, true)}); },
                 ThrowsMessage<std::runtime_error>("/dev/null: is not an ordinary file"));
     EXPECT_TRUE(fs::is_character_file(file));
+}
+
+TEST_F(RecordTest, ReplacesNoFolder)
+{
+    fs::create_directory(file);
+
+    EXPECT_THAT([&] { recordAll({event(0s, keyA, true)}); },
+                ThrowsMessage<std::runtime_error>(HasSubstr("is not an ordinary file")));
+    EXPECT_TRUE(fs::is_directory(file));
+}
+
+TEST_F(RecordTest, ReplacesNoOtherFileOnItsWay)
+{
+    fs::path other = file;
+    other += ".partial";
+    writeFile(other, "of the user's");
+
+    recordAll({event(0s, keyA, true)});
+
+    EXPECT_EQ(contentOf(other), "of the user's");
+    EXPECT_THAT(names(), UnorderedElementsAre("out.wav", "out.wav.partial"));
+}
+
+TEST_F(RecordTest, WritesIntoAPipeWhatItWritesIntoAFile)
+{
+    const fs::path pipe = folder.path() / "pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const std::vector<KeyEvent> events{event(0s, keyA, true), event(100ms, keyL, true)};
+    recordAll(events);
+
+    auto read = std::async(std::launch::async, [&] { return contentOf(pipe); });
+    record(events, pulses(), seed, pipe, [](std::size_t) {});
+
+    EXPECT_TRUE(read.get() == contentOf(file));
+    EXPECT_TRUE(fs::is_fifo(pipe));
+    EXPECT_THAT(names(), UnorderedElementsAre("out.wav", "pipe"));
+}
+
+TEST_F(RecordTest, WritesIntoThePipeBehindALinkThatNamesNoFile)
+{
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    fs::create_symlink(fmt::format("/proc/self/fd/{}", ends[1]), file); // As /dev/stdout is one.
+
+    recordAll({event(0s, keyA, true)});
+    ::close(ends[1]);
+
+    std::array<char, 100> content{};
+    EXPECT_EQ(::read(ends[0], content.data(), content.size()), 44 + 6);
+    ::close(ends[0]);
+    EXPECT_TRUE(fs::is_symlink(file));
+}
+
+TEST_F(RecordTest, KeepsALinkThatLeadsNowhere)
+{
+    fs::create_symlink("nowhere.wav", file);
+
+    EXPECT_THAT([&] { recordAll({event(0s, keyA, true)}); },
+                ThrowsMessage<std::runtime_error>(HasSubstr("a link to a file that is not there")));
+    EXPECT_TRUE(fs::is_symlink(file));
 }
 
 TEST_F(RecordTest, WritesTheFileBehindALink)
