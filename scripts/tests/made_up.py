@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Made-up packs, and the script as people run it."""
+"""Made-up packs, and the script as a command."""
 
 from __future__ import annotations
 
@@ -133,5 +133,5 @@ class MadeUpPacks(unittest.TestCase):
         return read_wave(self.to / "made-up" / "sounds" / f"{name}.wav")
 
     def level(self, scancode: int, direction: str = "press") -> float:
-        """The peak of a sound, which tells which one it is."""
+        """The peak of a sound, by which the tests identify it."""
         return round(max(map(abs, self.sound(scancode, direction))), 2)

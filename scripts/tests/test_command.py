@@ -167,7 +167,7 @@ class Command(MadeUpPacks):
         self.assertEqual((self.manifest("pack")["id"], self.manifest("pack")["name"]),
                          ("pack", "键盘"))
 
-    def test_long_conversion_tells_its_progress(self) -> None:
+    def test_long_conversion_prints_its_progress(self) -> None:
         for number in range(1, 41):
             write_sound(self.pack / f"{number}.wav", [number / 50] * 100)
         self.write_multi({str(number): f"{number}.wav" for number in range(1, 41)})
@@ -187,8 +187,8 @@ class Command(MadeUpPacks):
         self.assertEqual(list(self.to.iterdir()), [])
 
     def interrupted(self, signal: str) -> subprocess.CompletedProcess[str]:
-        """The conversion of two files, of which the second is a film: libsndfile refuses it, and
-        the ffmpeg it is then handed to sends the signal."""
+        """Converts two files. The second is a film: libsndfile refuses it, and the ffmpeg that is
+        tried next sends the signal."""
         (self.pack / "b.wav").write_bytes(b"film")
         self.write_multi({"30": "a.wav", "31": "b.wav"})
         program = self.folder / "ffmpeg"

@@ -26,7 +26,7 @@ class Version1(MadeUpPacks):
         self.assertEqual([self.level(30), self.level(31)], [0.25, 0.75])
         self.assertEqual(list(self.manifest()["press"]), ["30", "31"])
 
-    def test_without_a_type_the_values_tell(self) -> None:
+    def test_without_a_type_the_values_decide(self) -> None:
         self.write_tone("a.wav")
         self.write_config({"name": "Made Up", "sound": "a.wav", "defines": {"30": [0, 20]}})
         self.convert()

@@ -160,7 +160,7 @@ class Limits(MadeUpPacks):
 
 
 class Files(MadeUpPacks):
-    def test_audio_is_told_by_content(self) -> None:
+    def test_audio_is_recognised_by_content(self) -> None:
         formats = {"30": WAV, "31": FLAC, "32": VORBIS, "33": OPUS, "34": MP3}
         for name, file_format in formats.items():
             write_sound(self.pack / f"{name}.raw", tone(100, 0.3, 48000), 48000,
@@ -233,7 +233,7 @@ class Files(MadeUpPacks):
 
 
 class Decoders(MadeUpPacks):
-    def test_none_is_told_clearly(self) -> None:
+    def test_machine_without_one_is_refused_clearly(self) -> None:
         with mock.patch("ctypes.CDLL", side_effect=OSError), \
                 mock.patch.dict(os.environ, PATH=str(self.folder)), \
                 self.assertRaisesRegex(Refused, "install libsndfile or ffmpeg"):

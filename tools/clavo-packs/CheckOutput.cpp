@@ -18,7 +18,7 @@ namespace
 
 using nlohmann::ordered_json;
 
-/// Texts of the pack, which may hold anything.
+/// One line. The texts come from the pack, which may hold anything.
 std::string line(std::string_view start, std::string_view subject, std::string_view what)
 {
     return fmt::format("{}{}: {}\n", start, printable(subject), printable(what));

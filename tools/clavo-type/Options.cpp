@@ -36,7 +36,7 @@ key for are left out and counted.
 Exit status: 0 done, 1 not possible, 2 command line not understood.
 )";
 
-/// What is wrong with the options; fills in the rest of them when nothing is.
+/// Reads the options that are numbers. Returns what is wrong with them.
 std::optional<std::string> readNumbers(const ToolOptions& given, TypingOptions& options)
 {
     if (const auto text = given.value("wpm")) {

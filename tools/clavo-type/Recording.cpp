@@ -47,7 +47,7 @@ std::size_t frameOf(std::chrono::microseconds time)
     return static_cast<std::size_t>(time.count()) * frameRate / 1'000'000;
 }
 
-/// An output that renders when render() is called.
+/// An output that renders only when render() is called.
 class RenderedOutput final : public AudioOutput
 {
 public:

@@ -32,7 +32,7 @@ namespace
 
 constexpr std::size_t longestText = 1 << 20; // Bytes; at 80 words a minute, 43 hours.
 
-volatile std::sig_atomic_t interruption = 0; // The signal.
+volatile std::sig_atomic_t interruption = 0; // The signal, or 0.
 
 std::string readAll(std::istream& stream)
 {
@@ -102,12 +102,12 @@ void type(const TypingOptions& options)
     Progress progress(events.size(), std::cerr,
                       ::isatty(STDERR_FILENO) != 0 ? Progress::Style::terminal
                                                    : Progress::Style::lines);
-    const auto tell = [&](std::size_t done) {
+    const auto report = [&](std::size_t done) {
         if (interruption != 0)
             throw std::runtime_error("interrupted");
         progress.reached(done);
     };
-    // The rhythm and the choice of sounds take their numbers from different places of one sequence.
+    // The rhythm and the choice of sounds use different random numbers.
     const auto soundSeed = ~seed;
     if (!options.output.empty()) {
         // Without SA_RESTART a signal also ends the wait for the reader of a pipe.
@@ -115,11 +115,11 @@ void type(const TypingOptions& options)
         action.sa_handler = [](int signal) { interruption = signal; };
         sigaction(SIGINT, &action, nullptr);
         sigaction(SIGTERM, &action, nullptr);
-        record(events, bank, soundSeed, options.output, tell);
+        record(events, bank, soundSeed, options.output, report);
         return;
     }
     const auto output = makeAudioOutput();
-    play(events, bank, soundSeed, *output, tell);
+    play(events, bank, soundSeed, *output, report);
 }
 
 int run(int& argumentCount, char** arguments)

@@ -86,7 +86,7 @@ TEST_F(PackCheckTest, PackWithOneGoodSoundHasNoProblem)
     EXPECT_NEAR(check.sounds[0].length, 0.051, 2e-4);
 }
 
-TEST_F(PackCheckTest, TellsWhereEveryKeyFindsItsSound)
+TEST_F(PackCheckTest, ReportsTheSourceOfEveryKeysSound)
 {
     writeManifest(R"("30": "a", "57": "a")", R"("30": "a", "9999": "a")");
     writeSoundNamed("a", tone(0.5));
@@ -123,7 +123,7 @@ TEST_F(PackCheckTest, KeyOfAnEmptyFileIsSilent)
                 ElementsAre("sounds/empty.wav: holds no samples: its keys stay silent"));
 }
 
-TEST_F(PackCheckTest, PackThatIsTooLargeIsToldOnce)
+TEST_F(PackCheckTest, PackThatIsTooLargeIsReportedOnce)
 {
     writeManifest(R"("1": "a", "2": "b", "3": "c")", R"("1": "c")");
     writeLongSound(m_folder / "sounds" / "a.wav");
@@ -188,7 +188,7 @@ TEST_F(PackCheckTest, NameThatIsNoScancodeIsAProblemAndTheRestLoads)
     EXPECT_THAT(checkPack(m_folder).press.own, ElementsAre(30));
 }
 
-TEST_F(PackCheckTest, ScancodeWrittenTwiceIsAProblemAndStopsNobody)
+TEST_F(PackCheckTest, ScancodeWrittenTwiceIsAProblemAndStopsNoProgram)
 {
     writeManifest("", R"("30": "a", "030": "a")");
 

@@ -35,7 +35,7 @@ namespace fs = std::filesystem;
 
 constexpr std::uint64_t seed = 1;
 
-/// A file as it was written.
+/// A file that was written.
 struct Heard {
     SF_INFO format{};
     std::vector<float> left;
@@ -69,7 +69,7 @@ SoundBank::Variants pulse(float height)
     return {std::make_shared<const AudioBuffer>(std::vector<float>{height})};
 }
 
-/// A and L with sounds of one frame.
+/// Sounds of one frame for A and L.
 SoundBank pulses()
 {
     return {.press = {{30, pulse(0.5F)}, {38, pulse(0.5F)}}, .release = {{30, pulse(0.5F)}}};
@@ -91,7 +91,7 @@ protected:
         record(events, bank, seed, file, [](std::size_t) {});
     }
 
-    /// All that is in the folder.
+    /// The names of all files in the folder.
     [[nodiscard]] std::vector<std::string> names() const
     {
         std::vector<std::string> all;
@@ -172,16 +172,16 @@ TEST_F(RecordTest, DrawsTheVariantsByItsSeed)
     EXPECT_EQ(Heard(file).soundingFrames().size(), 50U);
 }
 
-TEST_F(RecordTest, TellsOfEveryEvent)
+TEST_F(RecordTest, ReportsEveryEvent)
 {
-    std::vector<std::size_t> told;
+    std::vector<std::size_t> reported;
     record(std::vector{event(0s, keyA, true), event(1s, keyA, false)}, pulses(), seed, file,
-           [&](std::size_t done) { told.push_back(done); });
+           [&](std::size_t done) { reported.push_back(done); });
 
-    EXPECT_THAT(told, ElementsAre(1, 2));
+    EXPECT_THAT(reported, ElementsAre(1, 2));
 }
 
-TEST_F(RecordTest, LeavesWhatWasThereWhenItIsBrokenOff)
+TEST_F(RecordTest, LeavesTheOldFileWhenItIsInterrupted)
 {
     writeFile(file, "the old one");
 
@@ -202,7 +202,7 @@ TEST_F(RecordTest, LeavesNothingOnADiskThatIsFull)
     EXPECT_THAT(names(), IsEmpty());
 }
 
-TEST_F(RecordTest, RefusesAPlaceThatIsNotThere)
+TEST_F(RecordTest, RefusesAFolderThatDoesNotExist)
 {
     file = folder.path() / "nowhere" / "out.wav";
 
@@ -232,11 +232,11 @@ TEST_F(RecordTest, ReplacesNoOtherFileOnItsWay)
 {
     fs::path other = file;
     other += ".partial";
-    writeFile(other, "of the user's");
+    writeFile(other, "another file");
 
     recordAll({event(0s, keyA, true)});
 
-    EXPECT_EQ(contentOf(other), "of the user's");
+    EXPECT_EQ(contentOf(other), "another file");
     EXPECT_THAT(names(), UnorderedElementsAre("out.wav", "out.wav.partial"));
 }
 
