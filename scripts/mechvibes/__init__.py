@@ -1,4 +1,4 @@
 # SPDX-License-Identifier: MIT
-"""Reads Mechvibes packs and writes them as packs of Clavo. One step each, in this order: `source`
-finds the packs, `config` reads what a pack says, with the key names of `keys`, `audio` decodes and
-cuts the sounds, and `convert` makes a pack folder of them."""
+"""Converts Mechvibes packs to packs of Clavo, in these steps: `source` finds the packs, `config`
+reads the config of a pack with the key names in `keys`, `audio` decodes and cuts the sounds, and
+`convert` writes a pack folder."""

@@ -12,9 +12,10 @@ from typing import Any, Mapping
 
 from mechvibes import keys
 from mechvibes.report import Refused, Warn
-from mechvibes.source import PackFiles
+from mechvibes.source import PackFiles, PackSource
 
-LARGEST_CONFIG = 16 << 20
+LARGEST_CONFIG = 1 << 20  # Bytes; a hundred keys take 10 kB.
+MOST_KEYS = 1000  # A press and a release for each key of a large keyboard are 220.
 NEWEST_VERSION = 2
 
 Json = Mapping[str, Any]
@@ -35,7 +36,7 @@ class Sound:
 
 @dataclass
 class PackConfig:
-    """What a pack consists of. The keys are Clavo's scancodes."""
+    """The parts of a pack. The keys of the maps are Clavo's scancodes."""
 
     kind: str
     name: str
@@ -51,8 +52,10 @@ class Options:
     pairs: bool = False  # Two adjoining times of a key are its press and its release.
 
 
-def read_config(path: Path, files: PackFiles, options: Options, warn: Warn) -> PackConfig:
-    """Reads the config file of a pack. Refused when it is not one."""
+def read_config(source: PackSource, files: PackFiles, options: Options, warn: Warn) -> PackConfig:
+    """Reads the config of a pack, which is named after its folder if it has no name. Refused when
+    it is no config. Takes time and memory in proportion to the length of the file."""
+    path = source.config
     document = _parsed(_text_of(path, warn), warn)
     if not isinstance(document, dict):
         raise Refused(f"{path.name} holds no JSON object")
@@ -63,13 +66,15 @@ def read_config(path: Path, files: PackFiles, options: Options, warn: Warn) -> P
         config = _Numbered(document, version, files, warn).config()
     if not config.press and not config.release:
         raise Refused(f"{path.name} names no sound")
+    config.name = config.name or _text(source.name) or "Unnamed"
     return config
 
 
 def _text_of(path: Path, warn: Warn) -> str:
-    if path.stat().st_size > LARGEST_CONFIG:
+    with path.open("rb") as file:
+        content = file.read(LARGEST_CONFIG + 1)
+    if len(content) > LARGEST_CONFIG:
         raise Refused(f"{path.name} is larger than {LARGEST_CONFIG >> 20} MiB")
-    content = path.read_bytes()
     if content.startswith(b"\xef\xbb\xbf"):
         warn(f"{path.name} starts with a byte order mark")
     try:
@@ -79,9 +84,12 @@ def _text_of(path: Path, warn: Warn) -> str:
         return content.decode("latin-1")
 
 
-# A string, which keeps what it holds, or a comment.
-_STRING_OR_COMMENT = re.compile(r'("(?:[^"\\]|\\.)*")|//[^\n]*|/\*.*?\*/', re.DOTALL)
-_STRING_OR_TRAILING_COMMA = re.compile(r'("(?:[^"\\]|\\.)*")|,(?=\s*[}\]])', re.DOTALL)
+# A string, which stays as it is, or a comment. A string or a comment without an end reaches to the
+# end of the text: a search that fails there and starts again at the next character would take
+# quadratic time.
+_STRING = r'("[^"\\]*(?:\\.[^"\\]*)*"?)'
+_STRING_OR_COMMENT = re.compile(_STRING + r"|//[^\n]*|/\*.*?(?:\*/|\Z)", re.DOTALL)
+_STRING_OR_TRAILING_COMMA = re.compile(_STRING + r"|,(?=\s*[}\]])", re.DOTALL)
 
 
 def _parsed(text: str, warn: Warn) -> Any:
@@ -100,10 +108,20 @@ def _parsed(text: str, warn: Warn) -> Any:
     return document
 
 
+def _shown(value: Any) -> str:
+    """A value of the config for a message, as JSON and not too long."""
+    try:
+        return json.dumps(value)[:60]
+    except RecursionError:
+        return "a list of lists"
+
+
 def _whole(value: Any) -> int | None:
     """The number before the first point of a version, which may be a number or a text."""
+    if isinstance(value, bool) or not isinstance(value, (int, float, str)):
+        return None
     match = re.match(r"\s*v?(\d{1,9})(?:\.|\s*$)", str(value))
-    return int(match.group(1)) if match and not isinstance(value, bool) else None
+    return int(match.group(1)) if match else None
 
 
 def _version_of(document: Json) -> int:
@@ -112,8 +130,8 @@ def _version_of(document: Json) -> int:
         if document.get(member) is not None:
             version = _whole(document[member])
             if version is None or version > NEWEST_VERSION:
-                raise Refused(f'"{member}" is {document[member]!r}; {NEWEST_VERSION} is the newest '
-                              "that can be read")
+                raise Refused(f'"{member}" is {_shown(document[member])}; {NEWEST_VERSION} is the '
+                              "newest that can be read")
             versions.append(version)
     return max(versions)
 
@@ -123,7 +141,7 @@ def _is_later_format(document: Json) -> bool:
 
 
 def _text(value: Any) -> str | None:
-    """A line of text for people, or None."""
+    """One line of text for people, or None."""
     line = " ".join(str(value).split())[:100] if isinstance(value, (str, int, float)) else ""
     return "".join(letter for letter in line if letter.isprintable()) or None
 
@@ -132,10 +150,13 @@ def _empty_config(document: Json, kind: str) -> PackConfig:
     return PackConfig(kind, _text(document.get("name")) or "", _text(document.get("author")))
 
 
-def _object(document: Json, *members: str) -> Json:
+def _keys(document: Json, *members: str) -> Json:
+    """The first of these members that is an object."""
     for member in members:
         value = document.get(member)
         if isinstance(value, dict):
+            if len(value) > MOST_KEYS:
+                raise Refused(f'"{member}" has {len(value)} keys; {MOST_KEYS} are the most')
             return value
     raise Refused(f'the config has no object "{members[0]}"')
 
@@ -154,15 +175,15 @@ def _times(value: Any) -> tuple[float, float] | None:
 
 
 class _Numbered:
-    """Versions 1 and 2: `defines` by key number. A list of two numbers cuts the one file of the
-    pack, a text names a file, whatever "key_define_type" says."""
+    """Versions 1 and 2: `defines` by key number. A list of two numbers is a part of the pack's one
+    file, a text names a file, whatever "key_define_type" says."""
 
     def __init__(self, document: Json, version: int, files: PackFiles, warn: Warn) -> None:
         self._document = document
         self._version = version
         self._files = files
         self._warn = warn
-        self._defines = _object(document, "defines")
+        self._defines = _keys(document, "defines")
         self._by_zeros = document.get("compatibility") is True
 
     def config(self) -> PackConfig:
@@ -172,7 +193,7 @@ class _Numbered:
         for name, value in sorted(self._defines.items(), key=self._precedence):
             key = self._key(name)
             if key is None:
-                self._warn(f'"{name}" is no key number')
+                self._warn(f'"{name[:60]}" is no key number')
                 continue
             code, release = key
             named[release][code] = value
@@ -193,8 +214,8 @@ class _Numbered:
         return any(isinstance(value, list) for value in self._defines.values())
 
     def _precedence(self, member: tuple[str, Any]) -> int:
-        """Entries that come later win: in the dialect those written with zeros, elsewhere those
-        without."""
+        """The order in which entries are read; the last one for a key counts. In the dialect that
+        is the one written with zeros, elsewhere the one without."""
         has_zeros = member[0].startswith("0")
         return int(has_zeros if self._by_zeros else not has_zeros)
 
@@ -220,7 +241,7 @@ class _Numbered:
         times = _times(value)
         file = self._document.get("sound")
         if times is None or not isinstance(file, str):
-            self._warn(f"key {code}: {json.dumps(value)[:60]} is neither a file nor a part of one")
+            self._warn(f"key {code}: {_shown(value)} is neither a file nor a part of one")
             return None
         start, length = times
         if length <= 0:
@@ -257,12 +278,12 @@ def _later_format(document: Json, options: Options, warn: Warn) -> PackConfig:
     """Keys by the names of `KeyboardEvent.code`, times from start to end."""
     config = _empty_config(document, "version 2, named keys")
     variants_left_out = False
-    for name, value in _object(document, "definitions", "defs", "defines").items():
+    for name, value in _keys(document, "definitions", "defs", "defines").items():
         code = keys.BY_CODE_NAME.get(name)
         if value is None:
             continue
         if code is None or not isinstance(value, dict):
-            warn(f'"{name}" is no key with a sound')
+            warn(f'"{name[:60]}" is no key with a sound')
             continue
         sounds = _timed_sounds(name, value, document.get("audio_file"), warn)
         if not sounds:
@@ -284,13 +305,13 @@ def _timed_sounds(name: str, value: Json, pack_file: Any, warn: Warn) -> list[So
     timing = value.get("timing")
     if timing is None:
         return [Sound(file)]
-    # One pair without the list around it is taken for what it means.
+    # A single pair may stand without a list around it.
     entries = [timing] if _times(timing) else timing if isinstance(timing, list) else [timing]
     sounds = []
     for entry in entries:
         times = _times(entry)
         if times is None or times[1] <= max(times[0], 0):
-            warn(f"{name}: {json.dumps(entry)[:60]} is no part of a file")
+            warn(f"{name}: {_shown(entry)} is no part of a file")
             continue
         sounds.append(Sound(file, max(times[0], 0), times[1]))
     return sounds

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The numbers of keys: PC set-1 scancodes, as packs of both programs count them."""
+"""The numbers of keys: PC set-1 scancodes, which packs of both programs use."""
 
 from __future__ import annotations
 
@@ -87,7 +87,7 @@ _EVDEV = {
 }
 _EVDEV_ARROWS = (103, 105, 106, 108)
 
-# Every key that Clavo's layout knows.
+# Every key of Clavo's layout.
 LAYOUT: tuple[int, ...] = (
     *range(1, 55),
     *range(56, 69),
@@ -99,15 +99,15 @@ LAYOUT: tuple[int, ...] = (
 
 
 def holds_evdev_numbers(codes: set[int]) -> bool:
-    """Whether these keys of a pack were numbered by evdev beyond 95. Those numbers are F16 to F24
-    in a proper pack, so the arrows decide: a pack has them under the one number or the other."""
+    """Whether the numbers of these keys above 95 are those of evdev. In a correct pack those numbers
+    are F16 to F24, so the arrows decide: a pack has them under one number or the other."""
     arrows = {code for code, meant in _SECOND_SET.items() if meant in ARROWS}.union(ARROWS)
     return codes.isdisjoint(arrows) and codes.issuperset(_EVDEV_ARROWS)
 
 
 def renumbered(sounds: Mapping[int, _Sound], evdev: bool) -> dict[int, _Sound]:
-    """The sounds under the numbers Clavo uses. An own entry of a key wins over one under another
-    number of it; keys that Clavo does not know keep theirs."""
+    """The sounds by Clavo's numbers. An entry under Clavo's number takes precedence over one under
+    another number of the same key; other keys keep their number."""
     meant = {**_SECOND_SET, **(_EVDEV if evdev else {})}
     result = {code: sound for code, sound in sounds.items() if code not in meant}
     for code, sound in sounds.items():

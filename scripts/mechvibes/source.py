@@ -4,19 +4,22 @@
 from __future__ import annotations
 
 import contextlib
+import lzma
 import os
 import re
 import stat
+import struct
 import tempfile
 import unicodedata
 import zipfile
+import zlib
 from dataclasses import dataclass
 from pathlib import Path, PurePosixPath
 from typing import Iterator
 
 from mechvibes.report import Refused
 
-# Far above any pack, and small enough for any disk.
+# Far more than any pack needs.
 LARGEST_ZIP = 1 << 30
 MOST_FILES = 10_000
 _BLOCK = 1 << 20
@@ -26,7 +29,7 @@ _CONFIG_NAMES = ("config.json", "config.txt")
 
 @dataclass(frozen=True)
 class PackSource:
-    """A folder with a config; the name is for people."""
+    """A folder with a config. The name is for people."""
 
     folder: Path
     config: Path
@@ -34,7 +37,7 @@ class PackSource:
 
 
 def inside_name(name: str) -> PurePosixPath:
-    """A file name out of a pack as a path relative to it. ValueError when it leads out."""
+    """A file name in a pack as a path relative to the pack. ValueError when it leads out."""
     path = PurePosixPath(name.replace("\\", "/"))
     if path.is_absolute() or ".." in path.parts or re.match(r"[A-Za-z]:", name) or "\0" in name:
         raise ValueError(f'"{name}" leads out of the pack')
@@ -45,9 +48,15 @@ def _folded(path: PurePosixPath) -> str:
     return unicodedata.normalize("NFC", str(path)).casefold()
 
 
+def _is_file(path: Path) -> bool:
+    with contextlib.suppress(OSError):  # A name that is too long, for example.
+        return path.is_file()
+    return False
+
+
 class PackFiles:
-    """The files of a pack by the names that its config uses. Packs come from systems that see no
-    difference between `A.WAV` and `a.wav`."""
+    """The files of a pack by the names that its config uses. Packs are made on systems on which
+    `A.WAV` and `a.wav` are the same file."""
 
     def __init__(self, folder: Path) -> None:
         self._root = folder.resolve()
@@ -62,22 +71,29 @@ class PackFiles:
         """The file of that name; None when there is none, ValueError when it lies outside."""
         inside = inside_name(name)
         exact = self._folder / inside
-        path = exact if exact.is_file() else self._by_folded.get(_folded(inside))
-        if path is None or not path.is_file():
+        path = exact if _is_file(exact) else self._by_folded.get(_folded(inside))
+        if path is None or not _is_file(path):
             return None
         if not path.resolve().is_relative_to(self._root):
             raise ValueError(f'"{name}" is a link out of the pack')
         return path
 
 
+def large_temporary_folder() -> tempfile.TemporaryDirectory[str]:
+    """A temporary folder on a disk. /tmp is often in memory."""
+    place = "/var/tmp"
+    on_disk = "TMPDIR" not in os.environ and os.access(place, os.W_OK)
+    return tempfile.TemporaryDirectory(prefix="clavo-import-", dir=place if on_disk else None)
+
+
 @contextlib.contextmanager
 def packs_in(source: Path) -> Iterator[list[PackSource]]:
-    """The packs of a folder or a zip, which exist for the length of the `with` block: the folder
-    itself, else those directly inside it."""
+    """The packs of a folder or a zip: the folder itself, or else those directly inside it. A zip is
+    unpacked for the duration of the `with` block."""
     if source.is_dir():
         yield _packs_of_folder(source, source.resolve().name)
     elif source.is_file():
-        with tempfile.TemporaryDirectory(prefix="clavo-import-") as unpacked:
+        with large_temporary_folder() as unpacked:
             _unpack(source, Path(unpacked))
             yield _packs_of_folder(Path(unpacked), source.stem)
     else:
@@ -107,8 +123,10 @@ def _unpack(archive: Path, to: Path) -> None:
     try:
         with zipfile.ZipFile(archive) as opened:
             _unpack_entries(opened, to)
-    # zipfile raises the last three for what is damaged, encrypted or compressed in a foreign way.
-    except (zipfile.BadZipFile, EOFError, RuntimeError, NotImplementedError) as error:
+    # zipfile raises the others for entries that are damaged or encrypted, or whose compression it
+    # does not know.
+    except (zipfile.BadZipFile, EOFError, RuntimeError, ValueError, struct.error, zlib.error,
+            lzma.LZMAError) as error:
         raise Refused(f"is neither a folder nor a zip that can be read ({error})") from error
 
 
@@ -130,7 +148,7 @@ def _unpack_entries(archive: zipfile.ZipFile, to: Path) -> None:
 def _unpack_entry(
     archive: zipfile.ZipFile, entry: zipfile.ZipInfo, target: Path, room: int
 ) -> int:
-    """Returns what was really unpacked: what the zip says of its sizes may be wrong."""
+    """Returns the number of bytes unpacked; the size that the zip states may be wrong."""
     size = 0
     try:
         target.parent.mkdir(parents=True, exist_ok=True)

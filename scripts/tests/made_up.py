@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Made-up packs, and the script as people run it."""
+"""Made-up packs, and the script as a command."""
 
 from __future__ import annotations
 
@@ -104,8 +104,16 @@ class MadeUpPacks(unittest.TestCase):
             env={**os.environ, **(environment or {})},
             capture_output=True,
             text=True,
+            timeout=100,  # Ends only what would run for hours.
             check=False,
         )
+
+    def refusal(self, *options: str) -> str:
+        """What is printed about the pack, of which nothing is converted."""
+        done = self.run_script(self.pack, "--to", self.to, *options)
+        self.assertEqual((done.returncode, done.stdout), (1, ""), done.stderr)
+        self.assertNotIn("Traceback", done.stderr)
+        return done.stderr
 
     def convert(self, *options: str) -> subprocess.CompletedProcess[str]:
         done = self.run_script(self.pack, "--to", self.to, *options)
@@ -125,5 +133,5 @@ class MadeUpPacks(unittest.TestCase):
         return read_wave(self.to / "made-up" / "sounds" / f"{name}.wav")
 
     def level(self, scancode: int, direction: str = "press") -> float:
-        """The peak of a sound, which tells which one it is."""
+        """The peak of a sound, by which the tests identify it."""
         return round(max(map(abs, self.sound(scancode, direction))), 2)

@@ -1,9 +1,13 @@
 # SPDX-License-Identifier: MIT
 from __future__ import annotations
 
+import contextlib
 import unittest
 
 from made_up import MadeUpPacks, tone, write_sound
+from mechvibes.config import Options, read_config
+from mechvibes.report import Refused
+from mechvibes.source import PackFiles, PackSource
 
 
 class Version1(MadeUpPacks):
@@ -22,7 +26,7 @@ class Version1(MadeUpPacks):
         self.assertEqual([self.level(30), self.level(31)], [0.25, 0.75])
         self.assertEqual(list(self.manifest()["press"]), ["30", "31"])
 
-    def test_without_a_type_the_values_tell(self) -> None:
+    def test_without_a_type_the_values_decide(self) -> None:
         self.write_tone("a.wav")
         self.write_config({"name": "Made Up", "sound": "a.wav", "defines": {"30": [0, 20]}})
         self.convert()
@@ -183,6 +187,54 @@ class UntidyConfig(MadeUpPacks):
                 self.assertIn(reason, done.stderr)
                 self.assertNotIn("Traceback", done.stderr)
         self.assertFalse(self.to.exists())
+
+    def test_text_without_an_end_is_refused_in_linear_time(self) -> None:
+        for text in ('{"a": 1 "' + '\\"' * 500_000, "/*" * 500_000, '"' + "\\" * 1_000_001):
+            with self.subTest(text[:10]):
+                self.write_config(text)
+                self.assertIn("no JSON", self.refusal())
+
+    def test_config_larger_than_a_mebibyte_is_refused(self) -> None:
+        self.write_config(" " * (1 << 20) + "{}")
+        self.assertIn("config.json is larger than 1 MiB", self.refusal())
+
+    def test_config_of_too_many_keys_is_refused(self) -> None:
+        for member in ("defines", "definitions"):
+            with self.subTest(member):
+                self.write_config({member: dict.fromkeys(map(str, range(1001)), "a//b,}.wav")})
+                self.assertIn(f'"{member}" has 1001 keys; 1000 are the most', self.refusal())
+        self.assertFalse(self.to.exists())
+
+    def test_value_of_many_levels_is_left_out(self) -> None:
+        # Python reads a few more levels than it writes; the number depends on its version.
+        for levels in range(1000, 900, -1):
+            value = "[" * levels + "]" * levels
+            self.write_config('{"defines": {"30": "a//b,}.wav", "31": %s}}' % value)
+            source = PackSource(self.pack, self.pack / "config.json", "pack")
+            with contextlib.suppress(Refused):
+                config = read_config(source, PackFiles(self.pack), Options(), lambda _: None)
+                self.assertEqual(list(config.press), [30])
+
+    def test_names_cannot_command_the_terminal(self) -> None:
+        self.write_multi({"30": "a//b,}.wav", "\x1b[2J": "x", "\u202eevil": "x", "31": "\x9b.wav"},
+                         name="\x1b]0;owned\x07 Made\u202e Up\u2066")
+        done = self.convert()
+        for letter in "\x1b\x07\x9b\u202e\u2066":
+            self.assertNotIn(letter, done.stdout + done.stderr)
+        self.assertIn('"\ufffd[2J" is no key number', done.stderr)
+        self.assertIn('"\ufffd.wav" is missing', done.stderr)
+
+    def test_letters_that_the_terminal_lacks_are_replaced(self) -> None:
+        self.write_multi({"30": "a//b,}.wav"}, name="键盘")
+        done = self.run_script(self.pack, "--list", environment={"PYTHONIOENCODING": "latin-1"})
+        self.assertIn("??: version 1", done.stdout)
+
+    def test_names_longer_than_the_system_allows_are_missing_files(self) -> None:
+        self.write_multi({"30": "a//b,}.wav", "31": "x" * 5000, "32": "{1-2}" + "y" * 5000},
+                         version=2)
+        done = self.convert()
+        self.assertEqual(list(self.manifest()["press"]), ["30"])
+        self.assertEqual(done.stderr.count("is missing"), 2)
 
     def test_entries_that_mean_nothing_are_left_out(self) -> None:
         self.write_multi({"30": "a//b,}.wav", "": "x", "abc": "x", "-5": "x", "31": 7,

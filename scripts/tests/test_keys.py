@@ -30,7 +30,7 @@ class Keys(unittest.TestCase):
         self.assertEqual(keys.renumbered({3654: "iso", 99: "F16"}, evdev=False),
                          {3654: "iso", 99: "F16"})
 
-    def test_evdev_numbers_are_told_by_their_arrows(self) -> None:
+    def test_evdev_numbers_are_recognised_by_their_arrows(self) -> None:
         evdev = {103, 105, 106, 108}
         self.assertTrue(keys.holds_evdev_numbers(evdev | {30, 97}))
         self.assertFalse(keys.holds_evdev_numbers(evdev | {57419}))

@@ -3,13 +3,17 @@ from __future__ import annotations
 
 import os
 import shutil
+import subprocess
+import tracemalloc
 import unittest
 from pathlib import Path
 from unittest import mock
 
 from made_up import (FLAC, MP3, OPUS, RATE, VORBIS, WAV, MadeUpPacks, silence, tone, write_sound)
-from mechvibes import audio
+from mechvibes import audio, convert
+from mechvibes.config import Options, read_config
 from mechvibes.report import Refused
+from mechvibes.source import PackFiles, PackSource
 
 
 class Cutting(MadeUpPacks):
@@ -66,11 +70,13 @@ class Cutting(MadeUpPacks):
         self.convert("--keep-silence")
         self.assertEqual(len(self.sound(30)), 4410)
 
-    def test_sound_that_is_silent_stays_so(self) -> None:
+    def test_sound_that_is_silent_stays_so_and_is_named(self) -> None:
         write_sound(self.pack / "a.wav", silence(50))
-        self.write_multi({"30": "a.wav"})
-        self.convert()
+        self.write_tone("b.wav", level=0.01)
+        self.write_multi({"30": "a.wav", "31": "a.wav", "32": "b.wav"})
+        done = self.convert()
         self.assertEqual(self.sound(30), [0.0] * 2205)
+        self.assertEqual(done.stderr, 'pack: warning: key 30, 31: "a.wav" is silent\n')
 
     def test_long_sound_fades_out_at_three_seconds(self) -> None:
         self.write_tone("a.wav", 5000)
@@ -81,6 +87,32 @@ class Cutting(MadeUpPacks):
         self.assertEqual(samples[-1], 0)
         self.assertAlmostEqual(abs(samples[-RATE // 20]), 0.25, places=2)
 
+    @unittest.skipUnless("CLAVO_PACKS" in os.environ, "CTest names the program")
+    def test_longest_sound_is_not_too_long_for_the_check(self) -> None:
+        for rate in (44100, 48000, 22050):
+            write_sound(self.pack / f"{rate}.wav", tone(5000, rate=rate), rate)
+        self.write_multi({"30": "44100.wav", "31": "48000.wav", "32": "22050.wav"})
+        self.convert()
+        check = [os.environ["CLAVO_PACKS"], "check", self.to / "made-up"]
+        self.assertEqual(subprocess.run(check, stdout=subprocess.DEVNULL).returncode, 0)
+
+    def test_no_more_is_decoded_than_is_needed(self) -> None:
+        write_sound(self.pack / "a.wav", tone(60_000))
+        recording = audio.decode(self.pack / "a.wav", audio.found_decoders(), seconds=2)
+        self.assertGreaterEqual(recording.frames, 2 * RATE)
+        self.assertLess(recording.frames, 6 * RATE)
+
+    def test_part_that_ends_before_its_file_fades_out(self) -> None:
+        self.write_tone("all.wav", 60_000)
+        self.write_single({"30": [1000, 500]})
+        self.convert()
+        self.assertEqual(self.sound(30)[-1], 0)
+
+    def test_sound_after_a_long_silence_is_silent(self) -> None:
+        write_sound(self.pack / "a.wav", silence(11_000) + tone(50))
+        self.write_multi({"30": "a.wav"})
+        self.assertIn('"a.wav" is silent', self.convert().stderr)
+
     def test_too_loud_is_clipped_and_no_number_is_silence(self) -> None:
         write_sound(self.pack / "a.wav", [0.5, 1.5, -1.5, float("nan"), 0.5],
                     file_format=0x010006)
@@ -89,8 +121,46 @@ class Cutting(MadeUpPacks):
         self.assertEqual([round(sample, 2) for sample in self.sound(30)], [0.5, 1, -1, 0, 0.5])
 
 
+class Limits(MadeUpPacks):
+    def convert_here(self, target: convert.Target | None) -> None:
+        files = PackFiles(self.pack)
+        source = PackSource(self.pack, self.pack / "config.json", "pack")
+        config = read_config(source, files, Options(), lambda _: None)
+        converter = convert.Converter(audio.found_decoders(), False, lambda _: None,
+                                      lambda *_: None)
+        convert.convert_pack(config, files, converter, target)
+
+    def test_sounds_that_take_too_much_together_are_refused(self) -> None:
+        for name, level in (("a.wav", 0.25), ("b.wav", 0.5)):
+            self.write_tone(name, 1000, level)
+        self.write_multi({"30": "a.wav", "31": "b.wav", "32": "a.wav"})
+        for target in (None, convert.Target(self.to, replaces=False)):
+            with self.subTest(target), \
+                    mock.patch.object(convert, "LARGEST_PACK", 4 * RATE - 1), \
+                    self.assertRaisesRegex(Refused, "take more than 0 MiB"):
+                self.convert_here(target)
+        self.assertEqual(list(self.to.iterdir()), [])
+        with mock.patch.object(convert, "LARGEST_PACK", 4 * RATE):
+            self.convert_here(convert.Target(self.to, replaces=False))
+        self.assertEqual(len(list((self.to / "made-up" / "sounds").iterdir())), 2)
+
+    def test_sounds_are_not_kept_in_memory(self) -> None:
+        pack = convert.PackWriter(None)
+        tracemalloc.start()
+        self.addCleanup(tracemalloc.stop)
+        for number in range(100):
+            pack.add(convert.Wave(number.to_bytes(100_000, "big"), RATE), [("press", number)])
+        self.assertEqual(pack.sound_count, 100)
+        self.assertLess(tracemalloc.get_traced_memory()[0], 1_000_000)
+
+    def test_rate_that_no_sound_has_is_refused(self) -> None:
+        write_sound(self.pack / "a.wav", tone(50, rate=1_000_000), 1_000_000)
+        self.write_multi({"30": "a.wav"})
+        self.assertIn('"a.wav" cannot be decoded', self.refusal())
+
+
 class Files(MadeUpPacks):
-    def test_audio_is_told_by_content(self) -> None:
+    def test_audio_is_recognised_by_content(self) -> None:
         formats = {"30": WAV, "31": FLAC, "32": VORBIS, "33": OPUS, "34": MP3}
         for name, file_format in formats.items():
             write_sound(self.pack / f"{name}.raw", tone(100, 0.3, 48000), 48000,
@@ -163,7 +233,7 @@ class Files(MadeUpPacks):
 
 
 class Decoders(MadeUpPacks):
-    def test_none_is_told_clearly(self) -> None:
+    def test_machine_without_one_is_refused_clearly(self) -> None:
         with mock.patch("ctypes.CDLL", side_effect=OSError), \
                 mock.patch.dict(os.environ, PATH=str(self.folder)), \
                 self.assertRaisesRegex(Refused, "install libsndfile or ffmpeg"):

@@ -80,6 +80,21 @@ class Sources(MadeUpPacks):
         self.zip.write_bytes(content)
         self.assertIn("neither a folder nor a zip", self.refusal_of_zip())
 
+    def test_zip_with_damaged_content_is_refused(self) -> None:
+        for method in (zipfile.ZIP_DEFLATED, zipfile.ZIP_LZMA):
+            with self.subTest(method):
+                with zipfile.ZipFile(self.zip, "w", method) as archive:
+                    archive.writestr("config.json", bytes(range(256)) * 100)
+                content = bytearray(self.zip.read_bytes())
+                content[41:80] = b"\xff" * 39
+                self.zip.write_bytes(content)
+                self.assertIn("neither a folder nor a zip", self.refusal_of_zip())
+
+    def test_zip_names_cannot_command_the_terminal(self) -> None:
+        self.write_zip("", "../\x1b]0;owned\x07\u202e/")
+        self.assertIn('in the zip "../\ufffd]0;owned\ufffd\ufffd/config.json" leads out',
+                      self.refusal_of_zip())
+
     def test_zip_whose_names_lead_out_is_refused(self) -> None:
         for name in ("../evil/", "/tmp/", "x/../../", "C:\\"):
             with self.subTest(name):

@@ -169,26 +169,27 @@ PackFolders folders(const std::filesystem::path& resources,
             .custom = customFolder(applicationSupport)};
 }
 
-std::vector<SoundPack> allPacks(const PackFolders& folders)
+std::vector<SoundPack> allPacks(const PackFolders& folders, SoundPack::Part part)
 {
-    // Bytewise comparison, which for UTF-8 is the order of the code points.
-    auto all = packs(folders.builtIn, false);
+    // Texts compare byte by byte, which in UTF-8 is the order of their code points.
+    auto all = packs(folders.builtIn, false, part);
     std::ranges::stable_sort(all, {}, [](const SoundPack& pack) {
         return std::tuple<PackCategory, const std::string&>(pack.category, pack.name);
     });
-    auto custom = packs(folders.custom, true);
+    auto custom = packs(folders.custom, true, part);
     std::ranges::stable_sort(custom, {}, &SoundPack::name);
     std::ranges::move(custom, std::back_inserter(all));
     return all;
 }
 
-std::vector<SoundPack> packs(const std::filesystem::path& folder, bool isCustom)
+std::vector<SoundPack> packs(const std::filesystem::path& folder, bool isCustom,
+                             SoundPack::Part part)
 {
     std::vector<SoundPack> found;
     std::error_code error;
     for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error)) {
-        if (auto pack = SoundPack::load(entry->path(), isCustom))
+        if (auto pack = SoundPack::load(entry->path(), isCustom, part))
             found.push_back(*std::move(pack));
     }
     return found;

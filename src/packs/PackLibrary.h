@@ -37,11 +37,13 @@ namespace clavo::PackLibrary
                                   const std::filesystem::path& applicationSupport);
 
 /// The built-in packs by category and name, then the user's by name.
-[[nodiscard]] std::vector<SoundPack> allPacks(const PackFolders& folders);
+[[nodiscard]] std::vector<SoundPack> allPacks(const PackFolders& folders,
+                                              SoundPack::Part part = SoundPack::Part::all);
 
-/// The packs directly inside a folder, including hidden ones, in directory order. None for an empty
-/// path.
-[[nodiscard]] std::vector<SoundPack> packs(const std::filesystem::path& folder, bool isCustom);
+/// The packs directly inside a folder, hidden ones included, in the order in which the folder lists
+/// them. None for an empty path.
+[[nodiscard]] std::vector<SoundPack> packs(const std::filesystem::path& folder, bool isCustom,
+                                           SoundPack::Part part = SoundPack::Part::all);
 
 /// The maximum size of all samples of one bank, in bytes. A full keyboard of half-second recordings
 /// takes a third of it.

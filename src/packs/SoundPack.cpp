@@ -33,7 +33,8 @@ PackCategory categoryOf(const Manifest& manifest, bool isCustom)
 
 } // namespace
 
-std::optional<SoundPack> SoundPack::load(const std::filesystem::path& folder, bool isCustom)
+std::optional<SoundPack> SoundPack::load(const std::filesystem::path& folder, bool isCustom,
+                                         Part part)
 {
     const auto json = readRegularFile(folder / "pack.json", maximumManifestSize);
     if (!json)
@@ -41,6 +42,10 @@ std::optional<SoundPack> SoundPack::load(const std::filesystem::path& folder, bo
     auto manifest = parseManifest(*json);
     if (!manifest)
         return std::nullopt;
+    if (part == Part::description) {
+        manifest->press.clear();
+        manifest->release.clear();
+    }
     return SoundPack{
         .id = (isCustom ? "custom:" : "") + manifest->id,
         .name = std::move(manifest->name),

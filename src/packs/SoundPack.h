@@ -51,10 +51,14 @@ struct SoundPack {
     SoundNames press;
     SoundNames release;
 
-    /// Reads `folder/pack.json`, without the sounds; nothing when the folder is not a pack. Two
-    /// spellings of one scancode in the same map are fatal.
+    /// What to load of a pack: the description is all but `press` and `release`.
+    enum class Part { description, all };
+
+    /// Reads `folder/pack.json`; nothing when the folder is not a pack. The sounds are not looked
+    /// at. Two scancodes of one map that are the same number written differently are fatal, unless
+    /// only the description is loaded.
     [[nodiscard]] static std::optional<SoundPack> load(const std::filesystem::path& folder,
-                                                       bool isCustom);
+                                                       bool isCustom, Part part = Part::all);
 
     bool operator==(const SoundPack& other) const { return id == other.id; }
 };

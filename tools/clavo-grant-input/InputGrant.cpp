@@ -70,13 +70,13 @@ bool reload(const fs::path& udevadm)
     return run({udevadm, "control", "--reload"});
 }
 
-/// Has udev handle all input devices as if they had just come.
+/// Makes udev handle all input devices as if they had just been connected.
 bool trigger(const fs::path& udevadm)
 {
     return run({udevadm, "trigger", "--subsystem-match=input", "--action=change", "--settle"});
 }
 
-/// udev gives rights to single users and never takes them back by itself.
+/// udev gives single users rights, but does not revoke them.
 void removeRights(const fs::path& devices)
 {
     std::error_code error;
@@ -102,7 +102,7 @@ std::optional<std::string> grantInput(const fs::path& root)
     const auto file = ruleFileBelow(root);
     std::error_code error;
     fs::create_directories(file.parent_path(), error);
-    if (fs::is_symlink(file, error)) // Root writes nowhere else.
+    if (fs::is_symlink(file, error)) // Root writes to no other place.
         fs::remove(file, error);
     if (replaceFile(file, std::string(purpose) + inputRule + "\n"))
         return failure("cannot write", file);

@@ -8,16 +8,16 @@
 namespace clavo
 {
 
-// The right of the active user to read the machine's keyboards and mice, granted and revoked by a
-// udev rule. Only files below `root` are touched, and only its udevadm is run, in an environment
-// that holds nothing but a PATH.
+// A udev rule gives the active user the right to read the machine's keyboards and mice. These
+// functions touch only files below `root` and run only the udevadm there, with PATH as the only
+// variable of its environment.
 
-/// Writes the rule and makes udev apply it at once. Nothing on success, otherwise one line for
-/// people that says what is wrong. Granting twice changes nothing.
+/// Writes the rule and makes udev apply it at once. Returns nothing on success, otherwise one line
+/// that says what is wrong. Granting twice changes nothing.
 [[nodiscard]] std::optional<std::string> grantInput(const std::filesystem::path& root);
 
-/// Removes the rule and the rights that it gave; those that other rules give remain. Nothing on
-/// success, also when there was no rule.
+/// Removes the rule and the rights that it gave, but not those that other rules give. Returns
+/// nothing on success, and when there was no rule.
 [[nodiscard]] std::optional<std::string> revokeInput(const std::filesystem::path& root);
 
 } // namespace clavo

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Runs as root for any user who may, and trusts nothing that its caller hands over: no path, no
-// environment, no open file, and of the arguments one word.
+// Runs as root for any permitted user and trusts nothing of its caller: no path, no environment, no
+// open file, and only one word of the arguments.
 #include "clavo-grant-input/InputGrant.h"
 
 #include <fcntl.h>
@@ -24,8 +24,8 @@ namespace
 
 constexpr int misuseStatus = 2;
 
-// Printed as the other tools print theirs, whose option parser a program that runs as root does
-// without: it would bring a library, and its start, along.
+// Looks like that of the other tools. Their option parser needs a library, which a program that
+// runs as root does not load.
 constexpr auto help =
     R"(Usage: clavo-grant-input [--revoke]
 
@@ -43,26 +43,26 @@ Exit status: 0 done, 1 not possible, 2 command line not understood.
 constexpr auto misuse = "clavo-grant-input: only --revoke is understood\n"
                         "Try 'clavo-grant-input --help'.\n";
 
-/// Lets go of all that the caller may have prepared. False when that fails.
+/// Discards everything that the caller may have prepared. False when that fails.
 bool shedSurroundings()
 {
     if (::clearenv() != 0 || ::chdir("/") != 0)
         return false;
     ::umask(S_IWGRP | S_IWOTH);
     for (int number = STDIN_FILENO; number <= STDERR_FILENO; ++number) {
-        // Else the rule might be opened as the standard output.
+        // Otherwise the rule's file could become the standard output.
         if (::fcntl(number, F_GETFD) < 0 && ::open("/dev/null", O_RDWR) != number)
             return false;
     }
     if (::close_range(STDERR_FILENO + 1, ~0U, 0) != 0)
         return false;
     const rlimit unlimited{.rlim_cur = RLIM_INFINITY, .rlim_max = RLIM_INFINITY};
-    static_cast<void>(::setrlimit(RLIMIT_FSIZE, &unlimited)); // Only root may.
+    static_cast<void>(::setrlimit(RLIMIT_FSIZE, &unlimited)); // Fails unless root.
     sigset_t none;
     ::sigemptyset(&none);
     ::sigprocmask(SIG_SETMASK, &none, nullptr);
     for (const int signal : {SIGXFSZ, SIGPIPE, SIGHUP, SIGINT, SIGTERM, SIGQUIT, SIGTSTP})
-        std::signal(signal, SIG_IGN); // Nothing is left half done.
+        std::signal(signal, SIG_IGN); // A signal must not interrupt a change.
     return std::signal(SIGCHLD, SIG_DFL) != SIG_ERR;
 }
 
@@ -74,7 +74,7 @@ int run(std::span<char*> arguments)
     }
     auto words = arguments.subspan(std::min<std::size_t>(arguments.size(), 1));
     if (!words.empty() && words.back() == std::string_view("--"))
-        words = words.first(words.size() - 1); // Ends the options, and there is nothing else.
+        words = words.first(words.size() - 1); // The end of the options.
     const std::string_view option = words.size() == 1 ? words.front() : "";
     if (option == "-h" || option == "--help") {
         std::fputs(help, stdout);

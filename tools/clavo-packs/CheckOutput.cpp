@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "clavo-packs/CheckOutput.h"
 
+#include "text/Printable.h"
+
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <nlohmann/json.hpp>
@@ -15,6 +17,12 @@ namespace
 {
 
 using nlohmann::ordered_json;
+
+/// One line. The texts come from the pack, which may hold anything.
+std::string line(std::string_view start, std::string_view subject, std::string_view what)
+{
+    return fmt::format("{}{}: {}\n", start, printable(subject), printable(what));
+}
 
 std::string textOf(std::string_view direction, const PackCheck::Coverage& keys)
 {
@@ -50,6 +58,14 @@ ordered_json jsonOf(const PackCheck::Coverage& keys)
     return {{"own", keys.own}, {"row", keys.row}, {"any", keys.any}, {"silent", keys.silent}};
 }
 
+ordered_json jsonOf(const std::vector<PackCheck::Problem>& problems)
+{
+    ordered_json all = ordered_json::array();
+    for (const auto& [file, reason] : problems)
+        all.push_back({{"file", file.string()}, {"reason", reason}});
+    return all;
+}
+
 ordered_json jsonOf(const PackCheck& check)
 {
     ordered_json sounds = ordered_json::array();
@@ -59,28 +75,27 @@ ordered_json jsonOf(const PackCheck& check)
              {"peak", std::isinf(sound.peak) ? ordered_json() : ordered_json(sound.peak)},
              {"silence", sound.silence},
              {"length", sound.length}});
-    ordered_json problems = ordered_json::array();
-    for (const PackCheck::Problem& problem : check.problems)
-        problems.push_back({{"file", problem.file.string()}, {"reason", problem.reason}});
     return {{"folder", check.folder.string()},
             {"name", check.name ? ordered_json(*check.name) : ordered_json()},
             {"press", jsonOf(check.press)},
             {"release", jsonOf(check.release)},
             {"sounds", std::move(sounds)},
-            {"problems", std::move(problems)}};
+            {"problems", jsonOf(check.problems)},
+            {"remarks", jsonOf(check.remarks)}};
 }
 
 } // namespace
 
 std::string textOf(const PackCheck& check)
 {
-    std::string text =
-        fmt::format("{}: {}\n", check.folder.string(), check.name.value_or("no pack"));
+    std::string text = line("", check.folder.string(), check.name.value_or("no pack"));
     if (check.name)
         text +=
             textOf("press", check.press) + textOf("release", check.release) + textOf(check.sounds);
-    for (const PackCheck::Problem& problem : check.problems)
-        text += fmt::format("  {}: {}\n", problem.file.string(), problem.reason);
+    for (const auto& [file, reason] : check.problems)
+        text += line("  ", file.string(), reason);
+    for (const auto& [file, reason] : check.remarks)
+        text += line("  remark: ", file.string(), reason);
     return text;
 }
 
@@ -89,8 +104,8 @@ std::string jsonOf(std::span<const PackCheck> checks)
     ordered_json all = ordered_json::array();
     for (const PackCheck& check : checks)
         all.push_back(jsonOf(check));
-    // A folder's name may be no UTF-8.
-    return all.dump(2, ' ', false, ordered_json::error_handler_t::replace) + "\n";
+    // A name may be no UTF-8, or hold commands to the terminal.
+    return all.dump(2, ' ', true, ordered_json::error_handler_t::replace) + "\n";
 }
 
 } // namespace clavo

@@ -9,10 +9,10 @@
 namespace clavo
 {
 
-/// What was found, for people.
+/// The result for people to read.
 [[nodiscard]] std::string textOf(const PackCheck& check);
 
-/// The same of all packs for programs: a JSON array with an object for each. Scancodes are numbers,
+/// The results for programs: a JSON array with an object for each pack. Scancodes are numbers,
 /// peaks in dB (null: silence), times in seconds.
 [[nodiscard]] std::string jsonOf(std::span<const PackCheck> checks);
 

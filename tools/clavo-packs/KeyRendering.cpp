@@ -23,13 +23,13 @@ double decibels(double level)
     return std::pow(10, level / 20);
 }
 
-/// Random deviations, bell-shaped enough and never far out.
+/// Random deviations of a bounded distribution that is close to normal.
 class Deviation
 {
 public:
     explicit Deviation(std::uint64_t seed) : m_random{seed} {}
 
-    /// Triangular in −1 … 1.
+    /// Triangular, from −1 to 1.
     double triangular()
     {
         const double first = m_random.uniform();
@@ -58,7 +58,7 @@ void varyProfile(SwitchProfile& profile, Deviation& deviation, double scale)
         *cutoff *= std::exp2(0.25 * scale * deviation.normal());
 }
 
-/// A stroke as one key of the keyboard makes it.
+/// The stroke of one key.
 struct KeyStroke {
     Recipe::Stroke events;
     double level = 0; // In dB.
@@ -79,12 +79,12 @@ KeyStroke varied(Recipe::Stroke events, const Recipe& recipe, std::int64_t scanc
             events[i].gain *= decibels(2.5 * scale * deviation.normal());
         }
     }
-    // Of 1.75 dB the limit leaves a spread of 1.6.
+    // The limit reduces the spread from 1.75 dB to 1.6.
     const double level = std::clamp(deviation.normal(), -1.5, 1.5);
     return {std::move(events), (release ? 2.2 : 1.75) * level};
 }
 
-/// The group of keys whose stroke a recipe describes together.
+/// The group of keys for which a recipe describes one stroke.
 std::string groupOf(KeySlot slot)
 {
     switch (slot) {
@@ -127,7 +127,7 @@ std::size_t loudestOf(const std::vector<float>& samples)
     return static_cast<std::size_t>(loudest - samples.begin());
 }
 
-/// A press is felt to lag when its loudest sample comes late. The first hit of a stroke then moves
+/// A press seems to lag when its loudest sample comes late. The first hit of such a stroke moves
 /// closer to the second.
 std::vector<float> promptPress(Recipe::Stroke events, const KeyInfo& key)
 {
@@ -162,7 +162,7 @@ std::vector<float> renderKey(const Recipe& recipe, const KeyInfo& key, bool rele
     const KeyStroke stroke =
         varied(recipe.strokes.at(release ? group + "-r" : group), recipe, key.scancode, release);
     auto samples = release ? mixed(stroke.events, key, true) : promptPress(stroke.events, key);
-    // A large key is the only one of its kind: nothing beside it shows how it varies.
+    // A large key does not vary: it is the only one of its kind, so no other key differs from it.
     const double variation = group == "row" ? stroke.level : 0;
     scaleToPeak(samples, decibels(recipe.levels.at(group) + (release ? recipe.releaseLevel : 0) +
                                   variation));

@@ -12,8 +12,8 @@ namespace clavo
 /// The sound of one key in one direction: mono, 44,100 per second, at its level relative to the
 /// other sounds of the recipe. The loudest sample of a press comes within 18 ms.
 ///
-/// Every key is its own: the recipe's figures are varied by a generator that is seeded by pack, key
-/// and direction. The body, which press and release share, is the same for both.
+/// Every key sounds different: a generator seeded with the pack, the key and the direction varies
+/// the recipe's figures. The body does not depend on the direction: press and release share it.
 [[nodiscard]] std::vector<float> renderKey(const Recipe& recipe, const KeyInfo& key, bool release);
 
 } // namespace clavo

@@ -40,10 +40,10 @@ struct Biquad {
     }
 };
 
-/// The standard's filters as tables 1 and 2 give them are for 48 kHz alone. These are the analogue
-/// filters behind the tables, whose bilinear transform at 48 kHz is the tables' numbers.
+/// Tables 1 and 2 of the standard give the filters for 48 kHz only. These are the analogue filters
+/// whose bilinear transform at 48 kHz has the coefficients of the tables.
 ///
-/// The first stage: a high shelf of 4 dB, the head.
+/// The first stage: a high shelf of 4 dB, for the effect of the head.
 Biquad shelf()
 {
     const double k = std::tan(std::numbers::pi * 1681.974450955533 / rate);
@@ -58,7 +58,7 @@ Biquad shelf()
             .a2 = (1 - k / q + k * k) / a0};
 }
 
-/// The second: a high-pass at 38 Hz.
+/// The second stage: a high-pass at 38 Hz.
 Biquad highPass()
 {
     const double k = std::tan(std::numbers::pi * 38.13547087602444 / rate);
@@ -70,7 +70,7 @@ Biquad highPass()
 /// The mean square of every block, K-weighted.
 std::vector<double> blockPowers(std::span<const float> samples)
 {
-    std::vector<double> energies{0}; // Of all samples before each one.
+    std::vector<double> energies{0}; // For each sample, the energy of all samples before it.
     energies.reserve(samples.size() + 1);
     Biquad head = shelf();
     Biquad lows = highPass();
@@ -89,7 +89,7 @@ double loudnessOf(double power)
     return -0.691 + 10 * std::log10(power);
 }
 
-/// The loudness of the mean of all blocks that are louder than the gate.
+/// The loudness of the mean energy of all blocks that are louder than the gate.
 double gatedLoudness(std::vector<double> powers, double gate)
 {
     std::erase_if(powers, [gate](double power) { return !(loudnessOf(power) > gate); });

@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <set>
 #include <string_view>
@@ -26,8 +27,9 @@ std::vector<std::string> faultsOf(std::string_view text)
     json object;
     try {
         object = json::parse(text);
-    } catch (const json::parse_error& error) {
-        return {fmt::format("is not JSON: {}", error.what())};
+    } catch (const json::exception& error) {
+        // The message quotes the place, which may be as long as the file.
+        return {fmt::format("is not JSON: {:.200}", error.what())};
     }
     if (!object.is_object())
         return {"is no JSON object"};
@@ -53,7 +55,19 @@ std::vector<std::string> faultsOf(std::string_view text)
     return faults;
 }
 
-/// The names of one map that are not one scancode each.
+std::vector<std::string> remarksOn(std::string_view text)
+{
+    constexpr std::array known{"id", "name", "detail", "category", "credit", "press", "release"};
+    std::vector<std::string> remarks;
+    const auto manifest = json::parse(text);
+    for (const auto& [name, value] : manifest.items()) {
+        if (std::ranges::find(known, name) == known.end())
+            remarks.push_back(fmt::format("has a member \"{}\", which Clavo does not read", name));
+    }
+    return remarks;
+}
+
+/// Reports the names of one map that are no scancode, or one that another name is too.
 void checkScancodes(ManifestCheck& check, std::string_view map, const Manifest::SoundNames& names)
 {
     std::set<std::int64_t> seen;
@@ -78,14 +92,15 @@ ManifestCheck checkManifest(const std::filesystem::path& file)
     if (!text) {
         std::error_code ignored;
         if (!std::filesystem::exists(file, ignored))
-            return {.problems = {"is missing"}};
+            return {.problems = {"is missing"}, .remarks = {}};
         return {.problems = {fmt::format("is no file of at most {} MiB that can be read",
-                                         maximumManifestSize >> 20U)}};
+                                         maximumManifestSize >> 20U)},
+                .remarks = {}};
     }
     const auto manifest = parseManifest(*text);
     if (!manifest)
-        return {.problems = faultsOf(*text)};
-    ManifestCheck check{.isAccepted = true, .problems = {}};
+        return {.problems = faultsOf(*text), .remarks = {}};
+    ManifestCheck check{.isAccepted = true, .problems = {}, .remarks = remarksOn(*text)};
     checkScancodes(check, "press", manifest->press);
     checkScancodes(check, "release", manifest->release);
     return check;

@@ -10,8 +10,9 @@ namespace clavo
 
 /// What is wrong with a pack's `pack.json`.
 struct ManifestCheck {
-    bool isAccepted = false; // Whether the program makes a pack of it.
+    bool isAccepted = false; // Whether the program loads the pack.
     std::vector<std::string> problems;
+    std::vector<std::string> remarks; // About members that have no effect.
 };
 
 [[nodiscard]] ManifestCheck checkManifest(const std::filesystem::path& file);

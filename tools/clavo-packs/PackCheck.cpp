@@ -9,6 +9,7 @@
 #include "synth/AudioBuffer.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <cmath>
@@ -27,9 +28,9 @@ namespace fs = std::filesystem;
 
 constexpr double sampleRate = samplesPerSecond;
 constexpr double longestSilence = 0.018; // Seconds: later than that, a key is felt to lag.
-constexpr double longestSound = 2;
-constexpr double lowestPeak = -40; // In dB.
-constexpr int clippedRun = 4;      // Samples in a row.
+constexpr double longestSound = 3.01;    // Seconds; the importer cuts off what is longer than 3.
+constexpr double lowestPeak = -40;       // In dB.
+constexpr int clippedRun = 4;            // Samples in a row.
 constexpr float fullScale = 0.999F;
 
 double seconds(std::ptrdiff_t samples)
@@ -76,15 +77,19 @@ std::vector<std::string> faultsOf(const PackCheck::Sound& sound, std::span<const
     return faults;
 }
 
-/// Which sounds SoundBank::buffer() plays for the keys of the layout.
-PackCheck::Coverage coverageOf(const std::map<std::int64_t, SoundBank::Variants>& sounds, bool down)
+std::set<std::int64_t> scancodesOfKeys()
 {
     std::set<std::int64_t> scancodes;
     for (const auto& [code, key] : KeyLayout::table())
         scancodes.insert(key.scancode);
+    return scancodes;
+}
 
+/// Which sounds SoundBank::buffer() plays for the keys of the layout.
+PackCheck::Coverage coverageOf(const std::map<std::int64_t, SoundBank::Variants>& sounds, bool down)
+{
     PackCheck::Coverage coverage;
-    for (const std::int64_t scancode : scancodes) {
+    for (const std::int64_t scancode : scancodesOfKeys()) {
         const auto own = sounds.find(scancode);
         const bool hasRow =
             std::ranges::any_of(fallbackScancodes(KeyLayout::info(scancode).slot),
@@ -98,6 +103,27 @@ PackCheck::Coverage coverageOf(const std::map<std::int64_t, SoundBank::Variants>
     return coverage;
 }
 
+void checkScancodes(PackCheck& check, std::string_view map, const SoundPack::SoundNames& sounds)
+{
+    std::set<std::int64_t> unknown;
+    for (const auto& [scancode, name] : sounds)
+        unknown.insert(scancode);
+    for (const std::int64_t scancode : scancodesOfKeys())
+        unknown.erase(scancode);
+    if (!unknown.empty())
+        check.remarks.push_back(
+            {"pack.json", fmt::format("\"{}\" has sounds for scancodes that no key has: {}", map,
+                                      fmt::join(unknown, ", "))});
+}
+
+bool isOutside(const fs::path& folder, const fs::path& path)
+{
+    std::error_code error;
+    const auto root = fs::weakly_canonical(folder, error);
+    const auto relative = fs::weakly_canonical(path, error).lexically_relative(root);
+    return !error && !relative.empty() && *relative.begin() == "..";
+}
+
 void checkSounds(PackCheck& check, const SoundPack& pack)
 {
     std::set<std::string> names;
@@ -108,6 +134,8 @@ void checkSounds(PackCheck& check, const SoundPack& pack)
     for (const std::string& name : names) {
         const fs::path file = "sounds/" + name + ".wav";
         const auto path = check.folder / file;
+        if (isOutside(check.folder, path))
+            check.problems.push_back({file, "leads out of the pack"});
         const auto samples = loadSound(path, {});
         std::error_code ignored;
         if (samples) {
@@ -129,16 +157,21 @@ void checkSounds(PackCheck& check, const SoundPack& pack)
 
 PackCheck checkPack(const fs::path& folder)
 {
-    PackCheck check{
-        .folder = folder, .name = {}, .press = {}, .release = {}, .sounds = {}, .problems = {}};
+    PackCheck check;
+    check.folder = folder;
     const auto manifest = checkManifest(folder / "pack.json");
     for (const std::string& problem : manifest.problems)
         check.problems.push_back({"pack.json", problem});
+    for (const std::string& remark : manifest.remarks)
+        check.remarks.push_back({"pack.json", remark});
     const auto pack =
         manifest.isAccepted ? SoundPack::load(folder, true) : std::optional<SoundPack>();
     if (!pack)
         return check;
     check.name = pack->name;
+    check.id = pack->id;
+    checkScancodes(check, "press", pack->press);
+    checkScancodes(check, "release", pack->release);
     checkSounds(check, *pack);
     const auto bank = PackLibrary::makeBank(*pack, {});
     check.press = coverageOf(bank.press, true);
@@ -149,6 +182,21 @@ PackCheck checkPack(const fs::path& folder)
                                       "decodes at most {} MiB of a pack, five speeds a sound",
                                       bank.leftOut, PackLibrary::bankBudget >> 20U)});
     return check;
+}
+
+void compareIds(std::span<PackCheck> packs)
+{
+    for (PackCheck& pack : packs) {
+        for (const PackCheck& other : packs) {
+            std::error_code ignored;
+            if (pack.name && other.name && pack.id == other.id &&
+                !fs::equivalent(pack.folder, other.folder, ignored))
+                pack.problems.push_back(
+                    {"pack.json",
+                     fmt::format("has the same id as {}: only one of them can be selected",
+                                 other.folder.string())});
+        }
+    }
 }
 
 } // namespace clavo

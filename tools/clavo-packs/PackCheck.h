@@ -4,15 +4,16 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 namespace clavo
 {
 
-/// What the program makes of a pack folder.
+/// How the program reads a pack folder.
 struct PackCheck {
-    /// What is wrong with a file of the pack.
+    /// What is wrong with a file of the pack, or has no effect in it.
     struct Problem {
         std::filesystem::path file;
         std::string reason;
@@ -38,14 +39,19 @@ struct PackCheck {
 
     std::filesystem::path folder;
     std::optional<std::string> name; // Nothing when the folder is no pack.
+    std::string id;
     Coverage press;
     Coverage release;
     std::vector<Sound> sounds;
     std::vector<Problem> problems;
+    std::vector<Problem> remarks;
 };
 
 /// Reads a folder as the program would, and every sound that it names. A key without a sound of its
 /// own is no problem.
 [[nodiscard]] PackCheck checkPack(const std::filesystem::path& folder);
+
+/// Adds a problem to each of the packs whose id another one has.
+void compareIds(std::span<PackCheck> packs);
 
 } // namespace clavo

@@ -70,7 +70,7 @@ double mean(const std::vector<double>& values)
     return std::accumulate(values.begin(), values.end(), 0.0) / static_cast<double>(values.size());
 }
 
-/// Estimated from a few keys for the whole keyboard.
+/// An estimate for the whole keyboard from a few keys.
 double standardDeviation(const std::vector<double>& values)
 {
     double squares = 0;

@@ -10,8 +10,8 @@
 namespace clavo
 {
 
-/// What a pack measures: the keys of all rows together, by the median of each figure, and the large
-/// keys next to them.
+/// The figures of a pack: the median of each figure over the keys of all rows, and the large keys
+/// relative to it.
 struct PackFigures {
     struct LargeKey {
         double level = 0;    // The peak of a press in dB above that of the rows,
@@ -19,7 +19,7 @@ struct PackFigures {
     };
 
     double loudness = 0; // Of typingOf() in LUFS.
-    double peak = 0;     // The highest of all sounds.
+    double peak = 0;     // The highest of all samples.
     SoundFigures press;
     SoundFigures release;
     double releaseLevel = 0;   // A release as it is played, in dB above its key's press.

@@ -21,7 +21,7 @@ namespace
 constexpr float highestPeak = 0.97F;
 
 constexpr std::size_t keyInterval = 5292; // 120 ms: a hundred words a minute,
-constexpr std::size_t keyHeld = 3528;     // 80 ms of which a key is down.
+constexpr std::size_t keyHeld = 3528;     // 80 ms, in which the key is down.
 
 std::int64_t scancodeOf(char letter)
 {
@@ -46,9 +46,9 @@ void addSound(std::vector<float>& sum, std::size_t start, const std::vector<floa
         sum[start + i] += gain * sound[i];
 }
 
-/// Scaled, and rounded to 24 bits. Those need no dither: their steps lie below what any output can
-/// show, and a tail that has died away stays silent. Without the zeros at the start, and with a
-/// single one at the end.
+/// The sound scaled and rounded to 24 bits, without the zeros at the start and with a single zero
+/// at the end. It is not dithered: a step is smaller than any output resolves, and dither would
+/// make the silent end of a sound audible.
 std::vector<float> finished(const std::vector<float>& samples, double gain)
 {
     std::vector<float> rounded;

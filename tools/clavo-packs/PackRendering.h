@@ -19,18 +19,18 @@ struct RenderedPack {
     Sounds release;
 };
 
-/// How loud typingOf() is with every pack that renderPack() makes, in LUFS.
+/// The loudness of typingOf() for every pack that renderPack() makes, in LUFS.
 inline constexpr double packLoudness = -23;
 
-/// Renders a press and a release of every key of the layout. A sound starts with its first sample
-/// that is not 0, for which a key must not keep waiting, and ends with a single 0.
+/// Renders a press and a release of every key of the layout. A sound starts with a sample that is
+/// not 0, as silence would delay the key, and ends with a single 0.
 ///
 /// The whole pack is scaled to packLoudness. Throws std::runtime_error when a peak of it would then
 /// exceed 0.97 of full scale.
 [[nodiscard]] RenderedPack renderPack(const Recipe& recipe);
 
-/// A pangram as a fast typist types it with the pack, evenly, releases as soft as the program plays
-/// them. The pack has to hold the letters, the space bar and Return.
+/// A pangram typed with the pack, fast and evenly, with releases as soft as the program plays them.
+/// The pack must have sounds for the letters, the space bar and Return.
 [[nodiscard]] std::vector<float> typingOf(const RenderedPack& pack);
 
 } // namespace clavo

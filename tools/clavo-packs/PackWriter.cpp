@@ -81,7 +81,7 @@ void writePack(const Recipe& recipe, const RenderedPack& rendered, const fs::pat
     writeSounds(partial / "sounds", "press", rendered.press);
     writeSounds(partial / "sounds", "release", rendered.release);
 
-    // A folder becomes a pack by its manifest: it gets its name last, when all else is in place.
+    // The manifest makes a folder a pack, so it gets its name last.
     std::ofstream manifest(partial / "pack.json.partial", std::ios::binary);
     manifest << manifestOf(recipe, rendered);
     manifest.close();

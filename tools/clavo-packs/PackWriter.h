@@ -9,9 +9,9 @@
 namespace clavo
 {
 
-/// Writes a rendered recipe as the pack folder `packs/<id>` in place of the one that is there. An
-/// interrupted call leaves no folder that could be taken for a pack. Throws std::runtime_error when
-/// something cannot be written.
+/// Writes a rendered recipe as the pack folder `packs/<id>`, which replaces an existing one. An
+/// interrupted call leaves no incomplete pack. Throws std::runtime_error when something cannot be
+/// written.
 void writePack(const Recipe& recipe, const RenderedPack& rendered,
                const std::filesystem::path& packs);
 

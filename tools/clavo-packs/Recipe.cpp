@@ -104,7 +104,7 @@ Recipe readRecipe(const std::filesystem::path& file)
         std::ifstream stream(file);
         require(stream.is_open(), "cannot be read");
         Recipe recipe = recipeFrom(json::parse(stream));
-        // The build knows the packs it makes by the names of the recipes.
+        // The build derives the names of the packs from those of the recipes.
         require(recipe.id == file.stem().string(), "the file is not named after its \"id\"");
         return recipe;
     } catch (const std::exception& error) {

@@ -19,12 +19,12 @@ struct Recipe {
     /// top.
     struct Event {
         SwitchProfile profile;
-        double offset = 0; // Seconds after the first event; below 0 it comes before it.
+        double offset = 0; // Seconds after the first event; negative: before it.
         double gain = 1;
     };
     using Stroke = std::vector<Event>;
 
-    /// What recordings of the real keyboard measure, as SoundFigures explains.
+    /// The figures of recordings of the real keyboard, as SoundFigures defines them.
     struct Reference {
         struct Sound {
             double centroid = 0;
@@ -42,8 +42,8 @@ struct Recipe {
     std::string detail;
     std::string category;
     std::string credit;
-    std::uint64_t packIndex = 0; // Separates the packs' random streams.
-    double keyscale = 1;         // How far the keys of the keyboard differ from each other.
+    std::uint64_t packIndex = 0;           // Separates the packs' random streams.
+    double keyscale = 1;                   // How much the keys of the keyboard differ.
     std::map<std::string, double> levels;  // By group: the peak of a press in dB above a row's.
     double releaseLevel = 0;               // The peak of a release in dB above its press.
     std::map<std::string, Stroke> strokes; // By group and direction: "row", "row-r", "space", …

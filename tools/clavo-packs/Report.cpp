@@ -25,9 +25,8 @@ struct Range {
     [[nodiscard]] bool holds(double value) const { return value >= lowest && value <= highest; }
 };
 
-/// How far packs may be from the one keyboard that was recorded. Two of the same make differ as
-/// much in tone as two of its keys; decays depend on the desk below and, the longer they take, on
-/// the room.
+/// How far a pack may be from the one keyboard that was recorded. Two keyboards of the same make
+/// differ as much in tone as two keys of one; decays depend on the desk and, if long, on the room.
 constexpr double centroidFactor = 1.25;
 constexpr double t20Factor = 1.6;
 constexpr double t60Factor = 2.5;

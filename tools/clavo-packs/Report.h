@@ -9,8 +9,8 @@
 namespace clavo
 {
 
-/// A table of what a pack measures and of what the keyboard that its recipe describes measures.
-/// What lies outside is marked.
+/// A table of the figures of a pack and of the keyboard that its recipe describes. Figures outside
+/// the permitted range are marked.
 [[nodiscard]] std::string reportOf(const Recipe& recipe, const PackFigures& figures);
 
 } // namespace clavo

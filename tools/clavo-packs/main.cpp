@@ -76,6 +76,7 @@ int check(std::span<const std::string> folders, bool isJson)
     std::vector<clavo::PackCheck> checks;
     for (const auto& folder : folders)
         checks.push_back(clavo::checkPack(folder));
+    clavo::compareIds(checks);
     if (isJson)
         fmt::print("{}", clavo::jsonOf(checks));
     else

@@ -2,7 +2,7 @@
 //
 // clavo-photos PICTURE.png OUTPUT.jpg
 //
-// Makes a picture of half the size, for pages where it is looked at and not examined.
+// Makes a picture of half the size, for pages on which details do not matter.
 #include <QImage>
 
 #include <cstdio>

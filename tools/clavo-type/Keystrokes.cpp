@@ -9,7 +9,7 @@ namespace clavo
 namespace
 {
 
-/// Keys from left to right: what they type alone and with shift, and whose finger they are.
+/// Keys from left to right: the characters they type without and with shift, and their fingers.
 struct Row {
     std::string_view plain;
     std::string_view shifted;

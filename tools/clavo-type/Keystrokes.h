@@ -9,12 +9,12 @@
 namespace clavo
 {
 
-/// One character as it is typed on a US keyboard with ten fingers.
+/// One character, typed on a US keyboard with ten fingers.
 struct Keystroke {
     char character = 0;
     std::int64_t code = 0; // Virtual key code.
     bool isShifted = false;
-    std::uint8_t finger = 0; // From left to right, the little fingers are 0 and 9.
+    std::uint8_t finger = 0; // From left to right; the little fingers are 0 and 9.
 
     bool operator==(const Keystroke&) const = default;
 };
@@ -24,8 +24,8 @@ struct Keystrokes {
     std::size_t skipped = 0; // Characters that no key types.
 };
 
-/// The keys that type a text in UTF-8, line ends of any kind with Return. What is not UTF-8 is
-/// skipped byte by byte.
+/// The keys that type a text in UTF-8; a line end of any kind is Return. Bytes that are not UTF-8
+/// are skipped one by one.
 [[nodiscard]] Keystrokes keystrokesOf(std::string_view text);
 
 [[nodiscard]] constexpr bool isLeftHand(const Keystroke& stroke)
@@ -33,7 +33,7 @@ struct Keystrokes {
     return stroke.finger < 4;
 }
 
-/// The space bar, which the thumb of either hand takes.
+/// The space bar, which either thumb types.
 [[nodiscard]] constexpr bool isThumb(const Keystroke& stroke)
 {
     return stroke.finger == 4;

@@ -21,7 +21,8 @@ of yours is read or written but what is named here: no settings, no statistics.
 
 Options:
   -f, --file FILE     type this file
-  -o, --output FILE   write a WAV file instead, faster than real time: 44.1 kHz, stereo, 24 bits
+  -o, --output FILE   write a WAV file instead, faster than real time: 44.1 kHz, stereo, 24 bits;
+                      - is the standard output
       --pack ID       the sound pack; cherrymx-red-abs if not given, custom:ID for one of yours
       --wpm NUMBER    the tempo in words of five characters a minute, 1 to 1000; 80 if not given
       --humanize      the rhythm of a person: uneven, with pauses, keys overlapping
@@ -35,7 +36,7 @@ key for are left out and counted.
 Exit status: 0 done, 1 not possible, 2 command line not understood.
 )";
 
-/// What is wrong with the options; fills in the rest of them when nothing is.
+/// Reads the options that are numbers. Returns what is wrong with them.
 std::optional<std::string> readNumbers(const ToolOptions& given, TypingOptions& options)
 {
     if (const auto text = given.value("wpm")) {

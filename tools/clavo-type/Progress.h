@@ -11,10 +11,10 @@ namespace clavo
 class Progress
 {
 public:
-    /// One line after the other, or one line that is overwritten.
+    /// A new line each time, or one line that is overwritten.
     enum class Style { lines, terminal };
 
-    static constexpr std::size_t longWork = 4000; // Steps.
+    static constexpr std::size_t longTask = 4000; // Steps.
 
     Progress(std::size_t steps, std::ostream& out, Style style);
 
@@ -25,7 +25,7 @@ private:
     std::size_t m_steps;
     std::ostream& m_out;
     Style m_style;
-    std::size_t m_toldTenths = 0;
+    std::size_t m_printedTenths = 0;
 };
 
 } // namespace clavo

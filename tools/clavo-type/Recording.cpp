@@ -7,12 +7,19 @@
 #include "synth/AudioBuffer.h"
 
 #include <fmt/format.h>
-#include <sndfile.h>
+
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
 #include <memory>
 #include <stdexcept>
+#include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -24,7 +31,10 @@ namespace
 namespace fs = std::filesystem;
 
 constexpr std::size_t frameRate = samplesPerSecond;
-constexpr std::size_t bytesPerFrame = 6;
+constexpr std::size_t channels = 2;
+constexpr std::size_t bits = 24;
+constexpr std::size_t bytesPerFrame = channels * bits / 8;
+constexpr std::size_t pcm = 1;                    // The format's number.
 constexpr std::size_t greatestFile = 0xffff'0000; // Its size is a 32-bit number, header included.
 
 [[noreturn]] void fail(const fs::path& file, std::string_view reason)
@@ -37,7 +47,7 @@ std::size_t frameOf(std::chrono::microseconds time)
     return static_cast<std::size_t>(time.count()) * frameRate / 1'000'000;
 }
 
-/// An output that renders when render() is called.
+/// An output that renders only when render() is called.
 class RenderedOutput final : public AudioOutput
 {
 public:
@@ -57,50 +67,121 @@ private:
     bool m_isRunning = false;
 };
 
-/// A WAV file under a temporary name, which is gone with it unless the file was finished.
+/// The WAV file, or the pipe it is written into. A file has a temporary name, and is removed with
+/// this object unless it is finished.
 class WaveFile
 {
 public:
-    explicit WaveFile(fs::path file) : m_file(std::move(file)), m_partial(m_file)
+    explicit WaveFile(const fs::path& path) : m_name(path)
     {
-        m_partial += ".partial";
-        SF_INFO info{};
-        info.samplerate = frameRate;
-        info.channels = 2;
-        info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_24;
-        m_sound = sf_open(m_partial.c_str(), SFM_WRITE, &info);
-        if (m_sound == nullptr)
-            fail(m_file, sf_strerror(nullptr));
+        if (path == "-")
+            openStandardOutput();
+        else if (fs::is_fifo(path))
+            m_stream = std::fopen(path.c_str(), "wbe");
+        else
+            openPartial(path);
+        if (m_stream == nullptr)
+            failWith(errno);
     }
     ~WaveFile()
     {
-        if (m_sound != nullptr)
-            sf_close(m_sound);
+        if (m_stream != nullptr && m_stream != stdout)
+            static_cast<void>(std::fclose(m_stream));
         std::error_code ignored;
-        fs::remove(m_partial, ignored);
+        if (!m_partial.empty())
+            fs::remove(m_partial, ignored);
     }
     WaveFile(const WaveFile&) = delete;
     WaveFile& operator=(const WaveFile&) = delete;
 
-    void write(std::span<const float> interleaved)
+    /// The header comes first: it states the number of frames, and a pipe cannot be rewound.
+    void writeHeader(std::size_t frames)
     {
-        const auto frames = static_cast<sf_count_t>(interleaved.size() / 2);
-        if (sf_writef_float(m_sound, interleaved.data(), frames) != frames)
-            fail(m_file, sf_strerror(m_sound));
+        constexpr std::uint32_t headerSize = 44;
+        const auto size = static_cast<std::uint32_t>(frames * bytesPerFrame);
+        Bytes header;
+        header.text("RIFF").number(headerSize - 8 + size, 4).text("WAVE");
+        header.text("fmt ").number(16, 4).number(pcm, 2).number(channels, 2).number(frameRate, 4);
+        header.number(frameRate * bytesPerFrame, 4).number(bytesPerFrame, 2).number(bits, 2);
+        header.text("data").number(size, 4);
+        write(header);
+    }
+
+    void writeFrames(std::span<const float> interleaved)
+    {
+        constexpr float fullScale = 0x7fffff;
+        Bytes bytes;
+        for (const float sample : interleaved) {
+            const auto value = std::lrint(std::clamp(sample, -1.0F, 1.0F) * fullScale);
+            bytes.number(static_cast<std::uint32_t>(value), bits / 8);
+        }
+        write(bytes);
     }
 
     void finish()
     {
-        // The last of it, and the header, are written now.
-        if (const auto error = sf_close(std::exchange(m_sound, nullptr)); error != 0)
-            fail(m_file, sf_error_number(error));
-        fs::rename(m_partial, m_file);
+        auto* const stream = std::exchange(m_stream, nullptr);
+        if ((stream == stdout ? std::fflush(stream) : std::fclose(stream)) != 0)
+            failWith(errno);
+        if (!m_partial.empty())
+            fs::rename(m_partial, m_file);
     }
 
 private:
+    /// Little-endian numbers and texts.
+    struct Bytes {
+        std::string content;
+
+        Bytes& text(std::string_view text)
+        {
+            content += text;
+            return *this;
+        }
+        Bytes& number(std::size_t value, int size)
+        {
+            for (; size > 0; --size, value >>= 8U)
+                content += static_cast<char>(value & 0xffU);
+            return *this;
+        }
+    };
+
+    [[noreturn]] void failWith(int error) const
+    {
+        fail(m_name, std::generic_category().message(error));
+    }
+
+    void openStandardOutput()
+    {
+        m_name = "the standard output";
+        if (::isatty(STDOUT_FILENO) != 0)
+            fail(m_name, "is a terminal");
+        m_stream = stdout;
+    }
+
+    void openPartial(const fs::path& path)
+    {
+        if (fs::exists(path) && !fs::is_regular_file(path))
+            fail(path, "is not an ordinary file");
+        if (fs::is_symlink(path) && !fs::exists(path))
+            fail(path, "is a link to a file that is not there");
+        m_file = fs::weakly_canonical(path); // Replaces the file behind a link, not the link.
+        auto partial = m_file.parent_path() / fmt::format(".clavo-type-{}.partial", ::getpid());
+        m_stream = std::fopen(partial.c_str(), "wbxe");
+        if (m_stream != nullptr)
+            m_partial = std::move(partial);
+    }
+
+    void write(const Bytes& bytes)
+    {
+        const auto& content = bytes.content;
+        if (std::fwrite(content.data(), 1, content.size(), m_stream) != content.size())
+            failWith(errno);
+    }
+
+    fs::path m_name; // For messages.
     fs::path m_file;
     fs::path m_partial;
-    SNDFILE* m_sound = nullptr;
+    std::FILE* m_stream = nullptr;
 };
 
 void renderInto(WaveFile& file, RenderedOutput& output, std::size_t frames)
@@ -116,21 +197,9 @@ void renderInto(WaveFile& file, RenderedOutput& output, std::size_t frames)
             interleaved[2 * i] = left[i];
             interleaved[2 * i + 1] = right[i];
         }
-        file.write(std::span(interleaved).first(2 * count));
+        file.writeFrames(std::span(interleaved).first(2 * count));
         frames -= count;
     }
-}
-
-/// The file behind the path, which may be a link.
-fs::path target(const fs::path& path)
-{
-    std::error_code error;
-    auto file = fs::weakly_canonical(path, error);
-    if (error)
-        return path;
-    if (fs::exists(file) && !fs::is_regular_file(file))
-        fail(path, "is not an ordinary file");
-    return file;
 }
 
 } // namespace
@@ -146,7 +215,8 @@ void record(std::span<const KeyEvent> events, const SoundBank& bank, std::uint64
                                static_cast<double>(end) / frameRate / 3600,
                                static_cast<double>(mostFrames) / frameRate / 3600));
     }
-    WaveFile wave(target(file));
+    WaveFile wave(file);
+    wave.writeHeader(end);
     RenderedOutput output;
     Typist typist(output, bank, seed);
     std::size_t rendered = 0;

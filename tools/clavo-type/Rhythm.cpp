@@ -18,11 +18,11 @@ namespace
 constexpr std::int64_t leftShift = 56;
 constexpr std::int64_t rightShift = 60;
 
-/// When a stroke's key goes down, and how long before and after that other things happen. Seconds.
+/// The times of a stroke in seconds.
 struct Timing {
-    double press = 0;
-    double hold = 0;
-    double shiftLead = 0; // From the shift key to a key that takes it.
+    double press = 0;     // When the key goes down.
+    double hold = 0;      // How long it stays down.
+    double shiftLead = 0; // How long before it the shift key goes down.
 };
 
 double intervalOf(double wpm)
@@ -40,8 +40,8 @@ public:
             {std::chrono::round<std::chrono::microseconds>(time), {.code = code, .down = down}});
     }
 
-    /// In order, the first one at 0.
-    std::vector<KeyEvent> take()
+    /// The events in the order of their times, the first one at 0.
+    std::vector<KeyEvent> takeEvents()
     {
         std::ranges::stable_sort(m_events, {}, &KeyEvent::time);
         if (!m_events.empty()) {
@@ -56,8 +56,8 @@ private:
     std::vector<KeyEvent> m_events;
 };
 
-/// The latest time at which a key may still be down, so that it is up for this part of the time
-/// until the next press.
+/// The latest release of a key that leaves it up for the fraction `free` of the time between two
+/// presses.
 double latestRelease(double press, double nextPress, double free)
 {
     return nextPress - free * (nextPress - press);
@@ -66,7 +66,7 @@ double latestRelease(double press, double nextPress, double free)
 void addKeys(Schedule& schedule, std::span<const Keystroke> strokes,
              std::span<const Timing> timings)
 {
-    std::map<std::int64_t, double> nextPress; // Of each key, seen from the end of the text.
+    std::map<std::int64_t, double> nextPress; // By key. The loop starts at the end of the text.
     for (std::size_t i = strokes.size(); i-- > 0;) {
         const auto [press, hold, lead] = timings[i];
         auto release = press + hold;
@@ -82,8 +82,9 @@ void addKeys(Schedule& schedule, std::span<const Keystroke> strokes,
 void addShift(Schedule& schedule, std::span<const Keystroke> strokes,
               std::span<const Timing> timings)
 {
-    constexpr double before = 0.4; // Part of the time between two keys in which shift goes down,
-    constexpr double after = 0.2;  // and in which it has come up again.
+    // Fractions of the time between two presses:
+    constexpr double before = 0.4; // the last one, in which shift goes down,
+    constexpr double after = 0.2;  // and the last one, in which it is up again.
     for (std::size_t i = 0; i < strokes.size(); ++i) {
         if (!strokes[i].isShifted)
             continue;
@@ -107,10 +108,10 @@ std::vector<KeyEvent> eventsOf(std::span<const Keystroke> strokes, std::span<con
     Schedule schedule;
     addShift(schedule, strokes, timings);
     addKeys(schedule, strokes, timings);
-    return schedule.take();
+    return schedule.takeEvents();
 }
 
-/// Pairs of letters that fingers know by heart.
+/// Whether a typist knows this pair of letters by heart.
 bool isFamiliar(char first, char second)
 {
     constexpr std::string_view pairs =
@@ -120,7 +121,7 @@ bool isFamiliar(char first, char second)
            pairs.find(std::string_view(pair, 2)) != std::string_view::npos;
 }
 
-/// How long the way from one key to the next takes, as a part of the mean.
+/// The time from one key to the next as a fraction of the mean.
 double reach(const Keystroke& from, const Keystroke& to)
 {
     if (from.code == to.code)
@@ -132,7 +133,7 @@ double reach(const Keystroke& from, const Keystroke& to)
     return from.finger == to.finger ? 1.35 : 1;
 }
 
-/// What is thought over before a stroke, as a part of the mean time between two.
+/// The pause for thought before a stroke as a fraction of the mean time between two strokes.
 double pauseBefore(std::span<const Keystroke> strokes, std::size_t i)
 {
     const auto previous = strokes[i - 1].character;
@@ -144,13 +145,13 @@ double pauseBefore(std::span<const Keystroke> strokes, std::size_t i)
     return end.find_first_of(".!?") == 0 ? 1.6 : end.find_first_of(",;:") == 0 ? 0.9 : 0.35;
 }
 
-/// What people never do twice alike.
+/// The random deviations of a person.
 class Hand
 {
 public:
     explicit Hand(std::uint64_t seed) : m_random{seed} {}
 
-    /// A factor around 1, skewed as reaction times are, of about this deviation.
+    /// A factor around 1 with about this standard deviation, skewed as reaction times are.
     double spread(double deviation)
     {
         const auto x = deviation * deviate();
@@ -165,15 +166,15 @@ public:
     }
 
 private:
-    /// Of mean 0 and variance 1, close to normal and within ±3. Sums alone give the same value on
-    /// every machine.
+    /// A number of mean 0 and variance 1, close to normal and within ±3. It is computed by addition
+    /// alone, which gives the same value on every machine.
     double deviate() { return m_random.noise() + m_random.noise() + m_random.noise(); }
 
     SplitMix64 m_random;
     double m_drift = 0;
 };
 
-/// The time before each stroke as a part of the mean; 0 before the first.
+/// The time before each stroke as a fraction of the mean; 0 before the first.
 std::vector<double> pace(std::span<const Keystroke> strokes, Hand& hand)
 {
     std::vector<double> parts(strokes.size());

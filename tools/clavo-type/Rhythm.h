@@ -12,7 +12,7 @@
 namespace clavo
 {
 
-/// A key at a time since the first one.
+/// A key going down or up, at a time after the first event.
 struct KeyEvent {
     std::chrono::microseconds time{};
     InputMonitor::Key key;
@@ -20,16 +20,15 @@ struct KeyEvent {
     bool operator==(const KeyEvent&) const = default;
 };
 
-/// The events that type the strokes, in the order of their times, at a mean tempo in words of five
-/// characters a minute. A character that takes shift has it held by the other hand, through a run
-/// of such characters.
+// The events that type the strokes, in the order of their times, at a mean tempo in words of five
+// characters a minute. The other hand holds shift for a run of characters that need it.
 
-/// Every key after the same time.
+/// Every key goes down at the same interval.
 [[nodiscard]] std::vector<KeyEvent> evenRhythm(std::span<const Keystroke> strokes, double wpm);
 
-/// As people type: hands that take turns are fast and a finger that has to move is slow, there are
-/// pauses between words and longer ones after sentences, the tempo drifts, and a key often goes
-/// down before the last one is up. The same seed is the same rhythm.
+/// The rhythm of a person: alternating hands are fast and a finger that moves to another key is
+/// slow, there are pauses between words and longer ones after sentences, the tempo drifts, and a
+/// key often goes down before the previous one is up. The same seed gives the same rhythm.
 [[nodiscard]] std::vector<KeyEvent> humanRhythm(std::span<const Keystroke> strokes, double wpm,
                                                 std::uint64_t seed);
 

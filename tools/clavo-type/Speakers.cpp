@@ -18,7 +18,7 @@ namespace
 using namespace std::chrono_literals;
 using std::chrono::steady_clock;
 
-/// Lets the main loop turn until then.
+/// Runs the main loop until then.
 void waitUntil(steady_clock::time_point moment)
 {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(moment - steady_clock::now());
@@ -49,7 +49,7 @@ void play(std::span<const KeyEvent> events, const SoundBank& bank, std::uint64_t
 {
     Typist typist(output, bank, seed);
     waitForServer(output, patience);
-    const auto start = steady_clock::now() + 100ms; // The server has its first period by then.
+    const auto start = steady_clock::now() + 100ms; // For the server to begin its first period.
     std::size_t done = 0;
     for (const auto& [time, key] : events) {
         waitUntil(start + time);
@@ -59,7 +59,7 @@ void play(std::span<const KeyEvent> events, const SoundBank& bank, std::uint64_t
     const std::chrono::duration<double> ring(static_cast<double>(longestSound(bank)) /
                                              samplesPerSecond);
     waitUntil(steady_clock::now() + std::chrono::duration_cast<steady_clock::duration>(ring) +
-              200ms); // What the server and the device still hold.
+              200ms); // For what the server and the device still buffer.
 }
 
 } // namespace clavo

@@ -14,7 +14,7 @@
 namespace clavo
 {
 
-/// Plays the events at their times and returns when the last sound is over. Calls `progress` with
+/// Plays the events at their times. Returns after the end of the last sound. Calls `progress` with
 /// the number of events done.
 ///
 /// Throws std::runtime_error if no sound server answers within the patience. Needs the application

@@ -19,7 +19,7 @@ IndexDraw seededDraw(std::uint64_t seed)
     };
 }
 
-/// For an output that is never idle.
+/// A timer that never fires: the output is never idle.
 class NeverDue final : public Timer
 {
 public:

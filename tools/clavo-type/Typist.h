@@ -11,8 +11,8 @@
 namespace clavo
 {
 
-/// The program's way from a key to the mixer, with the default settings: no settings are read, no
-/// statistics are written. The same seed chooses the same variants of sounds.
+/// The program's path from a key to the mixer, with the default settings. Reads no settings and
+/// writes no statistics. The same seed selects the same variants of sounds.
 class Typist
 {
 public:

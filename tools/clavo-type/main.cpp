@@ -8,6 +8,7 @@
 #include "log/Log.h"
 #include "packs/PackLibrary.h"
 #include "platform/Platform.h"
+#include "text/Printable.h"
 
 #include <QCoreApplication>
 
@@ -31,7 +32,7 @@ namespace
 
 constexpr std::size_t longestText = 1 << 20; // Bytes; at 80 words a minute, 43 hours.
 
-volatile std::sig_atomic_t interruption = 0; // The signal.
+volatile std::sig_atomic_t interruption = 0; // The signal, or 0.
 
 std::string readAll(std::istream& stream)
 {
@@ -71,18 +72,23 @@ std::vector<Keystroke> strokesOf(const TypingOptions& options)
 
 SoundBank bankOf(const std::string& id)
 {
-    const auto packs = PackLibrary::allPacks(packFolders());
-    const auto pack = std::ranges::find(packs, id, &SoundPack::id);
-    if (pack == packs.end()) {
+    const auto folders = packFolders();
+    // Other packs are not loaded, as one of them may be broken.
+    const auto packs = PackLibrary::allPacks(folders, SoundPack::Part::description);
+    const auto found = std::ranges::find(packs, id, &SoundPack::id);
+    if (found == packs.end()) {
         std::string known;
         for (const auto& other : packs)
-            known += "\n  " + other.id;
-        throw std::runtime_error(fmt::format("there is no pack '{}'; there {}{}", id,
+            known += "\n  " + printable(other.id);
+        throw std::runtime_error(fmt::format("there is no pack '{}'; there {}{}", printable(id),
                                              known.empty() ? "is none" : "are:", known));
     }
-    auto bank = PackLibrary::makeBank(*pack, AudioFormat{});
+    const bool isCustom = found->folder.parent_path() == folders.custom;
+    const auto pack = SoundPack::load(found->folder, isCustom);
+    auto bank = pack ? PackLibrary::makeBank(*pack, AudioFormat{}) : SoundBank{};
     if (bank.press.empty())
-        throw std::runtime_error(fmt::format("the pack '{}' has no sound that can be read", id));
+        throw std::runtime_error(
+            fmt::format("the pack '{}' has no sound that can be read", printable(id)));
     return bank;
 }
 
@@ -96,22 +102,24 @@ void type(const TypingOptions& options)
     Progress progress(events.size(), std::cerr,
                       ::isatty(STDERR_FILENO) != 0 ? Progress::Style::terminal
                                                    : Progress::Style::lines);
-    const auto tell = [&](std::size_t done) {
+    const auto report = [&](std::size_t done) {
         if (interruption != 0)
             throw std::runtime_error("interrupted");
         progress.reached(done);
     };
-    // The rhythm and the choice of sounds take their numbers from different places of one sequence.
+    // The rhythm and the choice of sounds use different random numbers.
     const auto soundSeed = ~seed;
     if (!options.output.empty()) {
-        const auto signalled = [](int signal) { interruption = signal; };
-        std::signal(SIGINT, signalled);
-        std::signal(SIGTERM, signalled);
-        record(events, bank, soundSeed, options.output, tell);
+        // Without SA_RESTART a signal also ends the wait for the reader of a pipe.
+        struct sigaction action = {};
+        action.sa_handler = [](int signal) { interruption = signal; };
+        sigaction(SIGINT, &action, nullptr);
+        sigaction(SIGTERM, &action, nullptr);
+        record(events, bank, soundSeed, options.output, report);
         return;
     }
     const auto output = makeAudioOutput();
-    play(events, bank, soundSeed, *output, tell);
+    play(events, bank, soundSeed, *output, report);
 }
 
 int run(int& argumentCount, char** arguments)

@@ -14,8 +14,7 @@ namespace
 
 constexpr int misuseStatus = 2;
 
-// Each byte is read as one character and written as one, so that a file's name, which need not be
-// UTF-8, comes back as it was.
+// Latin-1 keeps every byte: the name of a file need not be UTF-8.
 std::string bytes(const QString& text)
 {
     return text.toLatin1().toStdString();

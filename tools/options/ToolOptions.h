@@ -12,18 +12,18 @@
 namespace clavo
 {
 
-/// The command line of one of the tools. All tools read it by the same rules: options and arguments
-/// in any order, a value as `--name value` or `--name=value`, no option after `--`, and `-h`,
-/// `--help` and `--version` besides the tool's own options. It needs no application object.
+/// The command line of a tool. The rules are the same for all tools: options and arguments in any
+/// order, a value as `--name value` or `--name=value`, no option after `--`, and `-h`, `--help` and
+/// `--version` besides the tool's own options. It needs no application object.
 class ToolOptions
 {
 public:
-    /// What the tool prints instead of doing its work, and the status it exits with.
+    /// A text that the tool prints instead of doing its work, and its exit status.
     struct Answer {
         std::string text;
         int status = 0;
 
-        /// Prints the text, a failure to the standard error, and returns the status.
+        /// Prints the text, to the standard error if the status is a failure. Returns the status.
         [[nodiscard]] int give() const;
     };
 
@@ -36,11 +36,11 @@ public:
     [[nodiscard]] Answer misuse(std::string_view what) const;
 
     [[nodiscard]] bool isSet(const char* option) const;
-    /// The last one given, byte for byte; nothing when the option is not given.
+    /// The last value given, byte for byte; nothing when the option is not given.
     [[nodiscard]] std::optional<std::string> value(const char* option) const;
     /// The names of the options in the order given.
     [[nodiscard]] std::vector<std::string> options() const;
-    /// What is neither an option nor the value of one.
+    /// The arguments that are neither options nor their values.
     [[nodiscard]] std::vector<std::string> arguments() const;
 
 private:

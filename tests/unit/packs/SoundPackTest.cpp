@@ -137,6 +137,19 @@ TEST_F(SoundPackTest, OneNumberInBothMapsIsTwoSounds)
     EXPECT_TRUE(loaded());
 }
 
+TEST_F(SoundPackTest, DescriptionHasNoSoundsAndStopsNoProgram)
+{
+    write(manifestText(R"("30": "a", "030": "b")", R"("30": "a")", "red", "Röd"));
+
+    const auto pack = SoundPack::load(m_folder, true, SoundPack::Part::description);
+
+    ASSERT_TRUE(pack);
+    EXPECT_EQ(pack->id, "custom:red");
+    EXPECT_EQ(pack->name, "Röd");
+    EXPECT_THAT(pack->press, IsEmpty());
+    EXPECT_THAT(pack->release, IsEmpty());
+}
+
 using SoundPackDeathTest = SoundPackTest;
 
 TEST_F(SoundPackDeathTest, OneNumberWrittenTwiceStopsTheProgram)

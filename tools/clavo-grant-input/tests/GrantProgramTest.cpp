@@ -26,7 +26,7 @@ using testing::StartsWith;
 
 namespace fs = std::filesystem;
 
-/// The program as a process, in surroundings that its caller chooses.
+/// The program as a process, in an environment that its caller chooses.
 class GrantProgramTest : public testing::Test
 {
 protected:
@@ -38,7 +38,7 @@ protected:
     }
     ~GrantProgramTest() override { ::posix_spawn_file_actions_destroy(&actions); }
 
-    /// Its exit status; −1 where it did not end by itself.
+    /// Its exit status; −1 if a signal ended it.
     int run(std::vector<std::string> arguments, std::vector<std::string> environment = {})
     {
         const auto pointers = [](std::vector<std::string>& texts) {
@@ -102,7 +102,7 @@ TEST_F(GrantProgramTest, UnderstandsOneWordAndNoOther)
         {name, "-hh"},
         {name, std::string(100'000, 'A')},
         std::vector<std::string>(5000, "--revoke"),
-        {}, // Which a newer kernel makes one empty name.
+        {}, // Newer kernels pass one empty name.
     };
     for (const auto& arguments : refused) {
         const auto status = run(arguments);
@@ -154,7 +154,7 @@ TEST_F(GrantProgramTest, TakesNothingFromTheEnvironment)
 
     EXPECT_FALSE(fs::exists(trap / "sprung"));
     EXPECT_TRUE(fs::exists(system.rule()));
-    // A shell, as this udevadm is, may add to what it gets.
+    // This udevadm is a shell script, and a shell may add variables.
     EXPECT_THAT(system.environment(), ElementsAre("PATH=/usr/sbin:/usr/bin:/sbin:/bin"));
 }
 

@@ -49,7 +49,7 @@ TEST_F(InputGrantTest, NamesTheRuleBeforeTheOneThatGivesDevicesToTheSeat)
     EXPECT_LT(system.ruleNames().front(), std::string("73-seat-late.rules"));
 }
 
-TEST_F(InputGrantTest, LetsEverybodyReadTheRuleAndNobodyElseWriteIt)
+TEST_F(InputGrantTest, RuleIsReadableByAllUsersAndWritableByRootOnly)
 {
     EXPECT_EQ(grantInput(system.root), std::nullopt);
 
@@ -128,7 +128,7 @@ TEST_F(InputGrantTest, TakesTheRightsOfSingleUsersFromTheDevices)
         std::uint16_t tag, permissions;
         std::uint32_t id;
     };
-    struct Rights { // The kernel's form of: owner, user 1000, group, mask, others.
+    struct Rights { // In the kernel's format: owner, user 1000, group, mask, others.
         std::uint32_t version = 2;
         std::array<Entry, 5> entries{
             {{1, 6, ~0U}, {2, 6, 1000}, {4, 6, ~0U}, {16, 6, ~0U}, {32, 0, ~0U}}};

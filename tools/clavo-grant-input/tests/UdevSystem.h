@@ -12,7 +12,7 @@
 namespace clavo
 {
 
-/// A system below a folder, with an udevadm that notes how it is called.
+/// A system below a folder, with an udevadm that records its calls.
 struct UdevSystem {
     std::filesystem::path root;
 
@@ -37,13 +37,13 @@ struct UdevSystem {
 
     /// The arguments of each call.
     [[nodiscard]] std::vector<std::string> calls() const { return lines("calls"); }
-    /// The environment of the last one.
+    /// The environment of the last call.
     [[nodiscard]] std::vector<std::string> environment() const
     {
         return lines("calls.environment");
     }
 
-    /// What is in the folder of rules.
+    /// The names of the files in the folder of rules.
     [[nodiscard]] std::vector<std::string> ruleNames() const
     {
         std::vector<std::string> names;

@@ -43,7 +43,7 @@ double peakOf(const std::vector<float>& samples)
     return static_cast<double>(peak);
 }
 
-/// The sounds of a pack as the program reads them, at the speed of the recording.
+/// The sounds of a pack as the program reads them, at their original speed.
 RenderedPack soundsOf(const SoundPack& pack)
 {
     RenderedPack rendered;
@@ -59,7 +59,7 @@ RenderedPack soundsOf(const SoundPack& pack)
     return rendered;
 }
 
-/// The sum of presses' third-octave bands, of 15 letters at every other place of each row.
+/// The sum of the third-octave bands of the presses of 15 letters, every other one of each row.
 std::vector<double> bandsOf(const RenderedPack& pack, std::size_t first)
 {
     std::vector<double> sum(20);
@@ -73,7 +73,7 @@ std::vector<double> bandsOf(const RenderedPack& pack, std::size_t first)
     return sum;
 }
 
-/// How far two sets of bands are apart on average, in dB.
+/// The mean difference of two sets of bands, in dB.
 double distanceOf(const std::vector<double>& left, const std::vector<double>& right)
 {
     constexpr double letters = 15;

@@ -35,7 +35,7 @@ TEST(Loudness, IsThatOfTheStandardsCalibrationTone)
     EXPECT_NEAR(integratedLoudness(sine(997, 0.1, 5)), -23.01, 0.01);
 }
 
-// What the coefficients that the standard gives for 48 kHz make of these tones.
+// The loudness of these tones with the coefficients that the standard gives for 48 kHz.
 TEST(Loudness, WeighsFrequenciesAsTheStandardsFilters)
 {
     EXPECT_NEAR(integratedLoudness(sine(40, 1, 5)), -9.27, 0.02);
@@ -59,7 +59,7 @@ TEST(Loudness, WhatIsMoreThan10BelowTheRestDoesNotLowerIt)
 
 TEST(Loudness, WhatIsLessThan10BelowTheRestDoes)
 {
-    // Half the time a quarter of the power: 10 · log10(0.625) below the louder half.
+    // A quarter of the power for half of the time: 10 · log10(0.625) below the louder half.
     EXPECT_NEAR(integratedLoudness(joined(sine(997, 0.1, 10), sine(997, 0.05, 10))), -25.05, 0.05);
 }
 

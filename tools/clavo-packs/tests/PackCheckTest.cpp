@@ -25,7 +25,9 @@ using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::SizeIs;
+using testing::StartsWith;
 
 /// A tone after some silence, in milliseconds.
 std::vector<double> tone(double amplitude, std::size_t silence = 0, std::size_t length = 50)
@@ -49,9 +51,18 @@ protected:
     }
     [[nodiscard]] std::vector<std::string> problems() const
     {
+        return textsOf(checkPack(m_folder).problems);
+    }
+    [[nodiscard]] std::vector<std::string> remarks() const
+    {
+        return textsOf(checkPack(m_folder).remarks);
+    }
+    [[nodiscard]] static std::vector<std::string>
+    textsOf(const std::vector<PackCheck::Problem>& problems)
+    {
         std::vector<std::string> texts;
-        for (const auto& problem : checkPack(m_folder).problems)
-            texts.push_back(problem.file.string() + ": " + problem.reason);
+        for (const auto& [file, reason] : problems)
+            texts.push_back(file.string() + ": " + reason);
         return texts;
     }
 
@@ -75,7 +86,7 @@ TEST_F(PackCheckTest, PackWithOneGoodSoundHasNoProblem)
     EXPECT_NEAR(check.sounds[0].length, 0.051, 2e-4);
 }
 
-TEST_F(PackCheckTest, TellsWhereEveryKeyFindsItsSound)
+TEST_F(PackCheckTest, ReportsTheSourceOfEveryKeysSound)
 {
     writeManifest(R"("30": "a", "57": "a")", R"("30": "a", "9999": "a")");
     writeSoundNamed("a", tone(0.5));
@@ -112,7 +123,7 @@ TEST_F(PackCheckTest, KeyOfAnEmptyFileIsSilent)
                 ElementsAre("sounds/empty.wav: holds no samples: its keys stay silent"));
 }
 
-TEST_F(PackCheckTest, PackThatIsTooLargeIsToldOnce)
+TEST_F(PackCheckTest, PackThatIsTooLargeIsReportedOnce)
 {
     writeManifest(R"("1": "a", "2": "b", "3": "c")", R"("1": "c")");
     writeLongSound(m_folder / "sounds" / "a.wav");
@@ -140,14 +151,14 @@ TEST_F(PackCheckTest, FaultsOfSoundsAreNamed)
     writeManifest(R"("1": "clipped", "2": "late", "3": "long", "4": "silent", "5": "soft")");
     writeSoundNamed("clipped", std::vector<double>(1000, 1.0));
     writeSoundNamed("late", tone(0.5, 40));
-    writeSoundNamed("long", tone(0.5, 0, 2500));
+    writeSoundNamed("long", tone(0.5, 0, 3500));
     writeSoundNamed("silent", std::vector<double>(1000));
     writeSoundNamed("soft", tone(0.005));
 
     EXPECT_THAT(problems(),
                 ElementsAre("sounds/clipped.wav: clips: it stays at full scale",
                             "sounds/late.wav: starts with 40 ms of silence, felt as a delay",
-                            "sounds/long.wav: goes on for 2.5 s", "sounds/silent.wav: is silent",
+                            "sounds/long.wav: goes on for 3.5 s", "sounds/silent.wav: is silent",
                             "sounds/soft.wav: is hardly heard: it peaks at -46 dB"));
 }
 
@@ -177,13 +188,107 @@ TEST_F(PackCheckTest, NameThatIsNoScancodeIsAProblemAndTheRestLoads)
     EXPECT_THAT(checkPack(m_folder).press.own, ElementsAre(30));
 }
 
-TEST_F(PackCheckTest, ScancodeWrittenTwiceIsAProblemAndStopsNobody)
+TEST_F(PackCheckTest, ScancodeWrittenTwiceIsAProblemAndStopsNoProgram)
 {
     writeManifest("", R"("30": "a", "030": "a")");
 
     EXPECT_THAT(problems(),
                 ElementsAre("pack.json: \"release\" has the scancode 30 twice, which stops Clavo"));
     EXPECT_EQ(checkPack(m_folder).name, std::nullopt);
+}
+
+TEST_F(PackCheckTest, ScancodesThatNoKeyHasAreARemark)
+{
+    writeManifest(R"("30": "a", "71": "a", "55": "a")", R"("30": "a", "3666": "a")");
+    writeSoundNamed("a", tone(0.5));
+
+    EXPECT_THAT(problems(), IsEmpty());
+    EXPECT_THAT(
+        remarks(),
+        ElementsAre("pack.json: \"press\" has sounds for scancodes that no key has: 55, 71",
+                    "pack.json: \"release\" has sounds for scancodes that no key has: 3666"));
+}
+
+TEST_F(PackCheckTest, UnknownMembersAreARemark)
+{
+    writeFile(m_folder / "pack.json",
+              R"({"Press": {"30": {"x": 1}}, "catgory": [], )" + manifestText().substr(1));
+
+    EXPECT_THAT(remarks(),
+                ElementsAre("pack.json: has a member \"Press\", which Clavo does not read",
+                            "pack.json: has a member \"catgory\", which Clavo does not read"));
+}
+
+TEST_F(PackCheckTest, NamesThatLeadOutOfThePackAreAProblem)
+{
+    writeManifest(R"("1": "../../a", "2": "link", "3": "../gone", "4": "../../gone", "5": "b")");
+    writeSound(m_temporary.path() / "a.wav", tone(0.5));
+    writeSoundNamed("b", tone(0.5));
+    fs::create_symlink(m_temporary.path() / "a.wav", m_folder / "sounds" / "link.wav");
+
+    EXPECT_THAT(problems(),
+                ElementsAre("sounds/../../a.wav: leads out of the pack",
+                            "sounds/../../gone.wav: leads out of the pack",
+                            "sounds/../../gone.wav: is missing", "sounds/../gone.wav: is missing",
+                            "sounds/link.wav: leads out of the pack"));
+}
+
+TEST_F(PackCheckTest, EqualIdsAreAProblemOfEachPack)
+{
+    writeManifest(R"("30": "a")");
+    writeSoundNamed("a", tone(0.5));
+    const auto other = m_temporary.path() / "other";
+    fs::copy(m_folder, other, fs::copy_options::recursive);
+    std::vector packs{checkPack(m_folder), checkPack(m_folder / "."), checkPack(other),
+                      checkPack("missing"), checkPack("missing")};
+
+    compareIds(packs);
+
+    const auto problem = [](const fs::path& folder) {
+        return PackCheck::Problem{"pack.json", "has the same id as " + folder.string() +
+                                                   ": only one of them can be selected"};
+    };
+    EXPECT_THAT(packs[0].problems, ElementsAre(problem(other)));
+    EXPECT_THAT(packs[2].problems, ElementsAre(problem(m_folder), problem(m_folder / ".")));
+    EXPECT_THAT(packs[3].problems, SizeIs(1));
+}
+
+TEST_F(PackCheckTest, NamesCannotCommandTheTerminal)
+{
+    const std::string raw = "\x1b[2J\u202e";
+    const std::string shown = "\ufffd[2J\ufffd";
+    m_folder = m_temporary.path() / raw;
+    writeFile(m_folder / "pack.json",
+              R"({"\u001b[2J\u202e": 1, )" +
+                  manifestText(R"("\u001b[2J\u202e": "b", "30": "\u001b[2J\u202e")", "", "id",
+                               R"(\u001b[2J\u202e)")
+                      .substr(1));
+
+    const auto check = checkPack(m_folder);
+
+    EXPECT_THAT(textOf(check), StartsWith((m_temporary.path() / shown).string() + ": " + shown));
+    EXPECT_THAT(textOf(check), HasSubstr("sounds/" + shown + ".wav: is missing"));
+    EXPECT_THAT(textOf(check), HasSubstr("has \"" + shown + "\", which is no scancode"));
+    EXPECT_THAT(textOf(check), HasSubstr("has a member \"" + shown + "\", which"));
+    for (const std::string& text : {textOf(check), jsonOf(std::vector{check})}) {
+        EXPECT_THAT(text, Not(HasSubstr("\x1b")));
+        EXPECT_THAT(text, Not(HasSubstr("\u202e")));
+    }
+    EXPECT_EQ(nlohmann::json::parse(jsonOf(std::vector{check}))[0]["name"], raw);
+}
+
+TEST_F(PackCheckTest, NumberTooLargeForJsonIsNamed)
+{
+    writeFile(m_folder / "pack.json", R"({"id": 1e999})");
+
+    EXPECT_THAT(problems(), ElementsAre(HasSubstr("is not JSON")));
+}
+
+TEST_F(PackCheckTest, LongTextThatIsNotJsonIsNamedInShort)
+{
+    writeFile(m_folder / "pack.json", "{\"" + std::string(100'000, 'x'));
+
+    EXPECT_THAT(problems(), ElementsAre(SizeIs(testing::Le(300))));
 }
 
 TEST_F(PackCheckTest, FolderWithoutAManifestIsNoPack)

@@ -17,7 +17,7 @@ namespace
 using testing::HasSubstr;
 using testing::StartsWith;
 
-/// Runs the tool with arguments as a shell takes them.
+/// Runs the tool with arguments in the syntax of a shell.
 class PackTool : public testing::Test
 {
 protected:

@@ -27,7 +27,7 @@ struct Ended {
     std::string errors;
 };
 
-/// The real program for a user with one pack, whose sounds are pulses.
+/// The real program, for a user who has one pack, of pulses.
 class CommandTest : public testing::Test
 {
 protected:
@@ -94,12 +94,12 @@ TEST_F(CommandTest, TypesATextIntoAFile)
 
     EXPECT_EQ(ended.status, 0) << ended.errors;
     EXPECT_EQ(ended.output + ended.errors, "");
-    // Eleven keys, 0.2 s each, and what the last one rings.
+    // Eleven keys, 0.2 s each, and the end of the last sound.
     EXPECT_GE(frames(), 44100U * 2);
     EXPECT_LE(frames(), 44100U * 3);
 }
 
-TEST_F(CommandTest, IsRepeatedByItsSeed)
+TEST_F(CommandTest, SameSeedGivesTheSameFile)
 {
     const auto bytes = [&](const char* seed) {
         EXPECT_EQ(toWav({"Hello, World!", "--humanize", "--seed", seed}).status, 0);
@@ -138,11 +138,11 @@ TEST_F(CommandTest, TouchesNeitherTheSettingsNorTheStatistics)
     EXPECT_EQ(files(), before);
     EXPECT_EQ(contentOf(settings), R"({"enabled": false, "packID": "nk-cream", "volume": 0})");
     EXPECT_EQ(contentOf(stats), R"({"daily": {"2026-01-01": 3}, "bestWPM": 10, "total": 3})");
-    // Nor do they have a say: the sounds are on, at the volume that Clavo has at first.
+    // The settings have no effect either: the sounds are on, at the default volume.
     EXPECT_THAT(contentOf(wav()).substr(44, 3), Not(std::string(3, '\0')));
 }
 
-TEST_F(CommandTest, NamesThePacksWhereTheOneAskedForIsNotThere)
+TEST_F(CommandTest, NamesThePacksIfTheRequestedOneDoesNotExist)
 {
     const auto ended = toWav({"--pack", "nowhere", "text"});
 
@@ -151,6 +151,39 @@ TEST_F(CommandTest, NamesThePacksWhereTheOneAskedForIsNotThere)
     EXPECT_THAT(ended.errors, HasSubstr("\n  cherrymx-red-abs\n"));
     EXPECT_THAT(ended.errors, HasSubstr("\n  custom:id\n"));
     EXPECT_FALSE(fs::exists(wav()));
+}
+
+TEST_F(CommandTest, NamesOfPacksCannotCommandTheTerminal)
+{
+    writeFile(user() / "data" / "Clavo" / "Packs" / "x" / "pack.json",
+              manifestText("", "", R"(\u001b[2J)"));
+
+    const auto ended = toWav({"--pack", "\x1b[3J", "text"});
+
+    EXPECT_THAT(ended.errors, StartsWith("clavo-type: there is no pack '\ufffd[3J'"));
+    EXPECT_THAT(ended.errors, HasSubstr("\n  custom:\ufffd[2J\n"));
+}
+
+TEST_F(CommandTest, PackThatWouldStopTheProgramDoesNotStopTheOthers)
+{
+    writeFile(user() / "data" / "Clavo" / "Packs" / "twice" / "pack.json",
+              manifestText(R"("30": "a", "+30": "b")", "", "twice"));
+
+    EXPECT_EQ(toWav({"--pack", "custom:id", "a"}).status, 0);
+    EXPECT_THAT(toWav({"--pack", "nowhere", "a"}).errors, HasSubstr("\n  custom:twice\n"));
+}
+
+TEST_F(CommandTest, WritesToTheStandardOutput)
+{
+    const QStringList text{"--pack", "custom:id", "--seed", "1", "aaa"};
+    EXPECT_EQ(toWav(text).status, 0);
+
+    const auto ended = run(text + QStringList{"-o", "-"});
+
+    EXPECT_EQ(ended.status, 0) << ended.errors;
+    EXPECT_TRUE(ended.output == contentOf(wav()));
+    EXPECT_EQ(ended.errors, "");
+    EXPECT_FALSE(fs::exists("-"));
 }
 
 TEST_F(CommandTest, RefusesAPackWithoutSounds)
@@ -171,7 +204,7 @@ TEST_F(CommandTest, HasNothingToTypeInAnEmptyText)
     EXPECT_FALSE(fs::exists(wav()));
 }
 
-TEST_F(CommandTest, CountsWhatItLeavesOutAndDoesNotSayWhatItIs)
+TEST_F(CommandTest, PrintsTheNumberOfSkippedCharactersButNotTheCharacters)
 {
     EXPECT_EQ(toWav({"--pack", "custom:id", "aéa"}).errors,
               "clavo-type: 1 character was left out, as a US keyboard has no key for it\n");
@@ -179,7 +212,7 @@ TEST_F(CommandTest, CountsWhatItLeavesOutAndDoesNotSayWhatItIs)
               "clavo-type: 2 characters were left out, as a US keyboard has no key for them\n");
 }
 
-TEST_F(CommandTest, TellsHowFarALongTextHasCome)
+TEST_F(CommandTest, PrintsTheProgressOfALongText)
 {
     const auto ended = toWav({"--pack", "custom:id", "--wpm", "1000"}, std::string(3000, 'a'));
 

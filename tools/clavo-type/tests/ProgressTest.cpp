@@ -11,7 +11,7 @@ namespace clavo
 namespace
 {
 
-std::string told(std::size_t steps, Progress::Style style)
+std::string printed(std::size_t steps, Progress::Style style)
 {
     std::ostringstream out;
     Progress progress(steps, out, style);
@@ -20,27 +20,27 @@ std::string told(std::size_t steps, Progress::Style style)
     return out.str();
 }
 
-TEST(Progress, OfALongWorkIsToldAfterEachTenth)
+TEST(Progress, OfALongTaskIsPrintedAfterEachTenth)
 {
     std::string expected;
     for (int tenth = 1; tenth <= 10; ++tenth)
         expected += "clavo-type: " + std::to_string(tenth) + "0 %\n";
 
-    EXPECT_EQ(told(Progress::longWork, Progress::Style::lines), expected);
-    EXPECT_EQ(told(1'000'003, Progress::Style::lines), expected);
+    EXPECT_EQ(printed(Progress::longTask, Progress::Style::lines), expected);
+    EXPECT_EQ(printed(1'000'003, Progress::Style::lines), expected);
 }
 
-TEST(Progress, IsWrittenOverOnATerminal)
+TEST(Progress, IsOverwrittenOnATerminal)
 {
-    const auto text = told(Progress::longWork, Progress::Style::terminal);
+    const auto text = printed(Progress::longTask, Progress::Style::terminal);
 
     EXPECT_TRUE(text.starts_with("\rclavo-type: 10 %\rclavo-type: 20 %\r")) << text;
     EXPECT_TRUE(text.ends_with("\rclavo-type: 100 %\n")) << text;
 }
 
-TEST(Progress, OfAShortWorkIsNotWorthAWord)
+TEST(Progress, OfAShortTaskIsNotPrinted)
 {
-    EXPECT_EQ(told(Progress::longWork - 1, Progress::Style::lines), "");
+    EXPECT_EQ(printed(Progress::longTask - 1, Progress::Style::lines), "");
 }
 
 } // namespace

@@ -4,10 +4,16 @@
 #include "fakes/TemporaryFolder.h"
 #include "unit/packs/PackFiles.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <sndfile.h>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
 #include <cmath>
+#include <future>
 #include <numbers>
 #include <stdexcept>
 #include <string>
@@ -23,12 +29,13 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::ThrowsMessage;
+using testing::UnorderedElementsAre;
 
 namespace fs = std::filesystem;
 
 constexpr std::uint64_t seed = 1;
 
-/// A file as it was written.
+/// A file that was written.
 struct Heard {
     SF_INFO format{};
     std::vector<float> left;
@@ -62,7 +69,7 @@ SoundBank::Variants pulse(float height)
     return {std::make_shared<const AudioBuffer>(std::vector<float>{height})};
 }
 
-/// A and L with sounds of one frame.
+/// Sounds of one frame for A and L.
 SoundBank pulses()
 {
     return {.press = {{30, pulse(0.5F)}, {38, pulse(0.5F)}}, .release = {{30, pulse(0.5F)}}};
@@ -84,7 +91,7 @@ protected:
         record(events, bank, seed, file, [](std::size_t) {});
     }
 
-    /// All that is in the folder.
+    /// The names of all files in the folder.
     [[nodiscard]] std::vector<std::string> names() const
     {
         std::vector<std::string> all;
@@ -165,16 +172,16 @@ TEST_F(RecordTest, DrawsTheVariantsByItsSeed)
     EXPECT_EQ(Heard(file).soundingFrames().size(), 50U);
 }
 
-TEST_F(RecordTest, TellsOfEveryEvent)
+TEST_F(RecordTest, ReportsEveryEvent)
 {
-    std::vector<std::size_t> told;
+    std::vector<std::size_t> reported;
     record(std::vector{event(0s, keyA, true), event(1s, keyA, false)}, pulses(), seed, file,
-           [&](std::size_t done) { told.push_back(done); });
+           [&](std::size_t done) { reported.push_back(done); });
 
-    EXPECT_THAT(told, ElementsAre(1, 2));
+    EXPECT_THAT(reported, ElementsAre(1, 2));
 }
 
-TEST_F(RecordTest, LeavesWhatWasThereWhenItIsBrokenOff)
+TEST_F(RecordTest, LeavesTheOldFileWhenItIsInterrupted)
 {
     writeFile(file, "the old one");
 
@@ -195,7 +202,7 @@ TEST_F(RecordTest, LeavesNothingOnADiskThatIsFull)
     EXPECT_THAT(names(), IsEmpty());
 }
 
-TEST_F(RecordTest, RefusesAPlaceThatIsNotThere)
+TEST_F(RecordTest, RefusesAFolderThatDoesNotExist)
 {
     file = folder.path() / "nowhere" / "out.wav";
 
@@ -210,6 +217,66 @@ TEST_F(RecordTest, ReplacesNothingButAnOrdinaryFile)
     EXPECT_THAT([&] { recordAll({event(0s, keyA, true)}); },
                 ThrowsMessage<std::runtime_error>("/dev/null: is not an ordinary file"));
     EXPECT_TRUE(fs::is_character_file(file));
+}
+
+TEST_F(RecordTest, ReplacesNoFolder)
+{
+    fs::create_directory(file);
+
+    EXPECT_THAT([&] { recordAll({event(0s, keyA, true)}); },
+                ThrowsMessage<std::runtime_error>(HasSubstr("is not an ordinary file")));
+    EXPECT_TRUE(fs::is_directory(file));
+}
+
+TEST_F(RecordTest, ReplacesNoOtherFileOnItsWay)
+{
+    fs::path other = file;
+    other += ".partial";
+    writeFile(other, "another file");
+
+    recordAll({event(0s, keyA, true)});
+
+    EXPECT_EQ(contentOf(other), "another file");
+    EXPECT_THAT(names(), UnorderedElementsAre("out.wav", "out.wav.partial"));
+}
+
+TEST_F(RecordTest, WritesIntoAPipeWhatItWritesIntoAFile)
+{
+    const fs::path pipe = folder.path() / "pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const std::vector<KeyEvent> events{event(0s, keyA, true), event(100ms, keyL, true)};
+    recordAll(events);
+
+    auto read = std::async(std::launch::async, [&] { return contentOf(pipe); });
+    record(events, pulses(), seed, pipe, [](std::size_t) {});
+
+    EXPECT_TRUE(read.get() == contentOf(file));
+    EXPECT_TRUE(fs::is_fifo(pipe));
+    EXPECT_THAT(names(), UnorderedElementsAre("out.wav", "pipe"));
+}
+
+TEST_F(RecordTest, WritesIntoThePipeBehindALinkThatNamesNoFile)
+{
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    fs::create_symlink(fmt::format("/proc/self/fd/{}", ends[1]), file); // As /dev/stdout is one.
+
+    recordAll({event(0s, keyA, true)});
+    ::close(ends[1]);
+
+    std::array<char, 100> content{};
+    EXPECT_EQ(::read(ends[0], content.data(), content.size()), 44 + 6);
+    ::close(ends[0]);
+    EXPECT_TRUE(fs::is_symlink(file));
+}
+
+TEST_F(RecordTest, KeepsALinkThatLeadsNowhere)
+{
+    fs::create_symlink("nowhere.wav", file);
+
+    EXPECT_THAT([&] { recordAll({event(0s, keyA, true)}); },
+                ThrowsMessage<std::runtime_error>(HasSubstr("a link to a file that is not there")));
+    EXPECT_TRUE(fs::is_symlink(file));
 }
 
 TEST_F(RecordTest, WritesTheFileBehindALink)

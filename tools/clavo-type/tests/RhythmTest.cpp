@@ -183,7 +183,7 @@ TEST(HumanRhythm, LetsKeysOverlapOnceInAWhile)
     EXPECT_LT(share, 0.5);
 }
 
-/// The mean time from the first to the second character of a text that is these over and over.
+/// The mean time from the first to the second of two characters that are typed many times.
 double meanGap(std::string_view text, std::size_t from)
 {
     constexpr int times = 200;
@@ -196,7 +196,7 @@ double meanGap(std::string_view text, std::size_t from)
 
 TEST(HumanRhythm, IsFasterWhereTheHandsTakeTurns)
 {
-    // By turns, then the same finger twice.
+    // Alternating hands, then the same finger twice.
     EXPECT_LT(meanGap("fjrf", 0), 0.8 * meanGap("fjrf", 2));
 }
 

@@ -42,7 +42,7 @@ TEST_F(ToolOptionsTest, TakesAValueInEverySpelling)
     EXPECT_THAT(m_options.value("output"), Optional(Eq("b=c")));
 }
 
-TEST_F(ToolOptionsTest, TellsTheOptionsFromTheArguments)
+TEST_F(ToolOptionsTest, SeparatesTheOptionsFromTheArguments)
 {
     EXPECT_EQ(answer({"one", "--fast", "", "-", "--", "--fast", "-h"}), "");
 
