@@ -29,7 +29,7 @@ macro(clavo_test_program)
   set_target_properties(${name} PROPERTIES AUTOMOC ${arg_AUTOMOC})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_compile_definitions(${name} PRIVATE ${arg_DEFINITIONS})
-  target_link_libraries(${name} PRIVATE ${arg_LINK})
+  target_link_libraries(${name} PRIVATE ${arg_LINK} GTest::gmock) # The precompiled headers have it.
   # As the precompiled headers, and as programs of Qt anyway.
   target_compile_options(${name} PRIVATE -fPIC -pthread)
   target_precompile_headers(${name} REUSE_FROM test_headers)

@@ -90,7 +90,8 @@ void Screenshots::applyStyle()
     font.setStyleStrategy(QFont::NoSubpixelAntialias);
     QGuiApplication::setFont(font);
     Appearance::shared().prefer(
-        {.isDark = true, .accent = AppearancePreference::Color{.red = 0.16, .green = 0.50, .blue = 1}});
+        {.isDark = true,
+         .accent = AppearancePreference::Color{.red = 0.16, .green = 0.50, .blue = 1}});
 }
 
 std::unique_ptr<QQuickItem> Screenshots::makeSlide(QQmlEngine& engine, const QString& type,

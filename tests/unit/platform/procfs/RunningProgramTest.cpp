@@ -24,7 +24,7 @@ protected:
 
 TEST_F(RunningProgram, IsThisTest)
 {
-    EXPECT_EQ(runningProgram().filename(), "platform_procfs_test");
+    EXPECT_EQ(runningProgram().filename(), "unit.platform.procfs");
     EXPECT_TRUE(runningProgram().is_absolute());
 }
 
