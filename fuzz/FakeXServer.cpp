@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "fuzz/FakeXServer.h"
 
+#include "fuzz/Input.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
 #include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 #include <xcb/xcb.h>
 #include <xcb/xinput.h>
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -16,6 +20,14 @@ namespace
 {
 
 constexpr std::size_t packet = 32; // All that the server sends is at least as long.
+
+/// The bytes of a reply or an error, of which xcb leaves out what nobody reads.
+template <typename Answer> std::string bytesOf(const Answer& answer)
+{
+    std::string bytes(std::max(packet, sizeof answer), '\0');
+    std::memcpy(bytes.data(), &answer, sizeof answer);
+    return bytes;
+}
 
 template <typename Reply> Reply replyTo(std::uint16_t sequence)
 {
@@ -27,16 +39,19 @@ template <typename Reply> Reply replyTo(std::uint16_t sequence)
 
 } // namespace
 
-FakeXServer::FakeXServer(const std::filesystem::path& socket, std::string events,
-                         std::vector<std::optional<std::int32_t>> positions)
-    : m_path(socket), m_events(std::move(events)), m_positions(std::move(positions)),
-      m_listening(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0))
+FakeXServer::FakeXServer(std::string events, std::vector<std::optional<std::int32_t>> positions)
+    : m_events(std::move(events)), m_positions(std::move(positions)),
+      m_listening(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
 {
-    sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
-    m_path.native().copy(address.sun_path, sizeof address.sun_path - 1);
-    ::unlink(m_path.c_str());
-    ::bind(m_listening, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-    ::listen(m_listening, 1);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    auto* const place = reinterpret_cast<sockaddr*>(&address);
+    require(::bind(m_listening, place, size) == 0 && ::listen(m_listening, 1) == 0 &&
+                ::getsockname(m_listening, place, &size) == 0,
+            "this computer can talk to itself");
+    m_display = "127.0.0.1:" + std::to_string(ntohs(address.sin_port) - 6000);
     m_thread = std::thread([this] { serve(); });
 }
 
@@ -47,7 +62,6 @@ FakeXServer::~FakeXServer()
     m_thread.join();
     ::close(m_connection);
     ::close(m_listening);
-    ::unlink(m_path.c_str());
 }
 
 void FakeXServer::close()
@@ -60,9 +74,9 @@ bool FakeXServer::read(void* to, std::size_t size) const
     return size == 0 || ::recv(m_connection, to, size, MSG_WAITALL) == static_cast<ssize_t>(size);
 }
 
-void FakeXServer::write(const void* from, std::size_t size) const
+void FakeXServer::write(std::string_view bytes) const
 {
-    static_cast<void>(::send(m_connection, from, size, MSG_NOSIGNAL));
+    static_cast<void>(::send(m_connection, bytes.data(), bytes.size(), MSG_NOSIGNAL));
 }
 
 void FakeXServer::serve()
@@ -84,7 +98,7 @@ void FakeXServer::serve()
     welcome.setup.min_keycode = 8;
     welcome.setup.max_keycode = 255;
     welcome.screen.root = 1;
-    write(&welcome, sizeof welcome);
+    write(bytesOf(welcome));
 
     struct {
         std::uint8_t opcode;
@@ -107,18 +121,15 @@ void FakeXServer::answer(std::uint8_t opcode, std::uint8_t minor)
         auto answer = replyTo<xcb_query_extension_reply_t>(m_sequence);
         answer.present = 1;
         answer.major_opcode = extension;
-        write(&answer, packet);
+        write(bytesOf(answer));
     } else if (opcode == XCB_GET_INPUT_FOCUS) { // Asked for behind the selection of events.
         const auto answer = replyTo<xcb_get_input_focus_reply_t>(m_sequence);
-        std::string all(packet, '\0');
-        std::memcpy(all.data(), &answer, sizeof answer);
-        all += std::exchange(m_events, {});
-        write(all.data(), all.size());
+        write(bytesOf(answer) + std::exchange(m_events, {}));
     } else if (opcode == extension && minor == XCB_INPUT_XI_QUERY_VERSION) {
         auto answer = replyTo<xcb_input_xi_query_version_reply_t>(m_sequence);
         answer.major_version = 2;
         answer.minor_version = 2;
-        write(&answer, packet);
+        write(bytesOf(answer));
     } else if (opcode == extension && minor == XCB_INPUT_XI_QUERY_POINTER) {
         answerPointer();
     }
@@ -133,12 +144,12 @@ void FakeXServer::answerPointer()
         auto answer = replyTo<xcb_input_xi_query_pointer_reply_t>(m_sequence);
         answer.length = (sizeof answer - packet) / 4;
         answer.root_x = *position;
-        write(&answer, sizeof answer);
+        write(bytesOf(answer));
     } else {
         xcb_generic_error_t error{};
         error.error_code = 128;
         error.sequence = m_sequence;
-        write(&error, packet);
+        write(bytesOf(error).substr(0, packet)); // Behind it is xcb's own.
     }
 }
 

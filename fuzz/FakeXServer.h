@@ -4,9 +4,9 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -21,11 +21,12 @@ public:
     static constexpr std::uint8_t extension = 131; // The number of XInput.
 
     /// Each question is answered with a position or an error; those beyond with the position 0.
-    FakeXServer(const std::filesystem::path& socket, std::string events,
-                std::vector<std::optional<std::int32_t>> positions);
+    FakeXServer(std::string events, std::vector<std::optional<std::int32_t>> positions);
     ~FakeXServer();
     FakeXServer(const FakeXServer&) = delete;
     FakeXServer& operator=(const FakeXServer&) = delete;
+
+    [[nodiscard]] const std::string& display() const { return m_display; }
 
     /// Ends the connection. It has been made.
     void close();
@@ -35,9 +36,9 @@ private:
     void answer(std::uint8_t opcode, std::uint8_t minor);
     void answerPointer();
     bool read(void* to, std::size_t size) const;
-    void write(const void* from, std::size_t size) const;
+    void write(std::string_view bytes) const;
 
-    std::filesystem::path m_path;
+    std::string m_display;
     std::string m_events;
     std::vector<std::optional<std::int32_t>> m_positions;
     int m_listening = -1;

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // The events of an X server, of any kind, until the connection is lost.
-#include "fakes/TemporaryFolder.h"
 #include "fuzz/FakeXServer.h"
 #include "fuzz/Input.h"
 #include "log/Log.h"
@@ -128,7 +127,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     static int count = 0;
     static const QCoreApplication application(count, nullptr);
-    static const TemporaryFolder folder;
     log::setSink([](log::Level, std::string_view) {});
     fuzz::Input input(data, size);
     auto script = takeScript(input);
@@ -140,8 +138,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     last.detail = 1;
     script.add(last, {});
 
-    fuzz::FakeXServer server(folder.path() / "x", script.events, script.positions);
-    const auto tap = makeX11EventTap((folder.path() / "x").native());
+    fuzz::FakeXServer server(script.events, script.positions);
+    const auto tap = makeX11EventTap(server.display());
     Events keys;
     Events clicks;
     int losses = 0;
