@@ -57,7 +57,6 @@ FakeXServer::FakeXServer(std::string events, std::vector<std::optional<std::int3
 
 FakeXServer::~FakeXServer()
 {
-    ::shutdown(m_listening, SHUT_RDWR); // Ends a wait for a connection.
     close();
     m_thread.join();
     ::close(m_connection);
@@ -66,6 +65,7 @@ FakeXServer::~FakeXServer()
 
 void FakeXServer::close()
 {
+    ::shutdown(m_listening, SHUT_RDWR); // Ends a wait for a connection.
     ::shutdown(m_connection, SHUT_RDWR);
 }
 

@@ -28,7 +28,7 @@ public:
 
     [[nodiscard]] const std::string& display() const { return m_display; }
 
-    /// Ends the connection. It has been made.
+    /// Ends the connection and accepts no other.
     void close();
 
 private:

@@ -33,6 +33,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto command = entryWith("Exec=" + escaped(quotedForExec(text)) + " --background");
     require(programOfExec(command.text("Exec")) == text, "any program can be a command");
 
+    ::setenv("XDG_CONFIG_DIRS", text.c_str(), /*overwrite=*/1);
+    for (const auto& each : autostartFolders(folder.path()).system)
+        require(each.is_absolute() && each.filename() == "autostart", "a folder has a whole path");
+
     const auto file = folder.path() / "clavo.desktop";
     fuzz::write(file, text);
     const AutostartFolders users{.user = folder.path(), .system = {folder.path() / "none"}};

@@ -29,6 +29,11 @@ auto read(const std::vector<std::string>& arguments)
     std::vector<const char*> all;
     for (const auto& argument : arguments)
         all.push_back(argument.c_str());
+    ToolOptions few("tool", "", {{"file", {}, "FILE"}, {"humanize", {}}});
+    if (!few.read(all)) {
+        for (const auto& name : few.options())
+            require(few.isSet(name.c_str()), "an option that is given is set");
+    }
     return readTypingOptions(all);
 }
 

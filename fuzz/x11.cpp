@@ -167,5 +167,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             script.keys.push_back({.type = 12, .keyCode = virtualKeyCode(code)});
     }
     require(areEqual(keys, script.keys) && losses == 1, "a lost server releases the modifiers");
+    tap->enable();
+    QCoreApplication::processEvents();
+    require(losses == 1, "a server that stays away is lost once");
     return 0;
 }
