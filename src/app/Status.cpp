@@ -71,6 +71,12 @@ json orNull(std::string_view text)
     return text.empty() ? json() : json(text);
 }
 
+/// Throws where it is none, as a fraction.
+std::int64_t integer(const json& value)
+{
+    return value.get_ref<const json::number_integer_t&>();
+}
+
 std::string age(std::int64_t seconds)
 {
     if (seconds < 60)
@@ -86,9 +92,8 @@ std::string describeListening(const json& input)
         return "no";
     const auto& idle = input.at("secondsSinceEvent");
     return fmt::format("yes, to {}; {}", input.at("tap").get<std::string>(),
-                       idle.is_null()
-                           ? "nothing has come yet"
-                           : "the last event came " + age(idle.get<std::int64_t>()) + " ago");
+                       idle.is_null() ? "nothing has come yet"
+                                      : "the last event came " + age(integer(idle)) + " ago");
 }
 
 std::string_view describeAccess(const json& input)
@@ -106,9 +111,9 @@ std::string describeOutput(const json& output)
         return isRunning ? "none: neither PipeWire nor PulseAudio answers"
                          : "none; asleep until the next sound"; // No server is asked before.
     auto text = server.get<std::string>();
-    if (const auto frames = output.at("quantumFrames").get<int>(); frames != 0)
+    if (const auto frames = integer(output.at("quantumFrames")); frames != 0)
         text += fmt::format(", {} frames at {} per second, {:.1f} ms", frames,
-                            output.at("sampleRate").get<int>(),
+                            integer(output.at("sampleRate")),
                             output.at("quantumMilliseconds").get<double>());
     return isRunning ? text : text + "; asleep until the next sound";
 }

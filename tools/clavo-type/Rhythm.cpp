@@ -184,7 +184,7 @@ std::vector<double> pace(std::span<const Keystroke> strokes, Hand& hand)
         parts[i] = way * hand.spread(0.16) * hand.drift();
     }
     const auto sum = std::accumulate(parts.begin(), parts.end(), 0.0);
-    for (double& part : parts)
+    for (double& part : std::span(parts).subspan(1)) // None of a single stroke, whose sum is 0.
         part *= static_cast<double>(strokes.size() - 1) / sum;
     return parts;
 }

@@ -181,6 +181,16 @@ TEST(StatusText, ThereIsNoneOfAnythingElse)
         EXPECT_EQ(describe(text), std::nullopt) << text;
 }
 
+TEST(StatusText, ThereIsNoneOfACountThatIsNoInteger)
+{
+    for (const auto* const count :
+         {"/input/secondsSinceEvent", "/output/quantumFrames", "/output/sampleRate"}) {
+        auto status = json::parse(jsonOf(running()));
+        status[json::json_pointer(count)] = 1e300;
+        EXPECT_EQ(describe(status.dump()), std::nullopt) << count;
+    }
+}
+
 TEST(StatusText, SaysWhatTheProgramIsBuiltWithout)
 {
     auto status = running();
