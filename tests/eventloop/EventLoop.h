@@ -12,8 +12,7 @@ namespace clavo
 class EventLoop
 {
 public:
-    /// Runs until the condition holds; false if it does not within ten seconds, or within a minute
-    /// in a sanitized build.
+    /// Runs until the condition holds; false if it does not within a minute.
     [[nodiscard]] static bool until(const std::function<bool()>& condition);
 
 private:
