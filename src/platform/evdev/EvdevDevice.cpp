@@ -8,6 +8,8 @@
 
 #include <bitset>
 #include <cerrno>
+#include <cstddef>
+#include <initializer_list>
 
 namespace clavo::evdev
 {
@@ -106,11 +108,12 @@ void EvdevDevice::setMotionHeard(bool isHeard)
 {
     std::bitset<REL_CNT> relative;
     std::bitset<ABS_CNT> absolute;
-    for (const auto code : {REL_WHEEL, REL_HWHEEL, REL_WHEEL_HI_RES, REL_HWHEEL_HI_RES})
+    using Codes = std::initializer_list<std::size_t>;
+    for (const auto code : Codes{REL_WHEEL, REL_HWHEEL, REL_WHEEL_HI_RES, REL_HWHEEL_HI_RES})
         relative.set(code);
-    for (const auto code : {REL_X, REL_Y})
+    for (const auto code : Codes{REL_X, REL_Y})
         relative.set(code, isHeard);
-    for (const auto code : {ABS_X, ABS_Y})
+    for (const auto code : Codes{ABS_X, ABS_Y})
         absolute.set(code, isHeard);
     reportOnly(descriptor(), EV_REL, relative.to_ullong());
     reportOnly(descriptor(), EV_ABS, absolute.to_ullong());
