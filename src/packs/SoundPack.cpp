@@ -4,6 +4,7 @@
 #include "files/WholeFile.h"
 #include "log/Fatal.h"
 #include "packs/Manifest.h"
+#include "text/Printable.h"
 
 #include <fmt/format.h>
 
@@ -14,13 +15,17 @@ namespace clavo
 namespace
 {
 
-SoundPack::SoundNames byNumber(const Manifest::SoundNames& names)
+/// `folder` is the pack's.
+SoundPack::SoundNames byNumber(const Manifest::SoundNames& names,
+                               const std::filesystem::path& folder)
 {
     SoundPack::SoundNames sounds;
     for (const auto& [text, name] : names) {
         const auto scancode = parseScancode(text);
         if (scancode && !sounds.try_emplace(*scancode, name).second)
-            fatal(fmt::format("Duplicate values for key: '{}'", *scancode));
+            fatal(fmt::format("Duplicate values for key: '{}'", *scancode),
+                  fmt::format("pack du dossier {} : le code de touche {} y est deux fois",
+                              printable(folder.native()), *scancode));
     }
     return sounds;
 }
@@ -53,8 +58,8 @@ std::optional<SoundPack> SoundPack::load(const std::filesystem::path& folder, bo
         .category = categoryOf(*manifest, isCustom),
         .credit = std::move(manifest->credit),
         .folder = folder,
-        .press = byNumber(manifest->press),
-        .release = byNumber(manifest->release),
+        .press = byNumber(manifest->press, folder),
+        .release = byNumber(manifest->release, folder),
     };
 }
 

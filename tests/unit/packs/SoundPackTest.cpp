@@ -2,12 +2,14 @@
 #include "packs/SoundPack.h"
 
 #include "fakes/TemporaryFolder.h"
+#include "log/Log.h"
 #include "unit/packs/PackFiles.h"
 
 #include <gmock/gmock.h>
 
 #include <sys/stat.h>
 
+#include <iostream>
 #include <limits>
 #include <unistd.h>
 
@@ -18,6 +20,7 @@ namespace
 
 namespace fs = std::filesystem;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Pair;
 
@@ -159,6 +162,23 @@ TEST_F(SoundPackDeathTest, OneNumberWrittenTwiceStopsTheProgram)
 
     write(manifestText("", R"("-0": "a", "+0": "b")"));
     EXPECT_DEATH((void)loaded(), "Duplicate values for key: '0'\n");
+}
+
+TEST_F(SoundPackDeathTest, FolderOfThePackThatStopsTheProgramIsLoggedFirst)
+{
+    write(manifestText(R"("30": "a", "+30": "b")"));
+    const auto loadWithAJournal = [this] {
+        log::setSink([](log::Level level, std::string_view line) {
+            std::cerr << "journal " << (level == log::Level::error) << ": " << line << '\n';
+        });
+        (void)loaded();
+    };
+
+    const auto line =
+        "pack du dossier " + m_folder.native() + " : le code de touche 30 y est deux fois\n";
+    const auto end = "clavo: fatal error: Duplicate values for key: '30'\n";
+    EXPECT_DEATH((void)loaded(), HasSubstr("clavo: " + line + end)) << "without a journal";
+    EXPECT_DEATH(loadWithAJournal(), HasSubstr("journal 1: " + line + "clavo: " + line + end));
 }
 
 TEST_F(SoundPackTest, FolderWithoutAManifestIsNoPack)
