@@ -6,6 +6,7 @@
 #include "app/LoginItem.h"
 #include "log/Log.h"
 #include "packs/PackLibrary.h"
+#include "text/Printable.h"
 
 #include <QMetaObject>
 
@@ -22,6 +23,12 @@ namespace
 {
 
 constexpr std::chrono::milliseconds scrollInterval{45}; // A tick needs a longer gap.
+
+/// A pack's id as the log and the status show it.
+std::string shownID(const SoundPack& pack)
+{
+    return printable(pack.id, SoundPack::textLimit);
+}
 
 } // namespace
 
@@ -171,7 +178,7 @@ Status AppState::status() const
         .output = m_platform.audioOutput->status(),
         .isOutputRunning = m_platform.audioOutput->isRunning(),
         .packName = pack ? pack->name : std::string(),
-        .packID = pack ? pack->id : std::string(),
+        .packID = pack ? shownID(*pack) : std::string(),
         .settings = m_settings,
         .missing = m_platform.missing,
     };
@@ -225,13 +232,13 @@ bool AppState::loadSelectedPack()
         auto bank = PackLibrary::makeBank(*pack, m_sound.format());
         if (bank.leftOut > 0)
             log::notice("pack {} : {} sons laissés de côté, il n'y a de place que pour {} Mio",
-                        pack->id, bank.leftOut, PackLibrary::bankBudget >> 20U);
+                        shownID(*pack), bank.leftOut, PackLibrary::bankBudget >> 20U);
         m_sound.setKeyBank(std::move(bank));
     } catch (const std::exception& exception) {
-        log::error("pack {} impossible à charger : {}", pack->id, exception.what());
+        log::error("pack {} impossible à charger : {}", shownID(*pack), exception.what());
         return false;
     }
-    log::notice("pack chargé : {}", pack->id);
+    log::notice("pack chargé : {}", shownID(*pack));
     return true;
 }
 

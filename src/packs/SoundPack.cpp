@@ -8,7 +8,7 @@
 
 #include <fmt/format.h>
 
-#include <utility>
+#include <string_view>
 
 namespace clavo
 {
@@ -28,6 +28,12 @@ SoundPack::SoundNames byNumber(const Manifest::SoundNames& names,
                               printable(folder.native()), *scancode));
     }
     return sounds;
+}
+
+/// A manifest may come from anybody, and a window takes seconds to lay out a text of megabytes.
+std::string shown(std::string_view text)
+{
+    return printable(text, SoundPack::textLimit);
 }
 
 PackCategory categoryOf(const Manifest& manifest, bool isCustom)
@@ -53,10 +59,10 @@ std::optional<SoundPack> SoundPack::load(const std::filesystem::path& folder, bo
     }
     return SoundPack{
         .id = (isCustom ? "custom:" : "") + manifest->id,
-        .name = std::move(manifest->name),
-        .detail = std::move(manifest->detail),
+        .name = shown(manifest->name),
+        .detail = shown(manifest->detail),
         .category = categoryOf(*manifest, isCustom),
-        .credit = std::move(manifest->credit),
+        .credit = manifest->credit ? std::optional(shown(*manifest->credit)) : std::nullopt,
         .folder = folder,
         .press = byNumber(manifest->press, folder),
         .release = byNumber(manifest->release, folder),

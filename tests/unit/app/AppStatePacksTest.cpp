@@ -71,5 +71,17 @@ TEST_F(AppStatePacksTest, SelectionIsStoredOnceThePackIsLoaded)
                 Contains(Pair("packID", DefaultsValue(std::string("nk-cream")))));
 }
 
+TEST_F(AppStatePacksTest, StrangeIDIsSelectedAsWrittenAndShownWithoutControlCharacters)
+{
+    writeFile(customPacks() / "strange" / "pack.json", manifestText("", "", "a\\u001b[2J"));
+    state();
+
+    state().setPackID("custom:a\x1b[2J");
+
+    EXPECT_EQ(state().selectedPack()->id, "custom:a\x1b[2J");
+    EXPECT_EQ(logged.lines().back(), "pack chargé : custom:a\ufffd[2J");
+    EXPECT_EQ(state().status().packID, "custom:a\ufffd[2J");
+}
+
 } // namespace
 } // namespace clavo

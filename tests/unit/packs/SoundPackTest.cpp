@@ -90,6 +90,23 @@ TEST_F(SoundPackTest, UnknownCategoryOfABuiltInPackIsSpecial)
     EXPECT_EQ(loaded()->category, PackCategory::custom);
 }
 
+TEST_F(SoundPackTest, TextsToShowAreCutAndWithoutControlCharacters)
+{
+    std::string snow;
+    for (int i = 0; i < 200; ++i)
+        snow += "☃";
+    write(R"({"id": "a\u001b[2J", "name": "\u001b]0;owned\u0007\u202e", "detail": ")" + snow +
+          R"(☃", "category": "", "credit": "one\ntwo", "press": {}, "release": {}})");
+
+    const auto pack = loaded(true);
+
+    ASSERT_TRUE(pack);
+    EXPECT_EQ(pack->name, "\ufffd]0;owned\ufffd\ufffd");
+    EXPECT_EQ(pack->detail, snow);
+    EXPECT_EQ(pack->credit, "one\ufffdtwo");
+    EXPECT_EQ(pack->id, "custom:a\x1b[2J") << "another id is another pack";
+}
+
 TEST_F(SoundPackTest, PacksAreEqualWhenTheirIdsAre)
 {
     SoundPack pack;
