@@ -6,6 +6,7 @@
 #include "app/LoginItem.h"
 #include "log/Log.h"
 #include "packs/PackLibrary.h"
+#include "text/Printable.h"
 
 #include <QMetaObject>
 
@@ -23,6 +24,12 @@ namespace
 
 constexpr std::chrono::milliseconds scrollInterval{45}; // A tick needs a longer gap.
 
+/// A pack's id as the log and the status show it.
+std::string shownID(const SoundPack& pack)
+{
+    return printable(pack.id, SoundPack::textLimit);
+}
+
 } // namespace
 
 AppState::AppState(Platform& platform, Surroundings surroundings, std::unique_ptr<StatsStore> stats)
@@ -31,6 +38,8 @@ AppState::AppState(Platform& platform, Surroundings surroundings, std::unique_pt
                     : std::make_unique<StatsStore>(m_platform.applicationSupport,
                                                    m_surroundings.stats)),
       m_sound(*m_platform.audioOutput, m_surroundings.makeTimer),
+      m_bankLoad(m_surroundings.makeTimer(), m_surroundings.uptime),
+      m_previewLoad(m_surroundings.makeTimer(), m_surroundings.uptime),
       m_input(*m_platform.eventTap, *m_platform.secureInput, *m_platform.screens,
               m_surroundings.uptime),
       m_permission(m_platform, m_input,
@@ -40,6 +49,7 @@ AppState::AppState(Platform& platform, Surroundings surroundings, std::unique_pt
                     .askFreshProcess = m_surroundings.askFreshProcess})
 {
     m_settings = readSettings(*m_platform.defaults);
+    m_announcedPackID = m_settings.packID;
     m_launchAtLogin = m_platform.loginItem->status() == LoginItem::Status::enabled;
     m_sound.setVolume(static_cast<float>(m_settings.volume));
     loadPacks();
@@ -97,15 +107,16 @@ void AppState::setVolume(double volume)
 
 void AppState::setPackID(const QString& packID)
 {
-    const auto previous = std::exchange(m_settings.packID, packID.toStdString());
-    if (!loadSelectedPack()) {
-        m_settings.packID = previous;
-        emit selectedPackChanged();
-        return;
-    }
-    // Stored last: if loading the pack ends the process, the next start loads the previous pack.
-    writeSetting(*m_platform.defaults, m_settings, &Settings::packID);
-    if (m_settings.packID != previous)
+    auto previous = std::exchange(m_settings.packID, packID.toStdString());
+    if (!m_storedPackID)
+        m_storedPackID = std::move(previous);
+    loadSelectedPack();
+    announcePackID();
+}
+
+void AppState::announcePackID()
+{
+    if (std::exchange(m_announcedPackID, m_settings.packID) != m_settings.packID)
         emit packIDChanged();
 }
 
@@ -124,8 +135,14 @@ void AppState::setLaunchAtLogin(bool launchAtLogin)
 void AppState::preview(const QString& packID)
 {
     const auto pack = std::ranges::find(m_packs, packID.toStdString(), &SoundPack::id);
-    if (pack != m_packs.end())
-        m_sound.preview(*pack);
+    if (pack == m_packs.end())
+        return;
+    const auto play = [this](SoundBank bank) { m_sound.preview(std::move(bank)); };
+    const auto stayQuiet = [id = shownID(*pack)](const std::exception& exception) {
+        log::error("pack {} impossible à charger : {}", id, exception.what());
+    };
+    m_previewLoad.start(*pack, m_sound.format(), {.loaded = play, .failed = stayQuiet},
+                        &SoundEngine::previewScancodes());
 }
 
 void AppState::reloadPacks()
@@ -171,7 +188,7 @@ Status AppState::status() const
         .output = m_platform.audioOutput->status(),
         .isOutputRunning = m_platform.audioOutput->isRunning(),
         .packName = pack ? pack->name : std::string(),
-        .packID = pack ? pack->id : std::string(),
+        .packID = pack ? shownID(*pack) : std::string(),
         .settings = m_settings,
         .missing = m_platform.missing,
     };
@@ -213,26 +230,41 @@ void AppState::loadPacks()
     loadSelectedPack();
 }
 
-bool AppState::loadSelectedPack()
+void AppState::loadSelectedPack()
 {
     const auto* pack = selectedPack();
     emit selectedPackChanged();
     if (!pack) {
         log::error("aucun pack trouvé ({})", log::Private{m_settings.packID});
-        return true;
+        storePackID();
+        return;
     }
-    try {
-        auto bank = PackLibrary::makeBank(*pack, m_sound.format());
+    const auto id = shownID(*pack);
+    const auto use = [this, id](SoundBank bank) {
         if (bank.leftOut > 0)
-            log::notice("pack {} : {} sons laissés de côté, il n'y a de place que pour {} Mio",
-                        pack->id, bank.leftOut, PackLibrary::bankBudget >> 20U);
+            log::notice("pack {} : {} sons laissés de côté, il n'y a de place que pour {} Mio", id,
+                        bank.leftOut, PackLibrary::bankBudget >> 20U);
         m_sound.setKeyBank(std::move(bank));
-    } catch (const std::exception& exception) {
-        log::error("pack {} impossible à charger : {}", pack->id, exception.what());
-        return false;
-    }
-    log::notice("pack chargé : {}", pack->id);
-    return true;
+        log::notice("pack chargé : {}", id);
+        storePackID();
+    };
+    const auto keepThePreviousOne = [this, id](const std::exception& exception) {
+        log::error("pack {} impossible à charger : {}", id, exception.what());
+        if (!m_storedPackID)
+            return;
+        m_settings.packID = *std::exchange(m_storedPackID, {});
+        emit selectedPackChanged();
+        announcePackID();
+    };
+    m_bankLoad.start(*pack, m_sound.format(), {.loaded = use, .failed = keepThePreviousOne});
+}
+
+// A choice is stored once its pack is loaded: if loading ends the process, the next start loads the
+// previous pack.
+void AppState::storePackID()
+{
+    if (std::exchange(m_storedPackID, {}))
+        writeSetting(*m_platform.defaults, m_settings, &Settings::packID);
 }
 
 } // namespace clavo

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/BankLoad.h"
 #include "app/Permission.h"
 #include "app/Platform.h"
 #include "app/Settings.h"
@@ -20,6 +21,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace clavo
@@ -71,7 +73,8 @@ public:
     /// Master volume, 0 to 1.
     void setVolume(double volume);
     /// Selects a pack and loads it, even if it is selected already. An unknown id loads the first
-    /// pack. If the pack cannot be loaded, the selection stays.
+    /// pack. Until the pack is loaded, keys sound with the previous one; if it cannot be loaded,
+    /// that is selected again.
     void setPackID(const QString& packID);
     void setKeyUpSounds(bool on)
     {
@@ -141,8 +144,9 @@ signals:
 private:
     void change(Setting::Switch setting, bool value, void (AppState::*changed)());
     void loadPacks();
-    /// False when the pack could not be loaded; the previous sounds stay.
-    bool loadSelectedPack();
+    void loadSelectedPack();
+    void storePackID();
+    void announcePackID();
     void updatePositionTracking();
 
     void handle(const InputMonitor::Event& event);
@@ -158,6 +162,10 @@ private:
     std::chrono::nanoseconds m_lastScroll{0}; // Uptime of the last tick played.
     std::unique_ptr<StatsStore> m_stats;
     SoundEngine m_sound;
+    BankLoad m_bankLoad; // Of the key bank.
+    BankLoad m_previewLoad;
+    std::optional<std::string> m_storedPackID; // While a choice is not stored yet.
+    std::string m_announcedPackID;             // By packIDChanged().
     InputMonitor m_input;
     std::optional<GlobalHotKey> m_hotKey;
     Permission m_permission;

@@ -28,7 +28,7 @@ const KeyInfo& keyInfo(std::int64_t code)
 
 void playKey(SoundEngine& sound, const Settings& settings, const InputMonitor::Key& key)
 {
-    const auto audible = settings.enabled && (key.down || settings.keyUpSounds);
+    const auto audible = settings.enabled && !key.isLate && (key.down || settings.keyUpSounds);
     log::debug("touche {}, son: {}", key.down ? "appuyée" : "relâchée", audible);
     if (!audible)
         return;

@@ -15,7 +15,8 @@ namespace clavo
 /// that produces no character.
 [[nodiscard]] const KeyInfo& keyInfo(std::int64_t code);
 
-/// Plays the sound of the event from the engine's key bank, unless the settings silence it.
+/// Plays the sound of the event from the engine's key bank, unless the settings silence it or it is
+/// late.
 void playKey(SoundEngine& sound, const Settings& settings, const InputMonitor::Key& key);
 
 } // namespace clavo

@@ -7,7 +7,6 @@
 #include "packs/PackLibrary.h"
 
 #include <cstdint>
-#include <set>
 #include <utility>
 
 namespace clavo
@@ -97,11 +96,15 @@ void SoundEngine::playAny(const SoundBank::Variants& variants, float pan, float 
         play(variants[m_draw(variants.size())], pan, gain);
 }
 
-void SoundEngine::preview(const SoundPack& pack)
+const std::set<std::int64_t>& SoundEngine::previewScancodes()
 {
-    const std::set<std::int64_t> scancodes(previewPhrase.begin(), previewPhrase.end());
-    const auto bank =
-        std::make_shared<const SoundBank>(PackLibrary::makeBank(pack, m_format, &scancodes));
+    static const std::set<std::int64_t> scancodes(previewPhrase.begin(), previewPhrase.end());
+    return scancodes;
+}
+
+void SoundEngine::preview(SoundBank sounds)
+{
+    const auto bank = std::make_shared<const SoundBank>(std::move(sounds));
 
     std::erase_if(m_previewTimers, [](const auto& timer) { return !timer->isRunning(); });
     const auto schedule = [&](milliseconds time, const KeyInfo& key, bool down, float gain) {

@@ -4,7 +4,6 @@
 #include "audio/AudioOutput.h"
 #include "audio/SoundLedger.h"
 #include "audio/realtime/Mixer.h"
-#include "packs/SoundPack.h"
 #include "synth/AudioBuffer.h"
 #include "synth/SoundBank.h"
 #include "time/Timer.h"
@@ -12,8 +11,10 @@
 #include <array>
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <set>
 #include <span>
 #include <utility>
 #include <vector>
@@ -57,9 +58,11 @@ public:
     void playMouse(bool down, float pan);
     void playScroll(float pan);
 
-    /// Types a short phrase with this pack, whichever is selected. Loads the sounds before it
-    /// returns and plays them within the next 1.2 s.
-    void preview(const SoundPack& pack);
+    /// Types a short phrase with these sounds of a pack, whichever is selected, within the next
+    /// 1.2 s.
+    void preview(SoundBank sounds);
+    /// The scancodes of the phrase.
+    [[nodiscard]] static const std::set<std::int64_t>& previewScancodes();
 
     /// Starts the output before a sound that is likely to follow.
     void wake();

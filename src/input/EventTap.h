@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace clavo
@@ -29,6 +31,8 @@ struct RawEvent {
     std::int64_t keyCode = 0;  // Virtual; for other keys a private code outside the layout table.
     bool isAutoRepeat = false; // For keyDown.
     double x = 0;              // Of the pointer, for buttons and wheel, in screen coordinates.
+    /// When the event happened, on the steady clock; nothing if the platform does not report it.
+    std::optional<std::chrono::nanoseconds> time = std::nullopt;
 };
 
 /// One bit per requested raw event type: 1 << type.

@@ -63,27 +63,31 @@ void InputMonitor::handle(const RawEvent& event)
     if (isSilenced())
         return;
 
+    const bool late = isLate(event);
     switch (event.type) {
     case RawEventType::leftMouseDown:
     case RawEventType::rightMouseDown:
-        deliver(Mouse{.down = true, .pan = pan(event)});
+        if (!late)
+            deliver(Mouse{.down = true, .pan = pan(event)});
         break;
     case RawEventType::leftMouseUp:
     case RawEventType::rightMouseUp:
-        deliver(Mouse{.down = false, .pan = pan(event)});
+        if (!late)
+            deliver(Mouse{.down = false, .pan = pan(event)});
         break;
     case RawEventType::keyDown:
         if (!event.isAutoRepeat)
-            deliver(Key{.code = event.keyCode, .down = true});
+            deliver(Key{.code = event.keyCode, .down = true, .isLate = late});
         break;
     case RawEventType::keyUp:
-        deliver(Key{.code = event.keyCode, .down = false});
+        deliver(Key{.code = event.keyCode, .down = false, .isLate = late});
         break;
     case RawEventType::flagsChanged:
-        deliver(Key{.code = event.keyCode, .down = toggleModifier(event.keyCode)});
+        deliver(Key{.code = event.keyCode, .down = toggleModifier(event.keyCode), .isLate = late});
         break;
     case RawEventType::scrollWheel:
-        deliver(Scroll{.pan = pan(event)});
+        if (!late)
+            deliver(Scroll{.pan = pan(event)});
         break;
     default:
         break;
@@ -102,6 +106,11 @@ bool InputMonitor::isSilenced()
         m_secureLogged = true;
     }
     return true;
+}
+
+bool InputMonitor::isLate(const RawEvent& event) const
+{
+    return event.time && *m_lastEvent - *event.time > lateness;
 }
 
 /// A modifier's event has no direction: a key's events alternate, beginning with a press. True for

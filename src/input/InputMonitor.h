@@ -17,7 +17,8 @@ namespace clavo
 {
 
 /// The desktop's input as the program sees it: raw events in, keys, clicks and scroll ticks out,
-/// and nothing at all while secure text entry is active.
+/// and nothing at all while secure text entry is active. When the process or the machine slept,
+/// keys arrive late and are marked so; late clicks and ticks are dropped.
 ///
 /// The ports must outlive it, and after its end the tap must not deliver any more events.
 /// Thread: main.
@@ -28,6 +29,7 @@ public:
     struct Key {
         std::int64_t code = 0; // Virtual key code.
         bool down = false;
+        bool isLate = false; // Counts, but is not to be heard.
 
         bool operator==(const Key&) const = default;
     };
@@ -49,7 +51,10 @@ public:
 
     using Event = std::variant<Key, Mouse, Scroll>;
 
-    /// `uptime` counts from any origin.
+    /// The greatest age of an event that is heard. An event without a time is always new.
+    static constexpr std::chrono::milliseconds lateness{200};
+
+    /// `uptime` is that of the events' times.
     InputMonitor(EventTap& tap, SecureInput& secureInput, Screens& screens,
                  std::function<std::chrono::nanoseconds()> uptime);
     InputMonitor(const InputMonitor&) = delete;
@@ -77,6 +82,7 @@ public:
 private:
     void handle(const RawEvent& event);
     [[nodiscard]] bool isSilenced();
+    [[nodiscard]] bool isLate(const RawEvent& event) const;
     [[nodiscard]] bool toggleModifier(std::int64_t code);
     [[nodiscard]] float pan(const RawEvent& event);
     void deliver(const Event& event);

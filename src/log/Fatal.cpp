@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "log/Fatal.h"
 
+#include "log/Log.h"
+
 #include <fmt/format.h>
 
 #include <cstdio>
@@ -13,6 +15,12 @@ void fatal(std::string_view message)
 {
     std::fputs(fmt::format("clavo: fatal error: {}\n", message).c_str(), stderr);
     std::abort();
+}
+
+void fatal(std::string_view message, std::string_view cause)
+{
+    log::writeErrorEverywhere(cause);
+    fatal(message);
 }
 
 } // namespace clavo

@@ -41,4 +41,12 @@ void write(Level level, std::string_view line)
     currentSink.load()(level, line);
 }
 
+void writeErrorEverywhere(std::string_view line)
+{
+    const Sink sink = currentSink;
+    sink(Level::error, line);
+    if (sink != writeToStandardError)
+        writeToStandardError(Level::error, line);
+}
+
 } // namespace clavo::log

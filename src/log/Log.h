@@ -33,6 +33,9 @@ void setThreshold(Level level);
 
 void write(Level level, std::string_view line);
 
+/// Writes an error to the receiver and, if that is another one, to the standard error.
+void writeErrorEverywhere(std::string_view line);
+
 // Each writes a formatted line; a line whose level is discarded is not even formatted.
 template <typename... Arguments>
 void debug(fmt::format_string<Arguments...> format, Arguments&&... arguments)

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "packs/BankLoader.h"
 #include "packs/SoundPack.h"
 #include "synth/AudioBuffer.h"
 #include "synth/SoundBank.h"
 #include "synth/SwitchSynth.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <set>
@@ -45,14 +45,8 @@ namespace clavo::PackLibrary
 [[nodiscard]] std::vector<SoundPack> packs(const std::filesystem::path& folder, bool isCustom,
                                            SoundPack::Part part = SoundPack::Part::all);
 
-/// The maximum size of all samples of one bank, in bytes. A full keyboard of half-second recordings
-/// takes a third of it.
-inline constexpr std::size_t bankBudget = std::size_t{256} << 20U;
-
-/// Decodes a pack's sounds; if `only` is given, of its scancodes alone. Loads presses, then
-/// releases, each in the order of their scancodes, until the budget is spent. A sound that cannot
-/// be loaded or has no room gives no entry; a sound without samples gives an entry without
-/// variants.
+/// Decodes a pack's sounds before it returns; if `only` is given, of its scancodes alone. See
+/// BankLoader for what is loaded.
 [[nodiscard]] SoundBank makeBank(const SoundPack& pack, const AudioFormat& format,
                                  const std::set<std::int64_t>* only = nullptr);
 

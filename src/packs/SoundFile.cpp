@@ -14,6 +14,7 @@
 #include <memory>
 #include <numeric>
 #include <span>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -25,7 +26,9 @@ namespace
 constexpr std::uint64_t maximumFileSize = 64U << 20U;
 constexpr double maximumSeconds = 120;
 constexpr double maximumFrames = maximumSeconds * 192000;
+// Of one step.
 constexpr std::size_t blockFrames = 4096;
+constexpr std::size_t blockSamples = std::size_t{1} << 16U;
 
 /// A file in memory for libsndfile. Reading from disk, the library makes a system call for every
 /// field of the header.
@@ -79,11 +82,6 @@ struct Closer {
     void operator()(SNDFILE* file) const { sf_close(file); }
 };
 
-struct Recording {
-    std::vector<float> samples;
-    double sampleRate = 0;
-};
-
 bool areNumbers(std::span<const float> samples)
 {
     return std::ranges::all_of(samples, [](float sample) { return std::isfinite(sample); });
@@ -103,94 +101,165 @@ void appendAverages(std::vector<float>& mono, std::span<const float> interleaved
     }
 }
 
-/// Decodes a whole file and mixes it down to mono. Nothing when it is not a sound file or exceeds
-/// the maximum length.
-std::optional<Recording> decode(std::string_view content)
-{
-    MemoryFile memory{content};
-    SF_VIRTUAL_IO access{sizeOf, seekIn, readFrom, /*write*/ nullptr, tellOf};
-    SF_INFO info{};
-    const std::unique_ptr<SNDFILE, Closer> file(sf_open_virtual(&access, SFM_READ, &info, &memory));
-    if (!file || info.channels < 1 || info.samplerate < 1)
-        return std::nullopt;
-
-    const auto channels = static_cast<std::size_t>(info.channels);
-    const double longest = std::min(maximumSeconds * info.samplerate, maximumFrames);
-    std::vector<float> interleaved(blockFrames * channels);
-    Recording recording{.samples = {}, .sampleRate = static_cast<double>(info.samplerate)};
-    for (;;) {
-        const sf_count_t frames = sf_readf_float(file.get(), interleaved.data(), blockFrames);
-        if (frames <= 0)
-            break;
-        const auto decoded =
-            std::span<const float>(interleaved).first(static_cast<std::size_t>(frames) * channels);
-        appendAverages(recording.samples, decoded, channels);
-        if (static_cast<double>(recording.samples.size()) > longest)
-            return std::nullopt;
-    }
-    if (sf_error(file.get()) != SF_ERR_NO_ERROR)
-        return std::nullopt;
-    return recording;
-}
-
 struct ResamplerDeleter {
     void operator()(soxr_t resampler) const { soxr_delete(resampler); }
 };
 
-/// The recording at another rate. Passed in blocks, because the resampler's memory grows step by
-/// step with the input that it is given at once.
-std::optional<std::vector<float>> resampled(const Recording& recording, double sampleRate)
+/// Reads the file, decodes it with its channels averaged, and converts it to the rate wanted, one
+/// after the other.
+class StepwiseDecoder final : public SoundDecoder
 {
-    const soxr_quality_spec_t quality = soxr_quality_spec(SOXR_HQ, 0);
-    const std::unique_ptr<soxr, ResamplerDeleter> resampler(
-        soxr_create(recording.sampleRate, sampleRate, 1, nullptr, nullptr, &quality, nullptr));
-    if (!resampler)
-        return std::nullopt;
+public:
+    StepwiseDecoder(std::filesystem::path path, const AudioFormat& format)
+        : m_path(std::move(path)), m_format(format)
+    {
+    }
 
-    const auto count = static_cast<double>(recording.samples.size());
-    std::span<const float> source = recording.samples;
-    std::vector<float> converted(
-        static_cast<std::size_t>(sampleRate / recording.sampleRate * count) + 1024);
-    std::span<float> room = converted;
-    for (;;) {
-        const auto block = source.first(std::min(source.size(), blockFrames));
+    [[nodiscard]] bool step() override
+    {
+        switch (m_stage) {
+        case Stage::reading:
+            m_stage = read() ? Stage::opening : Stage::failed;
+            break;
+        case Stage::opening:
+            m_stage = open() ? Stage::decoding : Stage::failed;
+            break;
+        case Stage::decoding:
+            m_stage = decodeBlock();
+            break;
+        case Stage::resampling:
+            m_stage = resampleBlock();
+            break;
+        case Stage::complete:
+        case Stage::failed:
+            break;
+        }
+        return m_stage != Stage::complete && m_stage != Stage::failed;
+    }
+
+    [[nodiscard]] std::optional<std::vector<float>> takeSamples() override
+    {
+        if (m_stage != Stage::complete)
+            return std::nullopt;
+        return std::move(m_resampler ? m_converted : m_samples);
+    }
+
+private:
+    enum class Stage { reading, opening, decoding, resampling, complete, failed };
+
+    [[nodiscard]] bool read()
+    {
+        if (m_format.channels != 1)
+            return false;
+        auto content = readRegularFile(m_path, maximumFileSize);
+        if (!content)
+            return false;
+        m_content = *std::move(content);
+        return true;
+    }
+
+    [[nodiscard]] bool open()
+    {
+        m_memory.content = m_content;
+        SF_VIRTUAL_IO access{sizeOf, seekIn, readFrom, /*write*/ nullptr, tellOf};
+        m_file.reset(sf_open_virtual(&access, SFM_READ, &m_info, &m_memory));
+        if (!m_file || m_info.channels < 1 || m_info.samplerate < 1)
+            return false;
+        const auto channels = static_cast<std::size_t>(m_info.channels);
+        m_interleaved.resize(std::clamp(blockSamples / channels, std::size_t{1}, blockFrames) *
+                             channels);
+        return true;
+    }
+
+    [[nodiscard]] Stage decodeBlock()
+    {
+        const auto channels = static_cast<std::size_t>(m_info.channels);
+        const auto wanted = static_cast<sf_count_t>(m_interleaved.size() / channels);
+        const sf_count_t frames = sf_readf_float(m_file.get(), m_interleaved.data(), wanted);
+        if (frames <= 0)
+            return sf_error(m_file.get()) == SF_ERR_NO_ERROR ? endDecoding() : Stage::failed;
+        const auto decoded = std::span<const float>(m_interleaved)
+                                 .first(static_cast<std::size_t>(frames) * channels);
+        const auto before = m_samples.size();
+        appendAverages(m_samples, decoded, channels);
+        const double longest = std::min(maximumSeconds * m_info.samplerate, maximumFrames);
+        const bool isTooLong = static_cast<double>(m_samples.size()) > longest;
+        return isTooLong || !areNumbers(std::span(m_samples).subspan(before)) ? Stage::failed
+                                                                              : Stage::decoding;
+    }
+
+    [[nodiscard]] Stage endDecoding()
+    {
+        m_file.reset();
+        m_content = {};
+        m_interleaved = {};
+        const double sampleRate = m_info.samplerate;
+        if (m_samples.empty() || sampleRate == m_format.sampleRate)
+            return Stage::complete;
+
+        const soxr_quality_spec_t quality = soxr_quality_spec(SOXR_HQ, 0);
+        m_resampler.reset(
+            soxr_create(sampleRate, m_format.sampleRate, 1, nullptr, nullptr, &quality, nullptr));
+        m_source = m_samples;
+        m_converted.resize(static_cast<std::size_t>(m_format.sampleRate / sampleRate *
+                                                    static_cast<double>(m_samples.size())) +
+                           1024);
+        m_room = m_converted;
+        return m_resampler ? Stage::resampling : Stage::failed;
+    }
+
+    /// Passes one block, because the resampler's memory grows step by step with the input that it
+    /// is given at once.
+    [[nodiscard]] Stage resampleBlock()
+    {
+        const auto block = m_source.first(std::min(m_source.size(), blockFrames));
+        const auto room = m_room.first(std::min(m_room.size(), blockSamples));
         const float* const input = block.empty() ? nullptr : block.data(); // Null ends the input.
         std::size_t taken = 0;
         std::size_t given = 0;
-        if (soxr_process(resampler.get(), input, block.size(), &taken, room.data(), room.size(),
-                         &given) != nullptr)
-            return std::nullopt;
-        source = source.subspan(taken);
-        room = room.subspan(given);
-        if (taken == 0 && given == 0)
-            break;
+        if (soxr_process(m_resampler.get(), input, block.size(), &taken, room.data(), room.size(),
+                         &given) != nullptr ||
+            !areNumbers(room.first(given)))
+            return Stage::failed;
+        m_source = m_source.subspan(taken);
+        m_room = m_room.subspan(given);
+        if (taken > 0 || given > 0)
+            return Stage::resampling;
+        m_converted.resize(m_converted.size() - m_room.size());
+        return m_source.empty() ? Stage::complete : Stage::failed;
     }
-    if (!source.empty())
-        return std::nullopt;
-    converted.resize(converted.size() - room.size());
-    return converted;
-}
+
+    std::filesystem::path m_path;
+    AudioFormat m_format;
+    Stage m_stage = Stage::reading;
+    std::string m_content; // Of the file.
+    MemoryFile m_memory;
+    SF_INFO m_info{};
+    std::unique_ptr<SNDFILE, Closer> m_file;
+    std::vector<float> m_interleaved; // One block.
+    std::vector<float> m_samples;     // At the file's rate.
+
+    std::unique_ptr<soxr, ResamplerDeleter> m_resampler; // Null if the rate is the one wanted.
+    std::span<const float> m_source;                     // What is left of the samples.
+    std::vector<float> m_converted;
+    std::span<float> m_room; // The unused end of it.
+};
 
 } // namespace
+
+std::unique_ptr<SoundDecoder> makeSoundDecoder(std::filesystem::path path,
+                                               const AudioFormat& format)
+{
+    return std::make_unique<StepwiseDecoder>(std::move(path), format);
+}
 
 std::optional<std::vector<float>> loadSound(const std::filesystem::path& path,
                                             const AudioFormat& format)
 {
-    if (format.channels != 1)
-        return std::nullopt;
-    const auto content = readRegularFile(path, maximumFileSize);
-    if (!content)
-        return std::nullopt;
-    auto recording = decode(*content);
-    if (!recording || !areNumbers(recording->samples))
-        return std::nullopt;
-    if (recording->samples.empty() || recording->sampleRate == format.sampleRate)
-        return std::move(recording->samples);
-
-    auto converted = resampled(*recording, format.sampleRate);
-    if (!converted || !areNumbers(*converted))
-        return std::nullopt;
-    return converted;
+    StepwiseDecoder decoder(path, format);
+    while (decoder.step()) {
+    }
+    return decoder.takeSamples();
 }
 
 } // namespace clavo

@@ -4,11 +4,29 @@
 #include "synth/AudioBuffer.h"
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <vector>
 
 namespace clavo
 {
+
+/// A sound file that is being decoded, in steps of a few milliseconds even if it is long.
+class SoundDecoder
+{
+public:
+    virtual ~SoundDecoder() = default;
+
+    /// Decodes a little more; false when there is no more to do.
+    [[nodiscard]] virtual bool step() = 0;
+
+    /// What loadSound() returns, after the last step. To be taken once.
+    [[nodiscard]] virtual std::optional<std::vector<float>> takeSamples() = 0;
+};
+
+/// A decoder for loading a sound as loadSound() does. Reads nothing before its first step.
+[[nodiscard]] std::unique_ptr<SoundDecoder> makeSoundDecoder(std::filesystem::path path,
+                                                             const AudioFormat& format);
 
 /// Decodes a sound file, whose type is determined by its content, averages its channels and
 /// converts it to the format's rate. A file without frames gives no samples.

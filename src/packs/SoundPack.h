@@ -42,7 +42,11 @@ inline constexpr std::array allPackCategories{PackCategory::linear, PackCategory
 struct SoundPack {
     using SoundNames = std::map<std::int64_t, std::string>; // Scancode → file name without ".wav".
 
-    std::string id; // The manifest's; with the prefix "custom:" for a pack of the user.
+    /// The most characters of a text that is shown.
+    static constexpr std::size_t textLimit = 200;
+
+    std::string id; // The manifest's, as written; with the prefix "custom:" for a pack of the user.
+    // Texts to show: printable() and not longer than the limit.
     std::string name;
     std::string detail;
     PackCategory category = PackCategory::special;

@@ -52,8 +52,13 @@ bool isDirectionMark(char32_t code)
 
 std::string printable(std::string_view text)
 {
+    return printable(text, text.size());
+}
+
+std::string printable(std::string_view text, std::size_t limit)
+{
     std::string shown;
-    while (!text.empty()) {
+    for (; !text.empty() && limit > 0; --limit) {
         const auto character = firstCharacter(text);
         const auto length = character ? character->length : 1;
         if (character && !isControl(character->code) && !isDirectionMark(character->code))

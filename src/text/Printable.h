@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -11,5 +12,8 @@ namespace clavo
 /// included, and without the marks that change the direction of text. U+FFFD replaces each such
 /// character and each byte that is not UTF-8.
 [[nodiscard]] std::string printable(std::string_view text);
+
+/// The same of the text's first `limit` characters.
+[[nodiscard]] std::string printable(std::string_view text, std::size_t limit);
 
 } // namespace clavo

@@ -45,7 +45,7 @@ public:
     {
         const auto makeTimer = [this] { return time.makeTimer(); };
         return {
-            .uptime = [this] { return bootedFor + time.now(); },
+            .uptime = [this] { return bootedFor + time.now() + (worked += workPerLook); },
             .makeTimer = makeTimer,
             .askFreshProcess = [this](QObject* /*asker*/,
                                       auto receiver) { freshProcess = std::move(receiver); },
@@ -86,6 +86,9 @@ public:
         std::chrono::seconds(1'750'075'200)};
 
     SimulatedTime time; // Of the main queue, and how far both clocks are past their start.
+    /// What the program works between two looks at the uptime, and has worked altogether.
+    std::chrono::milliseconds workPerLook{0};
+    std::chrono::milliseconds worked{0};
     std::function<void(bool granted)> freshProcess; // Answers the latest question; empty before.
 
     Platform services;

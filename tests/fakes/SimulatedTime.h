@@ -35,13 +35,17 @@ public:
     void advance(milliseconds duration)
     {
         const auto end = m_now + duration;
-        while (!m_calls.empty() && m_calls.front().deadline <= end) {
-            const Call call = std::move(m_calls.front());
-            m_calls.erase(m_calls.begin());
-            m_now = call.deadline;
-            call.due();
-        }
+        while (!m_calls.empty() && m_calls.front().deadline <= end)
+            makeNextCall();
         m_now = end;
+    }
+    /// Lets time pass until the next call, which there is, and makes that one alone.
+    void makeNextCall()
+    {
+        const Call call = std::move(m_calls.front());
+        m_calls.erase(m_calls.begin());
+        m_now = call.deadline;
+        call.due();
     }
     /// Lets time pass until the next call, if there is one.
     void elapse() { advance(untilNext().value_or(milliseconds(0))); }

@@ -98,6 +98,8 @@ std::span<const RawEvent> EvdevDecoder::decode(Device device, const DeviceEvent&
         if (width > 0)
             m_pointer.place((event.value - least) / width, screens.extents());
     }
+    for (auto& raw : m_decoded)
+        raw.time = event.time;
     return m_decoded;
 }
 

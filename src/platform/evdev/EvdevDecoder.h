@@ -6,6 +6,7 @@
 #include "platform/evdev/EvdevKeys.h"
 #include "platform/evdev/Mouse.h"
 
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -43,6 +44,7 @@ struct DeviceEvent {
     std::uint16_t type = 0;
     std::uint16_t code = 0;
     std::int32_t value = 0;
+    std::optional<std::chrono::nanoseconds> time = std::nullopt; // As in RawEvent.
 };
 
 /// Merges the events of all devices into one stream of raw events.

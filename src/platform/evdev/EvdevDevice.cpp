@@ -8,7 +8,9 @@
 
 #include <bitset>
 #include <cerrno>
+#include <chrono>
 #include <cstddef>
+#include <ctime>
 #include <initializer_list>
 
 namespace clavo::evdev
@@ -37,6 +39,13 @@ bool isDeviceNode(const std::filesystem::path& node)
 void EvdevDevice::Free::operator()(libevdev* device) const noexcept
 {
     libevdev_free(device);
+}
+
+// The clock is chosen before the first event is read: the kernel drops what is waiting.
+EvdevDevice::EvdevDevice(int file) : m_file(file)
+{
+    int clock = CLOCK_MONOTONIC;
+    m_usesSteadyClock = file >= 0 && ::ioctl(file, EVIOCSCLOCKID, &clock) == 0;
 }
 
 std::unique_ptr<EvdevDevice> EvdevDevice::open(const std::filesystem::path& node)
@@ -93,6 +102,9 @@ EvdevDevice::Outcome EvdevDevice::read(DeviceEvent& event)
     if (status != LIBEVDEV_READ_STATUS_SUCCESS)
         return status == -EAGAIN || status == -EINTR ? Outcome::nothingMore : Outcome::gone;
     event = {.type = read.type, .code = read.code, .value = read.value};
+    if (m_usesSteadyClock)
+        event.time = std::chrono::seconds(read.input_event_sec) +
+                     std::chrono::microseconds(read.input_event_usec);
     return Outcome::event;
 }
 

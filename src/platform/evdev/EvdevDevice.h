@@ -51,10 +51,11 @@ private:
         void operator()(libevdev* device) const noexcept;
     };
 
-    explicit EvdevDevice(int file) : m_file(file) {}
+    explicit EvdevDevice(int file);
     [[nodiscard]] bool has(unsigned int type, unsigned int code) const;
 
     Descriptor m_file;
+    bool m_usesSteadyClock = false; // For the times of the events.
     std::unique_ptr<libevdev, Free> m_device;
 };
 

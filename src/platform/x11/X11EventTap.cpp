@@ -3,6 +3,7 @@
 
 #include "log/Log.h"
 #include "platform/evdev/EvdevKeys.h"
+#include "platform/x11/ServerClock.h"
 #include "platform/x11/XServer.h"
 
 #include <xcb/xinput.h>
@@ -106,6 +107,7 @@ private:
     struct Click {
         std::uint32_t type = 0;
         unsigned int query = 0; // The request for the pointer's position.
+        std::chrono::nanoseconds time{0};
     };
 
     [[nodiscard]] bool prepareConnection() override
@@ -130,16 +132,16 @@ private:
         const auto& raw = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
         switch (generic.event_type) {
         case XCB_INPUT_RAW_KEY_PRESS:
-            deliver(m_keys.press(raw.detail - firstKeycode));
+            deliverKey(m_keys.press(raw.detail - firstKeycode), raw.time);
             break;
         case XCB_INPUT_RAW_KEY_RELEASE:
-            deliver(m_keys.release(raw.detail - firstKeycode));
+            deliverKey(m_keys.release(raw.detail - firstKeycode), raw.time);
             break;
         case XCB_INPUT_RAW_BUTTON_PRESS:
-            handleClick(raw.deviceid, typeOfButton(raw.detail, /*isPress=*/true));
+            handleClick(raw, typeOfButton(raw.detail, /*isPress=*/true));
             break;
         case XCB_INPUT_RAW_BUTTON_RELEASE:
-            handleClick(raw.deviceid, typeOfButton(raw.detail, /*isPress=*/false));
+            handleClick(raw, typeOfButton(raw.detail, /*isPress=*/false));
             break;
         case XCB_INPUT_RAW_MOTION:
             if (const auto moved = std::exchange(m_moved, nullptr)) {
@@ -165,13 +167,14 @@ private:
             if (*position)
                 m_pointerX = (*position)->root_x / 65536.0;
             m_clicks.pop_front();
-            deliver(RawEvent{.type = click.type, .x = m_pointerX});
+            deliver(RawEvent{.type = click.type, .x = m_pointerX, .time = click.time});
         }
     }
 
     void handleLoss() override
     {
         m_clicks.clear();
+        m_clock = {};
         log::notice("serveur X perdu : écoute interrompue");
         for (const auto& event : m_keys.releaseAll())
             deliver(event);
@@ -216,14 +219,26 @@ private:
 
     /// Asks for the pointer's position without waiting: while another client grabs the server no
     /// reply comes.
-    void handleClick(xcb_input_device_id_t pointer, std::optional<std::uint32_t> type)
+    void handleClick(const xcb_input_raw_key_press_event_t& raw, std::optional<std::uint32_t> type)
     {
         if (!type)
             return;
-        const auto query =
-            xcb_input_xi_query_pointer(m_server.connection(), m_server.desktop().root, pointer);
-        m_clicks.push_back({.type = *type, .query = query.sequence});
+        const auto query = xcb_input_xi_query_pointer(m_server.connection(),
+                                                      m_server.desktop().root, raw.deviceid);
+        m_clicks.push_back({.type = *type, .query = query.sequence, .time = steadyTime(raw.time)});
         m_server.noteRequests();
+    }
+
+    void deliverKey(std::optional<RawEvent> event, xcb_timestamp_t time)
+    {
+        if (event)
+            event->time = steadyTime(time);
+        deliver(event);
+    }
+
+    [[nodiscard]] std::chrono::nanoseconds steadyTime(xcb_timestamp_t time)
+    {
+        return m_clock.steadyTime(time, std::chrono::steady_clock::now().time_since_epoch());
     }
 
     void deliver(const std::optional<RawEvent>& event)
@@ -234,6 +249,7 @@ private:
 
     XServer m_server;
     std::uint8_t m_extension = 0; // The number of XInput on this server.
+    ServerClock m_clock;
     EventMask m_mask = 0;
     Receiver m_receiver;
     std::function<void()> m_moved; // Called at the next motion.

@@ -177,6 +177,25 @@ TEST_F(EvdevDevicesTest, AReleaseAmongLostEventsLetsTheKeyBePressedAgain)
     EXPECT_EQ(events[2], keyDown(letterA)); // And no repeat.
 }
 
+TEST_F(EvdevDevicesTest, EventsHaveTheTimesAtWhichTheyHappened)
+{
+    const auto now = [] { return std::chrono::steady_clock::now().time_since_epoch(); };
+    ASSERT_TRUE(listen());
+
+    const auto begin = now();
+    keyboard().strike(KEY_A);
+    rig.click(true, 10);
+    rig.wheel(10);
+    const auto end = now();
+
+    ASSERT_TRUE(untilEvents(4));
+    for (const auto& event : events) {
+        ASSERT_TRUE(event.time);
+        EXPECT_GE(*event.time, begin - std::chrono::microseconds(1)); // Rounded down by the kernel.
+        EXPECT_LE(*event.time, end);
+    }
+}
+
 TEST_F(EvdevDevicesTest, TheKernelsRepeatsAreMarked)
 {
     ASSERT_TRUE(listen());

@@ -1,17 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/user/ProgramFixture.h"
+#include "input/InputMonitor.h"
 
 #include <QDate>
 
+#include <signal.h>
+
 #include <algorithm>
+#include <chrono>
 #include <set>
 #include <string>
+#include <thread>
 
 namespace clavo
 {
 namespace
 {
 
+using namespace std::chrono_literals;
 using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;
@@ -53,6 +59,25 @@ TEST_F(Typing, IsHeardAndCounted)
 
     EXPECT_TRUE(EventLoop::until([&] { return peak(recorder.recording()) > 0.01F; }));
     EXPECT_TRUE(becomes(statsFile(), "total", 5));
+}
+
+TEST_F(Typing, WhileTheProgramIsStoppedIsCountedAndSilent)
+{
+    RunningProgram program(user.path());
+    ASSERT_TRUE(program.listens());
+    hands.strike(keyA);
+    ASSERT_TRUE(program.says("clavo: touche relâchée, son: true"));
+
+    ASSERT_EQ(::kill(static_cast<pid_t>(program.processId()), SIGSTOP), 0);
+    for (int key = 0; key < 5; ++key)
+        hands.strike(keyA);
+    std::this_thread::sleep_for(InputMonitor::lateness + 200ms);
+    ASSERT_EQ(::kill(static_cast<pid_t>(program.processId()), SIGCONT), 0);
+
+    EXPECT_TRUE(program.says("clavo: touche relâchée, son: false"));
+    EXPECT_TRUE(becomes(statsFile(), "total", 6));
+    EXPECT_EQ(std::ranges::count(program.logLines(), "clavo: touche appuyée, son: true"), 1);
+    EXPECT_EQ(std::ranges::count(program.logLines(), "clavo: touche appuyée, son: false"), 5);
 }
 
 TEST_F(Typing, WithTheSoundsOffIsCountedAndSilent)

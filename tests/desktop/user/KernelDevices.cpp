@@ -90,6 +90,7 @@ public:
     [[nodiscard]] bool isHeard(const evdev::DeviceEvent& event);
     void setGone() { m_isGone = true; }
     [[nodiscard]] bool isGone() const { return m_isGone; }
+    [[nodiscard]] clockid_t clock() const { return m_clock; }
 
     /// Answers these questions from the shared knowledge for as long as it is asked.
     static void connect(UMockdevIoctlBase* answers, const std::shared_ptr<Knowledge>& shared);
@@ -99,12 +100,14 @@ private:
     static gboolean refuse(UMockdevIoctlBase* base, UMockdevIoctlClient* client, gpointer self);
     [[nodiscard]] std::optional<std::vector<std::uint8_t>> answerTo(unsigned long request);
     void leaveOut(UMockdevIoctlData* argument);
+    void chooseClock(UMockdevIoctlData* argument);
 
     DeviceKind m_kind;
     std::mutex m_mutex;
     std::set<std::uint16_t> m_down;
     std::map<std::uint32_t, std::vector<std::uint8_t>> m_masks; // Of the codes of a type of event.
     std::atomic<bool> m_isGone = false;
+    std::atomic<clockid_t> m_clock = CLOCK_REALTIME; // Of the events' times.
 };
 
 void KernelDevice::Knowledge::connect(UMockdevIoctlBase* answers,
@@ -154,6 +157,8 @@ gboolean KernelDevice::Knowledge::answer(UMockdevIoctlBase* /*base*/, UMockdevIo
         umockdev_ioctl_client_complete(client, 0, 0);
         return TRUE;
     }
+    if (request == EVIOCSCLOCKID)
+        knowledge.chooseClock(umockdev_ioctl_client_get_arg(client));
     const auto reply = knowledge.answerTo(request);
     if (!reply) {
         umockdev_ioctl_client_complete(client, -1, EINVAL);
@@ -179,6 +184,15 @@ void KernelDevice::Knowledge::leaveOut(UMockdevIoctlData* argument)
     const std::scoped_lock lock(m_mutex);
     m_masks[mask.type].assign(codes->data, codes->data + mask.codes_size);
     umockdev_ioctl_data_unref(codes);
+    umockdev_ioctl_data_unref(question);
+}
+
+void KernelDevice::Knowledge::chooseClock(UMockdevIoctlData* argument)
+{
+    auto* const question = umockdev_ioctl_data_resolve(argument, 0, sizeof(int), nullptr);
+    int clock = 0;
+    std::memcpy(&clock, question->data, sizeof clock);
+    m_clock = clock;
     umockdev_ioctl_data_unref(question);
 }
 
@@ -327,9 +341,13 @@ void KernelDevice::sendAll(const std::vector<evdev::DeviceEvent>& events) const
 
 bool KernelDevice::write(const std::vector<evdev::DeviceEvent>& events) const
 {
+    timespec now{};
+    ::clock_gettime(m_knowledge->clock(), &now);
     std::vector<input_event> told;
     for (const auto& event : events) {
         input_event each{};
+        each.input_event_sec = now.tv_sec;
+        each.input_event_usec = now.tv_nsec / 1000;
         each.type = event.type;
         each.code = event.code;
         each.value = event.value;

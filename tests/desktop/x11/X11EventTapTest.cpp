@@ -7,8 +7,11 @@
 
 #include <linux/input-event-codes.h>
 
+#include <algorithm>
+#include <chrono>
 #include <initializer_list>
 #include <set>
+#include <thread>
 
 namespace clavo
 {
@@ -74,6 +77,37 @@ TEST_F(X11EventTapTest, EveryModifierArrivesAsFlagsChangedForPressAndRelease)
 
     EXPECT_THAT(events, SizeIs(18));
     EXPECT_THAT(events, Each(Field(&RawEvent::type, RawEventType::flagsChanged)));
+}
+
+TEST_F(X11EventTapTest, EventsHaveTheTimesAtWhichTheyHappened)
+{
+    const auto now = [] { return std::chrono::steady_clock::now().time_since_epoch(); };
+    // What the quickest of these takes to arrive is taken for the difference of the clocks.
+    auto quickest = 1000ms;
+    listen();
+    for (int i = 0; i < 20; ++i) {
+        const auto before = now();
+        hands.strike(KEY_S);
+        ASSERT_TRUE(EventLoop::until([&] { return events.size() == 2U * (i + 1); }));
+        quickest = std::min(quickest, std::chrono::ceil<std::chrono::milliseconds>(now() - before));
+    }
+    settle();
+    events.clear();
+
+    const auto begin = now();
+    hands.strike(KEY_A);
+    hands.click(1);
+    hands.click(4);
+    const auto end = now();
+    while (now() < end + 2 * quickest + 50ms) // While the program sleeps.
+        std::this_thread::sleep_for(10ms);
+
+    ASSERT_TRUE(untilEvents(5));
+    for (const auto& event : events) {
+        ASSERT_TRUE(event.time);
+        EXPECT_GE(*event.time, begin - 2ms);
+        EXPECT_LE(*event.time, end + quickest + 2ms);
+    }
 }
 
 TEST_F(X11EventTapTest, AHeldKeyDoesNotRepeat)

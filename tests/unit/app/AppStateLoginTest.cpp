@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "AppStateFixture.h"
+#include "unit/app/AppStateFixture.h"
 
 #include <gmock/gmock.h>
 

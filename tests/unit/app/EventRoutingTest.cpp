@@ -235,6 +235,23 @@ TEST_F(EventRouting, KeysLeaveNoLineUnlessDebugging)
     EXPECT_THAT(logged.lines(), IsEmpty());
 }
 
+TEST_F(EventRouting, KeysThatComeLateAreCountedAndSilent)
+{
+    time.advance(1s);
+    const auto pressAt = [this](std::chrono::nanoseconds uptime) {
+        tap->deliver({.type = RawEventType::keyDown, .keyCode = keyA, .time = uptime});
+    };
+    const auto now = platform.bootedFor + time.now();
+
+    for (int press = 0; press < 10; ++press)
+        pressAt(now - 201ms);
+    EXPECT_EQ(state().stats()->total(), 10);
+    EXPECT_EQ(played(), 0);
+
+    pressAt(now - 200ms);
+    EXPECT_EQ(played(), 1);
+}
+
 TEST_F(EventRouting, PointerMotionWakesAPausedOutput)
 {
     press(keyA);

@@ -231,6 +231,41 @@ TEST_F(InputMonitorTest, TellsWhenTheLastEventCameAlsoOneThatIsSecret)
     EXPECT_EQ(monitor.lastEvent(), 13s);
 }
 
+TEST_F(InputMonitorTest, KeysThatComeLateAreMarked)
+{
+    listen();
+    uptime = 10s;
+    const auto deliver = [this](std::uint32_t type, std::chrono::milliseconds age) {
+        tap.deliver({.type = type, .keyCode = 56, .time = uptime - age});
+    };
+
+    for (const auto type :
+         {RawEventType::keyDown, RawEventType::keyUp, RawEventType::flagsChanged}) {
+        deliver(type, 201ms);
+        deliver(type, 200ms);
+    }
+    deliver(RawEventType::keyDown, -1s); // Of a clock that is ahead.
+
+    EXPECT_THAT(events,
+                ElementsAre(Key{56, true, true}, Key{56, true}, Key{56, false, true},
+                            Key{56, false}, Key{56, true, true}, Key{56, false}, Key{56, true}));
+}
+
+TEST_F(InputMonitorTest, ClicksAndTicksThatComeLateAreDropped)
+{
+    listen();
+    uptime = 10s;
+
+    for (const auto type :
+         {RawEventType::leftMouseDown, RawEventType::leftMouseUp, RawEventType::rightMouseDown,
+          RawEventType::rightMouseUp, RawEventType::scrollWheel})
+        tap.deliver({.type = type, .time = uptime - 201ms});
+    EXPECT_THAT(events, IsEmpty());
+
+    tap.deliver({.type = RawEventType::leftMouseDown, .time = uptime - 200ms});
+    EXPECT_THAT(events, SizeIs(1));
+}
+
 TEST_F(InputMonitorTest, SecureInputIsNotedOncePerStretch)
 {
     listen();

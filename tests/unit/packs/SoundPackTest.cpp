@@ -2,12 +2,14 @@
 #include "packs/SoundPack.h"
 
 #include "fakes/TemporaryFolder.h"
+#include "log/Log.h"
 #include "unit/packs/PackFiles.h"
 
 #include <gmock/gmock.h>
 
 #include <sys/stat.h>
 
+#include <iostream>
 #include <limits>
 #include <unistd.h>
 
@@ -18,6 +20,7 @@ namespace
 
 namespace fs = std::filesystem;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Pair;
 
@@ -85,6 +88,23 @@ TEST_F(SoundPackTest, UnknownCategoryOfABuiltInPackIsSpecial)
 
     write(manifestText("", "", "id", "name", "custom"));
     EXPECT_EQ(loaded()->category, PackCategory::custom);
+}
+
+TEST_F(SoundPackTest, TextsToShowAreCutAndWithoutControlCharacters)
+{
+    std::string snow;
+    for (int i = 0; i < 200; ++i)
+        snow += "☃";
+    write(R"({"id": "a\u001b[2J", "name": "\u001b]0;owned\u0007\u202e", "detail": ")" + snow +
+          R"(☃", "category": "", "credit": "one\ntwo", "press": {}, "release": {}})");
+
+    const auto pack = loaded(true);
+
+    ASSERT_TRUE(pack);
+    EXPECT_EQ(pack->name, "\ufffd]0;owned\ufffd\ufffd");
+    EXPECT_EQ(pack->detail, snow);
+    EXPECT_EQ(pack->credit, "one\ufffdtwo");
+    EXPECT_EQ(pack->id, "custom:a\x1b[2J") << "another id is another pack";
 }
 
 TEST_F(SoundPackTest, PacksAreEqualWhenTheirIdsAre)
@@ -159,6 +179,23 @@ TEST_F(SoundPackDeathTest, OneNumberWrittenTwiceStopsTheProgram)
 
     write(manifestText("", R"("-0": "a", "+0": "b")"));
     EXPECT_DEATH((void)loaded(), "Duplicate values for key: '0'\n");
+}
+
+TEST_F(SoundPackDeathTest, FolderOfThePackThatStopsTheProgramIsLoggedFirst)
+{
+    write(manifestText(R"("30": "a", "+30": "b")"));
+    const auto loadWithAJournal = [this] {
+        log::setSink([](log::Level level, std::string_view line) {
+            std::cerr << "journal " << (level == log::Level::error) << ": " << line << '\n';
+        });
+        (void)loaded();
+    };
+
+    const auto line =
+        "pack du dossier " + m_folder.native() + " : le code de touche 30 y est deux fois\n";
+    const auto end = "clavo: fatal error: Duplicate values for key: '30'\n";
+    EXPECT_DEATH((void)loaded(), HasSubstr("clavo: " + line + end)) << "without a journal";
+    EXPECT_DEATH(loadWithAJournal(), HasSubstr("journal 1: " + line + "clavo: " + line + end));
 }
 
 TEST_F(SoundPackTest, FolderWithoutAManifestIsNoPack)

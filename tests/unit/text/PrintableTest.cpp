@@ -25,6 +25,14 @@ TEST(Printable, ControlCharactersAreReplaced)
     EXPECT_EQ(printable("\u0080\u009b31m\u009f"), "\ufffd\ufffd31m\ufffd");
 }
 
+TEST(Printable, LongTextIsCutBetweenCharacters)
+{
+    EXPECT_EQ(printable("☃☃☃", 2), "☃☃");
+    EXPECT_EQ(printable("☃☃☃", 3), "☃☃☃");
+    EXPECT_EQ(printable("\nb\xff☃", 3), "\ufffdb\ufffd");
+    EXPECT_EQ(printable("a", 0), "");
+}
+
 TEST(Printable, DirectionMarksAreReplaced)
 {
     for (const auto mark : {"\u061c"sv, "\u200e"sv, "\u200f"sv, "\u202a"sv, "\u202b"sv, "\u202c"sv,

@@ -77,6 +77,26 @@ TEST_F(AppStateMemoryTest, PackThatCannotBeLoadedLeavesTheSelectedOne)
     EXPECT_GT(heard()[0], 0.0F);
 }
 
+TEST_F(AppStateMemoryTest, PackThatFailsWhileTheMainLoopTurnsLeavesTheSelectedOne)
+{
+    state();
+    const QSignalSpy selections(&state(), &AppState::packIDChanged);
+    platform.workPerLook = 10ms;
+    state().setPackID("long");
+    EXPECT_EQ(state().packID(), "long");
+    {
+        const MemoryLimit limit(memory);
+        time.advance(0ms);
+    }
+
+    EXPECT_THAT(logged.lines().back(), StartsWith("pack long impossible à charger : "));
+    EXPECT_EQ(state().packID(), "cherrymx-red-abs");
+    EXPECT_EQ(state().selectedPackName(), "cherrymx-red-abs");
+    EXPECT_EQ(selections.count(), 2);
+    EXPECT_THAT(defaults->written, Not(Contains(Key("packID"))));
+    EXPECT_EQ(state().sound().keyBank().press.size(), 1U);
+}
+
 TEST_F(AppStateMemoryTest, StartsWithAPackThatCannotBeLoaded)
 {
     defaults->written["packID"] = std::string("long");

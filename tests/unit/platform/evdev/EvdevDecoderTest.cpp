@@ -75,6 +75,23 @@ TEST_F(EvdevDecoderTest, TheSameKeyOfTwoKeyboardsIsPressedTwice)
     EXPECT_THAT(key(second, KEY_S, 1), ElementsAre(isKey(RawEventType::keyDown, 1)));
 }
 
+TEST_F(EvdevDecoderTest, RawEventsHaveTheTimeOfTheKernels)
+{
+    using namespace std::chrono_literals;
+    decoder.add(3, {.hasButtons = true, .hasWheel = true}, {});
+    const auto timeOf = [this](EvdevDecoder::Device device, DeviceEvent event) {
+        event.time = 12'345ms;
+        const auto decoded = decoder.decode(device, event, desktop);
+        return decoded.empty() ? std::nullopt : decoded.back().time;
+    };
+
+    EXPECT_EQ(timeOf(first, {.type = EV_KEY, .code = KEY_S, .value = 1}), 12'345ms);
+    EXPECT_EQ(timeOf(first, {.type = EV_KEY, .code = shift, .value = 1}), 12'345ms);
+    EXPECT_EQ(timeOf(3, {.type = EV_KEY, .code = BTN_LEFT, .value = 1}), 12'345ms);
+    EXPECT_EQ(timeOf(3, {.type = EV_REL, .code = REL_WHEEL, .value = 1}), 12'345ms);
+    EXPECT_THAT(key(second, KEY_S, 1), ElementsAre(Field(&RawEvent::time, std::nullopt)));
+}
+
 TEST_F(EvdevDecoderTest, AModifierOfTwoKeyboardsGoesDownWithTheFirstAndUpWithTheLast)
 {
     EXPECT_THAT(key(first, shift, 1), ElementsAre(isKey(RawEventType::flagsChanged, 56)));
