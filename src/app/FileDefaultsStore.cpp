@@ -27,6 +27,9 @@ using nlohmann::json;
 
 // Far more than all settings need; a larger file is not a settings file.
 constexpr std::uint64_t greatestSize = 1 << 20;
+// So does a deeper one, and writing goes a call deeper with every level: some ten thousand of them
+// would use up the stack.
+constexpr int greatestDepth = 64;
 
 std::optional<DefaultsValue> fromJson(const json& stored)
 {
@@ -48,8 +51,13 @@ std::optional<json> readObject(const std::filesystem::path& file)
     const auto text = readRegularFile(file, greatestSize);
     if (!text)
         return std::nullopt;
-    auto object = json::parse(*text, nullptr, /*allow_exceptions=*/false);
-    return object.is_object() ? std::optional(std::move(object)) : std::nullopt;
+    bool isTooDeep = false;
+    const auto isKept = [&](int depth, json::parse_event_t, const json&) {
+        isTooDeep = isTooDeep || depth > greatestDepth;
+        return !isTooDeep;
+    };
+    auto object = json::parse(*text, isKept, /*allow_exceptions=*/false);
+    return object.is_object() && !isTooDeep ? std::optional(std::move(object)) : std::nullopt;
 }
 
 class FileDefaultsStore final : public DefaultsStore

@@ -108,6 +108,18 @@ TEST_F(FileDefaultsStoreTest, MembersOfAnotherVersionAreKept)
     EXPECT_THAT(store()->value("enabled"), Optional(DefaultsValue(false)));
 }
 
+TEST_F(FileDefaultsStoreTest, MemberThatIsNestedWithoutEndIsSetAsideWithItsFile)
+{
+    const auto text =
+        R"({"future": )" + std::string(400'000, '[') + std::string(400'000, ']') + "}";
+    write(text);
+
+    store()->setValue("enabled", false);
+
+    EXPECT_THAT(store()->value("enabled"), Optional(DefaultsValue(false)));
+    EXPECT_TRUE(contents(m_file.native() + ".broken") == text);
+}
+
 TEST_F(FileDefaultsStoreTest, RemovedValueIsForgottenAcrossARestart)
 {
     const auto first = store();
