@@ -11,6 +11,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -68,19 +69,12 @@ public:
     {
         if (m_changes == DefaultsChanges::written)
             removeAbandoned(m_file.parent_path());
-        std::error_code error;
-        if (!std::filesystem::exists(m_file, error))
+        if (!fileExists())
             return;
-        if (auto object = readObject(m_file)) {
+        if (auto object = readObject(m_file))
             m_stored = std::move(*object);
-            return;
-        }
-        if (m_changes == DefaultsChanges::forgotten)
-            return;
-        auto aside = m_file;
-        aside += ".broken";
-        std::filesystem::rename(m_file, aside, error);
-        log::error("réglages illisibles, mis de côté : {}", log::Private{aside.native()});
+        else if (m_changes == DefaultsChanges::written)
+            static_cast<void>(setFileAside());
     }
 
     void registerDefaults(std::map<std::string, DefaultsValue, std::less<>> defaults) override
@@ -103,7 +97,7 @@ public:
     void setValue(std::string_view key, DefaultsValue value) override
     {
         std::visit([&](auto& typed) { m_stored[std::string(key)] = std::move(typed); }, value);
-        write();
+        write(key);
     }
 
     void removeValue(std::string_view key) override
@@ -112,29 +106,84 @@ public:
         if (member == m_stored.end())
             return;
         m_stored.erase(member);
-        write();
+        write(key);
     }
 
 private:
+    [[nodiscard]] bool fileExists() const
+    {
+        std::error_code error;
+        return std::filesystem::exists(m_file, error);
+    }
+
+    /// Whether the file is small enough for settings, but the system did not let it be read: for
+    /// lack of descriptors, for example.
+    [[nodiscard]] bool fileIsOutOfReach() const
+    {
+        std::error_code error;
+        const auto size = std::filesystem::file_size(m_file, error);
+        return !error && size <= greatestSize && !readRegularFile(m_file, greatestSize);
+    }
+
+    [[nodiscard]] std::error_code setFileAside() const
+    {
+        const auto error = setAside(m_file);
+        if (error)
+            log::error("réglages illisibles : {}", error.message());
+        else
+            log::error("réglages illisibles, mis de côté : {}", log::Private{m_file.native()});
+        return error;
+    }
+
+    std::error_code writeFile(const json& content) const
+    {
+        const auto text =
+            content.dump(4, ' ', /*ensure_ascii=*/false, json::error_handler_t::replace);
+        return replaceFile(m_file, text + '\n', Durability::process);
+    }
+
+    /// Adds the changes that are not in the file yet to what it holds now.
+    std::error_code updateFile() const
+    {
+        std::error_code error;
+        std::filesystem::create_directories(m_file.parent_path(), error);
+        if (!fileExists())
+            return writeFile(m_stored);
+        auto content = readObject(m_file);
+        if (!content && fileIsOutOfReach())
+            return std::make_error_code(std::errc::io_error);
+        if (!content) {
+            error = setFileAside();
+            return error ? error : writeFile(m_stored);
+        }
+        for (const auto& key : m_unwritten) {
+            const auto member = m_stored.find(key);
+            if (member == m_stored.end())
+                content->erase(key);
+            else
+                (*content)[key] = *member;
+        }
+        return writeFile(*content);
+    }
+
     // Every change is written at once, without waiting for the disk: that would delay every key
     // pressed while the volume slider is dragged by milliseconds.
-    void write() const
+    void write(std::string_view changed)
     {
         if (m_changes == DefaultsChanges::forgotten)
             return;
-        std::error_code error;
-        std::filesystem::create_directories(m_file.parent_path(), error);
-        const auto text =
-            m_stored.dump(4, ' ', /*ensure_ascii=*/false, json::error_handler_t::replace);
-        error = replaceFile(m_file, text + '\n', Durability::process);
-        if (error)
+        m_unwritten.emplace(changed);
+        if (const auto error = updateFile())
             log::error("réglages non enregistrés : {}", error.message());
+        else
+            m_unwritten.clear();
     }
 
     std::filesystem::path m_file;
     DefaultsChanges m_changes;
     std::map<std::string, DefaultsValue, std::less<>> m_defaults;
-    json m_stored = json::object();
+    json m_stored = json::object();                 // As this process has read and changed it.
+    std::set<std::string, std::less<>> m_unwritten; // Members of m_stored, or removed from it.
 };
 
 } // namespace

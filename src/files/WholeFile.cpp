@@ -141,6 +141,18 @@ std::error_code replaceFile(const fs::path& file, std::string_view content, Dura
     return {};
 }
 
+std::error_code setAside(const fs::path& file)
+{
+    const auto target = replacedFile(file);
+    const auto first = target.native() + ".broken";
+    fs::path aside = first;
+    std::error_code error;
+    for (int number = 2; fs::exists(fs::symlink_status(aside, error)); ++number)
+        aside = first + '-' + std::to_string(number);
+    fs::rename(target, aside, error);
+    return error;
+}
+
 void removeAbandoned(const fs::path& folder)
 {
     std::error_code error;

@@ -44,6 +44,10 @@ enum class Durability { process, power };
                                           std::string_view content,
                                           Durability durability = Durability::power);
 
+/// Renames the file to NAME.broken, or where that exists to NAME.broken-2 and so on. For a link,
+/// the file that replaceFile() would replace is renamed.
+[[nodiscard]] std::error_code setAside(const std::filesystem::path& file);
+
 /// Removes the temporary files of processes that were killed inside replaceFile().
 void removeAbandoned(const std::filesystem::path& folder);
 

@@ -38,6 +38,9 @@ namespace clavo
 /// The session's instance of the program. It is claimed before anything else is created.
 [[nodiscard]] std::unique_ptr<Instance> makeInstance();
 
+/// Leaves no copy of the memory, with the latest keys in it, on the disk when the process crashes.
+void preventCoreDumps();
+
 /// To be called before the application object is created. Without a desktop, windows are not shown
 /// and the program runs nevertheless.
 void prepareForWindows();

@@ -204,6 +204,8 @@ private:
 
 int main(int argc, char* argv[])
 try {
+    if constexpr (!CLAVO_CORE_DUMPS)
+        clavo::preventCoreDumps();
     const std::span arguments(argv, static_cast<std::size_t>(argc));
     return std::visit(clavo::Run(argc, argv), clavo::parseCommandLine(arguments.subspan(1)));
 } catch (const std::exception& exception) {

@@ -56,14 +56,15 @@ StatsSurroundings::RunInBackground StatsSurroundings::oneThread()
 
 StatsStore::StatsStore(const std::filesystem::path& applicationSupport,
                        StatsSurroundings surroundings)
-    : m_surroundings(std::move(surroundings)), m_dayFormatter(m_surroundings.timeZone),
+    : m_surroundings(std::move(surroundings)), m_dayFormatter(m_surroundings.timeZone->current()),
       m_file(statsFile(applicationSupport)), m_data(loadSnapshot(m_file))
 {
+    followTimeZone();
 }
 
 StatsStore::StatsStore(const std::vector<std::int64_t>& demoDays, std::int64_t bestWPM,
                        StatsSurroundings surroundings)
-    : m_surroundings(std::move(surroundings)), m_dayFormatter(m_surroundings.timeZone),
+    : m_surroundings(std::move(surroundings)), m_dayFormatter(m_surroundings.timeZone->current()),
       m_file(demoFile())
 {
     m_data.bestWPM = bestWPM;
@@ -73,6 +74,7 @@ StatsStore::StatsStore(const std::vector<std::int64_t>& demoDays, std::int64_t b
         m_data.daily[DayFormatter::key(day)] = count;
         day = day.addDays(1);
     }
+    followTimeZone();
 }
 
 StatsStore::~StatsStore() = default;
@@ -100,6 +102,15 @@ void StatsStore::reset()
     emit dataChanged();
     if (previousWPM != 0)
         emit currentWPMChanged();
+}
+
+// Keys counted before the change stay on their days.
+void StatsStore::followTimeZone()
+{
+    connect(m_surroundings.timeZone.get(), &TimeZone::changed, this, [this] {
+        m_dayFormatter = DayFormatter(m_surroundings.timeZone->current());
+        emit dataChanged();
+    });
 }
 
 // After the clock was set back, later times stay until the clock has passed them.

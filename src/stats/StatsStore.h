@@ -4,6 +4,7 @@
 #include "loop/QtTimer.h"
 #include "stats/DayFormatter.h"
 #include "stats/SnapshotFile.h"
+#include "stats/TimeZone.h"
 #include "time/Timer.h"
 
 #include <QDate>
@@ -11,7 +12,6 @@
 #include <QList>
 #include <QMetaType>
 #include <QObject>
-#include <QTimeZone>
 
 #include <chrono>
 #include <cstdint>
@@ -33,7 +33,7 @@ struct StatsSurroundings {
     [[nodiscard]] static RunInBackground oneThread();
 
     WallClock wallClock = std::chrono::system_clock::now;
-    QTimeZone timeZone = QTimeZone::systemTimeZone();
+    std::shared_ptr<TimeZone> timeZone = makeSystemTimeZone();
     MakeTimer makeTimer = makeQtTimer;
     RunInBackground runInBackground = oneThread();
 };
@@ -116,6 +116,7 @@ signals:
     void currentWPMChanged();
 
 private:
+    void followTimeZone();
     void trackSpeed(DayFormatter::Moment now);
     void scheduleSave();
     [[nodiscard]] std::int64_t count(QDate day) const;

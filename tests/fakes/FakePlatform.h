@@ -50,7 +50,7 @@ public:
             .askFreshProcess = [this](QObject* /*asker*/,
                                       auto receiver) { freshProcess = std::move(receiver); },
             .stats = {.wallClock = [this] { return startedAt + time.now(); },
-                      .timeZone = QTimeZone::utc(),
+                      .timeZone = std::make_shared<TimeZone>(QTimeZone::utc()),
                       .makeTimer = makeTimer,
                       .runInBackground = [](const auto& task) { task(); }},
         };

@@ -41,6 +41,8 @@ enum class NameReply : quint32 { primaryOwner = 1, inQueue = 2, exists = 3, alre
 // XDG activation: the token allows another process to bring its window to the front. Qt reads it
 // from this variable.
 constexpr auto tokenVariable = "XDG_ACTIVATION_TOKEN";
+// Bytes; far more than any token has. With a variable that is too long, no program can be started.
+constexpr auto longestToken = 4096;
 const QString tokenKey = QStringLiteral("activation-token");
 
 QDBusMessage callOfOwn(const QString& method)
@@ -121,8 +123,9 @@ public:
 public slots:
     void Activate(const QVariantMap& platformData)
     {
-        if (const auto token = platformData.value(tokenKey).toString(); !token.isEmpty())
-            qputenv(tokenVariable, token.toUtf8());
+        const auto token = platformData.value(tokenKey).toString().toUtf8();
+        if (!token.isEmpty() && token.size() <= longestToken)
+            qputenv(tokenVariable, token);
         m_receiver(Instance::Request::openPanel);
     }
     /// The program has no files to open.

@@ -104,6 +104,9 @@ std::unique_ptr<Instance> makeInstance()
     return makeNoInstance();
 }
 
+// Left to the system's settings.
+void preventCoreDumps() {}
+
 // Qt finds the desktop by itself.
 void prepareForWindows() {}
 

@@ -3,6 +3,10 @@
 
 #include "platform/posix/Environment.h"
 
+#include <pwd.h>
+#include <unistd.h>
+
+#include <array>
 #include <system_error>
 
 namespace clavo
@@ -10,10 +14,28 @@ namespace clavo
 
 namespace fs = std::filesystem;
 
+namespace
+{
+
+// Never a relative path: files would go into the current folder.
+fs::path homeFolder()
+{
+    if (const fs::path home = environment("HOME"); home.is_absolute())
+        return home;
+    passwd entry = {};
+    passwd* found = nullptr;
+    std::array<char, 16384> texts = {};
+    const auto status = ::getpwuid_r(::getuid(), &entry, texts.data(), texts.size(), &found);
+    const fs::path home = status == 0 && found ? found->pw_dir : "";
+    return home.is_absolute() ? home : "/";
+}
+
+} // namespace
+
 fs::path userFolder(const char* variable, const char* belowHome)
 {
     const fs::path folder = environment(variable);
-    return folder.is_absolute() ? folder : fs::path(environment("HOME")) / belowHome;
+    return folder.is_absolute() ? folder : homeFolder() / belowHome;
 }
 
 fs::path applicationSupportFolder()

@@ -7,7 +7,8 @@ namespace clavo
 {
 
 /// A base folder of the user: the variable's if that is an absolute path, as the desktop's rules
-/// ask, else the one below home.
+/// ask, else the one below home. Where HOME is no absolute path, home is that of the password
+/// database, or "/" without one.
 [[nodiscard]] std::filesystem::path userFolder(const char* variable, const char* belowHome);
 
 /// The user's folder for the files of all applications.

@@ -122,6 +122,21 @@ TEST_F(DBusInstanceTest, ASecondStartHandsItsRightToTheFrontOn)
     EXPECT_EQ(first.next(), "openPanel");
 }
 
+TEST_F(DBusInstanceTest, TokenThatIsTooLongIsIgnored)
+{
+    Probe first("claim");
+    EXPECT_EQ(first.next(), "first");
+    const auto activate = [](const QString& token) {
+        return call("org.freedesktop.Application", "Activate",
+                    {QVariantMap{{"activation-token", token}}});
+    };
+
+    EXPECT_EQ(activate(QString(4097, 'a')).type(), QDBusMessage::ReplyMessage);
+    EXPECT_EQ(first.next(), "openPanel");
+    EXPECT_EQ(activate(QString(4096, 'a')).type(), QDBusMessage::ReplyMessage);
+    EXPECT_EQ(first.next(), std::string(4096, 'a'));
+}
+
 TEST_F(DBusInstanceTest, StatusIsWhatTheInstanceSaysOfItself)
 {
     Probe first("claim");

@@ -1,8 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/FileDefaultsStore.h"
-
-#include "fakes/TemporaryFolder.h"
-#include "log/Log.h"
+#include "FileDefaultsStoreFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,8 +7,6 @@
 #include <sys/stat.h>
 
 #include <fstream>
-#include <iterator>
-#include <memory>
 #include <string>
 
 namespace clavo
@@ -23,29 +18,7 @@ using testing::Eq;
 using testing::HasSubstr;
 using testing::Optional;
 
-std::string contents(const std::filesystem::path& file)
-{
-    std::ifstream stream(file);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-class FileDefaultsStoreTest : public testing::Test
-{
-protected:
-    void write(std::string_view text) const
-    {
-        std::filesystem::create_directories(m_file.parent_path());
-        std::ofstream(m_file) << text;
-    }
-
-    [[nodiscard]] std::unique_ptr<DefaultsStore> store() const
-    {
-        return makeFileDefaultsStore(m_file);
-    }
-
-    TemporaryFolder m_folder;
-    std::filesystem::path m_file = m_folder.path() / "Clavo" / "settings.json";
-};
+using FileDefaultsStoreTest = FileDefaultsStoreFixture;
 
 TEST_F(FileDefaultsStoreTest, RegisteredDefaultsAnswerAndAreNeverWritten)
 {
@@ -120,6 +93,32 @@ TEST_F(FileDefaultsStoreTest, MemberThatIsNestedWithoutEndIsSetAsideWithItsFile)
     EXPECT_TRUE(contents(m_file.native() + ".broken") == text);
 }
 
+TEST_F(FileDefaultsStoreTest, SecondBrokenFileLeavesTheFirstOneSetAside)
+{
+    write("first");
+    store()->setValue("volume", 0.5);
+    write("second");
+
+    store()->setValue("volume", 0.5);
+
+    EXPECT_EQ(contents(m_file.native() + ".broken"), "first");
+    EXPECT_EQ(contents(m_file.native() + ".broken-2"), "second");
+}
+
+TEST_F(FileDefaultsStoreTest, BrokenFileBehindALinkIsSetAsideAndTheLinkStays)
+{
+    const auto target = m_folder.path() / "elsewhere.json";
+    std::ofstream(target) << "no JSON at all";
+    std::filesystem::create_directories(m_file.parent_path());
+    std::filesystem::create_symlink(target, m_file);
+
+    store()->setValue("volume", 0.25);
+
+    EXPECT_TRUE(std::filesystem::is_symlink(m_file));
+    EXPECT_THAT(contents(target), HasSubstr("0.25"));
+    EXPECT_EQ(contents(target.native() + ".broken"), "no JSON at all");
+}
+
 TEST_F(FileDefaultsStoreTest, RemovedValueIsForgottenAcrossARestart)
 {
     const auto first = store();
@@ -180,7 +179,8 @@ TEST_F(FileDefaultsStoreTest, WhereChangesAreForgottenABrokenFileStaysInItsPlace
     EXPECT_FALSE(std::filesystem::exists(m_file.native() + ".broken"));
 }
 
-class BrokenSettings : public FileDefaultsStoreTest, public testing::WithParamInterface<const char*>
+class BrokenSettings : public FileDefaultsStoreFixture,
+                       public testing::WithParamInterface<const char*>
 {
 };
 

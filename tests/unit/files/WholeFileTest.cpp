@@ -189,6 +189,40 @@ TEST_F(WholeFile, TwoWritersLeaveOneOfTwoWholeFiles)
     EXPECT_THAT(names(), UnorderedElementsAre("file"));
 }
 
+TEST_F(WholeFile, IsSetAsideWithoutReplacingAnEarlierOne)
+{
+    for (const auto* content : {"first", "second", "third"}) {
+        write(content);
+        EXPECT_EQ(setAside(m_file), noError);
+    }
+
+    EXPECT_THAT(names(), UnorderedElementsAre("file.broken", "file.broken-2", "file.broken-3"));
+    std::ifstream last(m_folder.path() / "file.broken-3");
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(last), {}), "third");
+}
+
+TEST_F(WholeFile, IsSetAsideBehindALinkThatStays)
+{
+    write("content");
+    const auto link = m_folder.path() / "link";
+    fs::create_symlink("file", link);
+
+    EXPECT_EQ(setAside(link), noError);
+
+    EXPECT_THAT(names(), UnorderedElementsAre("link", "file.broken"));
+}
+
+TEST_F(WholeFile, LinkToAPipeIsSetAsideItself)
+{
+    const auto pipe = m_folder.path() / "pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    fs::create_symlink(pipe, m_file);
+
+    EXPECT_EQ(setAside(m_file), noError);
+
+    EXPECT_THAT(names(), UnorderedElementsAre("pipe", "file.broken"));
+}
+
 TEST_F(WholeFile, OnlyWhatAKilledWriterLeftIsRemoved)
 {
     write("kept");

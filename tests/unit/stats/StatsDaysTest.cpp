@@ -127,6 +127,20 @@ TEST_F(LastDays, ShowTheNewDayLastAfterMidnight)
     EXPECT_THAT(counts(stats.lastDays()), ElementsAre(0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 2));
 }
 
+TEST_F(LastDays, FollowAChangeOfTheTimeZone)
+{
+    auto stats = store();
+    stats.record(false); // Noon in UTC.
+    int changes = 0;
+    QObject::connect(&stats, &StatsStore::dataChanged, [&] { ++changes; });
+
+    setTimeZone("Pacific/Kiritimati"); // 14 hours ahead.
+
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(stats.today(), 0);
+    EXPECT_THAT(counts(stats.lastDays()), ElementsAre(0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0));
+}
+
 TEST_F(LastDays, CrossTheYearsEndAndALeapDay)
 {
     setLocalTime("2028-03-01T12:00:00");

@@ -18,6 +18,7 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -36,17 +37,18 @@ protected:
 
     StatsStoreFixture() { setLocalTime("2026-11-15T12:00:00"); }
 
+    /// The stores follow it.
     void setTimeZone(const char* name)
     {
-        m_zone = QTimeZone(name);
-        ASSERT_TRUE(m_zone.isValid()) << name;
+        m_zone->set(QTimeZone(name));
+        ASSERT_TRUE(m_zone->current().isValid()) << name;
     }
 
     /// Sets the wall clock, back too, to a time of the zone in the ISO format.
     void setLocalTime(const char* text)
     {
         auto moment = QDateTime::fromString(text, Qt::ISODateWithMs);
-        moment.setTimeZone(m_zone);
+        moment.setTimeZone(m_zone->current());
         ASSERT_TRUE(moment.isValid()) << text;
         m_startOfTime = DayFormatter::Moment(milliseconds(moment.toMSecsSinceEpoch())) - time.now();
     }
@@ -115,7 +117,7 @@ protected:
     std::deque<std::function<void()>> begunSaves;
 
 private:
-    QTimeZone m_zone = QTimeZone::utc();
+    std::shared_ptr<TimeZone> m_zone = std::make_shared<TimeZone>(QTimeZone::utc());
     DayFormatter::Moment m_startOfTime;
 };
 

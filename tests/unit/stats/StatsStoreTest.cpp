@@ -65,6 +65,18 @@ TEST_F(StatsStoreTest, EveryKeyCountsForTheDayAndTheTotal)
     EXPECT_EQ(stats.data().daily, DailyCounts({{"2026-11-14", 7}, {"2026-11-15", 7}}));
 }
 
+TEST_F(StatsStoreTest, ChangeOfTheTimeZoneCountsFromTheNextKey)
+{
+    auto stats = store();
+    type(stats, 3); // Noon in UTC.
+
+    setTimeZone("Pacific/Kiritimati"); // 14 hours ahead.
+    type(stats, 4);
+
+    EXPECT_EQ(stats.data().daily, DailyCounts({{"2026-11-15", 3}, {"2026-11-16", 4}}));
+    EXPECT_EQ(stats.today(), 4);
+}
+
 TEST_F(StatsStoreTest, CountIsThatOfTheMomentsDay)
 {
     const auto stats = storeWithDays({{"2026-11-14", 7}, {"2026-11-15", 5}});

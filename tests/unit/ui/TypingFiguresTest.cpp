@@ -43,7 +43,7 @@ protected:
                                   return std::chrono::sys_days(std::chrono::days(20000)) + 12h +
                                          time.now();
                               },
-                          .timeZone = QTimeZone::utc(),
+                          .timeZone = std::make_shared<TimeZone>(QTimeZone::utc()),
                           .makeTimer = [this] { return neverPassing.makeTimer(); },
                           .runInBackground = [](const auto&) {}}};
     std::optional<TypingFigures> figures{std::in_place, time.makeTimer()};
