@@ -18,7 +18,7 @@ protected:
     LaunchAtLogin()
     {
         state();
-        lines().clear();
+        logged.clear();
     }
 };
 
@@ -57,7 +57,7 @@ TEST_F(LaunchAtLogin, TurnedOffUnregisters)
 
     EXPECT_EQ(loginItem->current, Status::notRegistered);
     EXPECT_EQ(loginItem->registrations, 0);
-    EXPECT_THAT(lines(), IsEmpty());
+    EXPECT_THAT(logged.lines(), IsEmpty());
 }
 
 TEST_F(LaunchAtLogin, FailureIsOneLogLine)
@@ -68,7 +68,7 @@ TEST_F(LaunchAtLogin, FailureIsOneLogLine)
     state().setLaunchAtLogin(false);
 
     const auto* const line = "Clavo: lancement au démarrage impossible: Operation not permitted";
-    EXPECT_THAT(lines(), ElementsAre(line, line));
+    EXPECT_THAT(logged.lines(), ElementsAre(line, line));
 }
 
 } // namespace
