@@ -4,6 +4,7 @@
 #include "log/Log.h"
 #include "platform/evdev/EvdevDevice.h"
 #include "platform/evdev/InputRule.h"
+#include "platform/inotify/FolderWatch.h"
 
 #include <QProcess>
 #include <QString>
@@ -14,6 +15,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <span>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -57,7 +59,8 @@ class EvdevInputAccess final : public InputAccess
 {
 public:
     EvdevInputAccess(GrantPrograms programs, std::filesystem::path devices)
-        : m_programs(std::move(programs)), m_devices(std::move(devices))
+        : m_programs(std::move(programs)), m_devices(std::move(devices)),
+          m_watch(m_devices, [this](const auto& names) { handleChanges(names); })
     {
     }
     ~EvdevInputAccess() override
@@ -110,7 +113,15 @@ public:
         return canAsk() && !m_hasFailed ? std::string() : grantCommands();
     }
 
-    void watch(std::function<void()> receiver) override { m_changed = std::move(receiver); }
+    void watch(std::function<void()> receiver) override
+    {
+        m_changed = std::move(receiver);
+        if (const auto error = m_watch.start())
+            log::error(
+                "inotify refusé ({}) : un clavier branché ou un accès accordé après dix minutes "
+                "passera inaperçu",
+                error.message());
+    }
 
 private:
     [[nodiscard]] bool canAsk() const
@@ -142,6 +153,12 @@ private:
             {"--disable-internal-agent", QString::fromStdString(m_programs.grant.string())});
     }
 
+    void handleChanges(std::span<const std::string> names) const
+    {
+        if (names.empty() || std::ranges::any_of(names, evdev::isDeviceNode))
+            m_changed();
+    }
+
     void finish(int status)
     {
         m_hasFailed = status != 0 && status != dismissed;
@@ -158,6 +175,7 @@ private:
 
     GrantPrograms m_programs;
     std::filesystem::path m_devices;
+    FolderWatch m_watch;
     std::unique_ptr<QProcess> m_question;
     std::function<void()> m_changed;
     bool m_hasFailed = false; // The last question failed and was not just dismissed.

@@ -6,9 +6,11 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QTimer>
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -122,6 +124,50 @@ private:
     char* m_arguments[2] = {m_name, nullptr};
     QCoreApplication m_application{m_count, m_arguments};
 };
+
+/// True once the watch has called its receiver because of this change of the devices.
+class EvdevChange : public EvdevQuestion
+{
+protected:
+    template <typename Change> [[nodiscard]] bool isReported(Change change)
+    {
+        QEventLoop loop;
+        const auto access = makeEvdevInputAccess({}, devices());
+        access->watch([&] { loop.quit(); });
+        QTimer::singleShot(std::chrono::seconds(10), &loop, [&] { loop.exit(1); });
+        change();
+        return loop.exec() == 0;
+    }
+};
+
+TEST_F(EvdevChange, ADeviceThatAppearsIsReported)
+{
+    EXPECT_TRUE(isReported([this] { std::ofstream(devices() / "event1") << "text"; }));
+}
+
+TEST_F(EvdevChange, RightsThatAreGrantedLaterAreReported)
+{
+    const auto device = devices() / "event1";
+    std::ofstream(device) << "text";
+
+    EXPECT_TRUE(isReported(
+        [&] { std::filesystem::permissions(device, std::filesystem::perms::owner_read); }));
+}
+
+TEST_F(EvdevChange, ADeviceInAFolderThatAppearsIsReported)
+{
+    std::filesystem::remove_all(devices());
+
+    EXPECT_TRUE(isReported([this] { std::filesystem::create_directory(devices()); }));
+}
+
+TEST_F(EvdevChange, ADeviceInAFolderThatWasReplacedIsReported)
+{
+    EXPECT_TRUE(isReported([this] {
+        std::filesystem::remove_all(devices());
+        std::filesystem::create_directory(devices());
+    }));
+}
 
 TEST_F(EvdevQuestion, IsPutOnceAndRunsTheGrantProgramAlone)
 {
