@@ -14,7 +14,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <fstream>
 #include <functional>
+#include <ios>
 #include <span>
 #include <string_view>
 #include <system_error>
@@ -33,7 +36,10 @@ constexpr int dismissed = 126; // How pkexec ends when the user closes its dialo
 /// What the grant program does, as commands to type.
 std::string grantCommands()
 {
-    return std::string("echo '") + inputRule + "' | sudo tee " + inputRuleFile +
+    auto command = "printf '" + inputRule("%s") + "\\n'";
+    for (const auto* const kind : inputKinds)
+        command += std::string(" ") + kind;
+    return command + " | sudo tee " + inputRuleFile +
            "\nsudo udevadm control --reload && "
            "sudo udevadm trigger --subsystem-match=input --action=change";
 }
@@ -58,8 +64,10 @@ bool isMemberOfNextLogin()
 class EvdevInputAccess final : public InputAccess
 {
 public:
-    EvdevInputAccess(GrantPrograms programs, std::filesystem::path devices)
+    EvdevInputAccess(GrantPrograms programs, std::filesystem::path devices,
+                     std::filesystem::path descriptions)
         : m_programs(std::move(programs)), m_devices(std::move(devices)),
+          m_descriptions(std::move(descriptions)),
           m_watch(m_devices, [this](const auto& names) { handleChanges(names); })
     {
     }
@@ -81,7 +89,7 @@ public:
             if (!evdev::isDeviceNode(node))
                 continue;
             if (::access(node.c_str(), R_OK) != 0)
-                isAnyRefused = true;
+                isAnyRefused = isAnyRefused || mayBeKeyboard(node);
             else if (const auto device = evdev::EvdevDevice::open(node);
                      device && device->traits().hasTypingKeys)
                 return State::granted;
@@ -124,6 +132,20 @@ public:
     }
 
 private:
+    /// Whether udev takes the device for a keyboard, so that a grant includes it: it has the first
+    /// 31 keys. Devices without a description may be keyboards.
+    [[nodiscard]] bool mayBeKeyboard(const std::filesystem::path& node) const
+    {
+        std::ifstream keys(m_descriptions / node.filename() / "device" / "capabilities" / "key");
+        if (!keys)
+            return true;
+        std::uint64_t lowest = 0; // The words are hexadecimal, the lowest keys in the last one.
+        for (std::uint64_t word = 0; keys >> std::hex >> word;)
+            lowest = word;
+        constexpr std::uint64_t firstKeys = 0xFFFFFFFE;
+        return (lowest & firstKeys) == firstKeys;
+    }
+
     [[nodiscard]] bool canAsk() const
     {
         return !m_programs.pkexec.empty() && !m_programs.grant.empty();
@@ -175,6 +197,7 @@ private:
 
     GrantPrograms m_programs;
     std::filesystem::path m_devices;
+    std::filesystem::path m_descriptions;
     FolderWatch m_watch;
     std::unique_ptr<QProcess> m_question;
     std::function<void()> m_changed;
@@ -184,9 +207,11 @@ private:
 } // namespace
 
 std::unique_ptr<InputAccess> makeEvdevInputAccess(GrantPrograms programs,
-                                                  std::filesystem::path devices)
+                                                  std::filesystem::path devices,
+                                                  std::filesystem::path descriptions)
 {
-    return std::make_unique<EvdevInputAccess>(std::move(programs), std::move(devices));
+    return std::make_unique<EvdevInputAccess>(std::move(programs), std::move(devices),
+                                              std::move(descriptions));
 }
 
 std::string adviceOn(InputAccess::State access)
@@ -203,7 +228,7 @@ std::string adviceOn(InputAccess::State access)
         break;
     }
     return std::string("accès aux claviers refusé. Ces deux commandes l'accordent à la session "
-                       "ouverte, et à tous ses programmes :\n") +
+                       "ouverte, et à tous ses programmes, en lecture et en écriture :\n") +
            grantCommands();
 }
 

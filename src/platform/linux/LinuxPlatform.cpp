@@ -16,6 +16,7 @@
 #include "platform/dbus/ScreenSaverSecureInput.h"
 #include "platform/evdev/EvdevEventTap.h"
 #include "platform/evdev/EvdevInputAccess.h"
+#include "platform/linux/RootsFile.h"
 #include "platform/linux/Session.h"
 #include "platform/linux/Technologies.h"
 #include "platform/none/NonePlatform.h"
@@ -50,15 +51,12 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <system_error>
 #include <utility>
 
 namespace clavo
 {
 namespace
 {
-
-namespace fs = std::filesystem;
 
 /// The X server reports all input to every client, so there is no permission to ask for.
 class X11InputAccess : public InputAccess
@@ -206,11 +204,9 @@ std::unique_ptr<InputAccess> makeInputAccess()
     if (session().input == InputSource::x11)
         return std::make_unique<X11InputAccess>();
     if constexpr (built::evdev) {
-        const auto grant = runningProgram().parent_path() / "clavo-grant-input";
-        std::error_code error;
         return makeEvdevInputAccess({
             .pkexec = QStandardPaths::findExecutable("pkexec").toStdString(),
-            .grant = fs::exists(grant, error) ? grant : fs::path{},
+            .grant = rootsProgram(runningProgram().parent_path() / "clavo-grant-input"),
         });
     }
     return makeNonePlatform().inputAccess;

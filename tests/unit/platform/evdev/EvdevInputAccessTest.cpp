@@ -53,9 +53,30 @@ TEST(EvdevInputAccess, AFileThatIsNoDeviceIsNoKeyboard)
 TEST(EvdevInputAccess, ADeviceThatCannotBeReadIsARefusal)
 {
     const TemporaryFolder folder;
-    std::filesystem::create_symlink("nowhere", folder.path() / "event0"); // Root may read the rest.
+    std::filesystem::create_symlink("nowhere",
+                                    folder.path() / "event_0"); // Root may read the rest.
 
     EXPECT_EQ(accessTo(folder.path()), Access::refused);
+}
+
+TEST(EvdevInputAccess, ADeviceThatAGrantWouldNotIncludeIsNoKeyboard)
+{
+    const TemporaryFolder folder;
+    const auto devices = folder.path() / "input";
+    std::filesystem::create_directory(devices);
+    const auto accessWith = [&](const std::string& name, const std::string& keys) {
+        std::filesystem::create_symlink("nowhere", devices / name);
+        const auto capabilities = folder.path() / "sys" / name / "device" / "capabilities";
+        std::filesystem::create_directories(capabilities);
+        std::ofstream(capabilities / "key") << keys << "\n";
+        return makeEvdevInputAccess({}, devices, folder.path() / "sys")->state();
+    };
+
+    EXPECT_EQ(accessWith("event0", "10000000000000 0"), Access::noKeyboard) << "a power button";
+    EXPECT_EQ(accessWith("event1", "70000 0 0 0 0"), Access::noKeyboard) << "a mouse";
+    EXPECT_EQ(accessWith("event2", "402000000 3803078f800d001 feffffdfffefffff fffffffffffffffe"),
+              Access::refused)
+        << "a keyboard";
 }
 
 TEST(EvdevInputAccess, ThereIsAdviceForEveryAccessThatIsMissing)
@@ -69,9 +90,11 @@ TEST(EvdevInputAccess, ARefusalNamesTheTwoCommandsThatEndIt)
 {
     const auto advice = adviceOn(Access::refused);
 
-    EXPECT_THAT(advice, HasSubstr("\necho 'SUBSYSTEM==\"input\", KERNEL==\"event*\", "
-                                  "TAG+=\"uaccess\"' | sudo tee "
-                                  "/etc/udev/rules.d/70-clavo-input.rules\n"));
+    EXPECT_THAT(
+        advice,
+        HasSubstr("\nprintf 'SUBSYSTEM==\"input\", KERNEL==\"event*\", "
+                  "ENV{ID_INPUT_%s}==\"1\", TAG+=\"uaccess\"\\n' "
+                  "KEYBOARD MOUSE TOUCHPAD | sudo tee /etc/udev/rules.d/70-clavo-input.rules\n"));
     EXPECT_THAT(advice, HasSubstr("\nsudo udevadm control --reload && sudo udevadm trigger"));
 }
 
@@ -82,7 +105,7 @@ protected:
     EvdevQuestion()
     {
         std::filesystem::create_directory(devices());
-        std::filesystem::create_symlink("nowhere", devices() / "event0");
+        std::filesystem::create_symlink("nowhere", devices() / "event_0");
     }
 
     [[nodiscard]] std::filesystem::path devices() const { return folder.path() / "input"; }
@@ -245,7 +268,7 @@ TEST_F(EvdevQuestion, IsNotPutWithoutPolkitOrTheGrantProgram)
 
 TEST_F(EvdevQuestion, IsNotPutWhereThereIsNothingToGrant)
 {
-    std::filesystem::remove(devices() / "event0");
+    std::filesystem::remove(devices() / "event_0");
     const auto access = makeEvdevInputAccess(asking("exit 0"), devices());
 
     EXPECT_FALSE(access->request(Occasion::userRequest));
