@@ -12,6 +12,7 @@ namespace
 
 constexpr auto noAnswer = "clavo: the running Clavo does not answer; 'clavo --replace' takes its "
                           "place\n";
+constexpr auto unreachable = "clavo: Clavo is running, but there is no session bus to reach it by\n";
 constexpr auto notRunning = "clavo: Clavo is not running\n";
 
 /// The status to exit with after a request, whose failure is written to `errors`.
@@ -19,7 +20,9 @@ int exitStatus(Instance::Delivery delivery, std::ostream& errors)
 {
     if (delivery == Instance::Delivery::delivered)
         return EXIT_SUCCESS;
-    errors << (delivery == Instance::Delivery::notRunning ? notRunning : noAnswer);
+    errors << (delivery == Instance::Delivery::notRunning    ? notRunning
+               : delivery == Instance::Delivery::unreachable ? unreachable
+                                                             : noAnswer);
     return EXIT_FAILURE;
 }
 
