@@ -45,7 +45,8 @@ public:
     /// when request() can ask the user for it.
     [[nodiscard]] virtual std::string commands() const { return {}; }
 
-    /// Calls the receiver on the main thread when commands() changes.
+    /// Calls the receiver on the main thread when commands() changes and, as far as the system
+    /// reports it, when state() may have changed.
     virtual void watch(std::function<void()> /*receiver*/) {}
 };
 

@@ -12,6 +12,8 @@ namespace
 
 constexpr auto noAnswer = "clavo: the running Clavo does not answer; 'clavo --replace' takes its "
                           "place\n";
+constexpr auto unreachable =
+    "clavo: Clavo is running, but there is no session bus to reach it by\n";
 constexpr auto notRunning = "clavo: Clavo is not running\n";
 
 /// The status to exit with after a request, whose failure is written to `errors`.
@@ -19,7 +21,9 @@ int exitStatus(Instance::Delivery delivery, std::ostream& errors)
 {
     if (delivery == Instance::Delivery::delivered)
         return EXIT_SUCCESS;
-    errors << (delivery == Instance::Delivery::notRunning ? notRunning : noAnswer);
+    errors << (delivery == Instance::Delivery::notRunning    ? notRunning
+               : delivery == Instance::Delivery::unreachable ? unreachable
+                                                             : noAnswer);
     return EXIT_FAILURE;
 }
 
@@ -62,10 +66,10 @@ int printStatus(Instance& instance, StatusFormat format, std::ostream& output, s
     const auto [delivery, status] = instance.askStatus();
     if (delivery != Instance::Delivery::delivered)
         return exitStatus(delivery, errors);
-    const auto text = describe(status);
+    const auto text = format == StatusFormat::json ? printableJson(status) : describe(status);
     if (!text)
         return exitStatus(Instance::Delivery::noAnswer, errors);
-    output << (format == StatusFormat::json ? status : *text);
+    output << *text;
     return EXIT_SUCCESS;
 }
 

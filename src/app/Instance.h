@@ -12,7 +12,8 @@ namespace clavo
 /// The one instance of the application in the user's session, which may be another process.
 ///
 /// claim() comes before anything that only one instance may have. No call takes longer than three
-/// seconds, even if the other instance hangs.
+/// seconds, even if the other instance hangs. If the processes could not reach each other for a
+/// while and another one has become the instance meanwhile, this process gets the request to quit.
 /// Thread: main. The receiver is called from the main loop, one request at a time.
 class Instance
 {
@@ -20,10 +21,15 @@ public:
     enum class Role {
         primary,   // This process is the instance until it ends.
         secondary, // Another process is.
-        unknown,   // The processes cannot reach each other.
+        unknown,   // The processes cannot reach each other, and no other one is known to run.
     };
     enum class Request { openPanel, toggle, quit };
-    enum class Delivery { delivered, notRunning, noAnswer };
+    enum class Delivery {
+        delivered,
+        notRunning,
+        noAnswer,
+        unreachable, // It runs, but the processes cannot reach each other.
+    };
     using Receiver = std::function<void(Request)>;
     /// The answer to a question for the status.
     struct Answer {

@@ -29,13 +29,14 @@ Permission::Permission(const Platform& platform, InputMonitor& input, Surroundin
       m_relauncher(*platform.relauncher), m_input(input), m_surroundings(std::move(surroundings)),
       m_state(m_access.state()), m_isListening(m_state == InputAccess::State::granted)
 {
-    m_access.watch([this] { refresh(); });
 }
 
 void Permission::start()
 {
-    if (!startListening())
-        request(InputAccess::Occasion::start);
+    if (startListening())
+        return;
+    m_access.watch([this] { handleChange(); });
+    request(InputAccess::Occasion::start);
 }
 
 bool Permission::startListening()
@@ -84,6 +85,13 @@ void Permission::refresh()
         emit changed();
 }
 
+void Permission::handleChange()
+{
+    refresh();
+    if (!isWaiting())
+        askIfGranted();
+}
+
 bool Permission::lacks(InputAccess::State what) const
 {
     return !m_isListening && m_state == what;
@@ -98,13 +106,30 @@ void Permission::poll()
 {
     if (m_isListening || m_surroundings.uptime() >= m_deadline) {
         m_asker.reset();
+        m_isAsking = false;
+        refresh();
+        askIfGranted(); // A change during the last question would otherwise be missed.
         return;
     }
     schedulePoll();
-    if (std::exchange(m_isAsking, true))
+    if (m_isAsking)
         return;
     refresh();
+    ask();
+}
+
+void Permission::ask()
+{
+    m_isAsking = true;
     m_surroundings.askFreshProcess(m_asker.get(), [this](bool granted) { handleAnswer(granted); });
+}
+
+void Permission::askIfGranted()
+{
+    if (m_state != InputAccess::State::granted || m_isListening || m_needsRelaunch || m_isAsking)
+        return;
+    m_asker = std::make_unique<QObject>();
+    ask();
 }
 
 void Permission::handleAnswer(bool granted)

@@ -22,7 +22,8 @@ namespace clavo
 ///
 /// For ten minutes, a fresh process is asked every two seconds whether the permission is granted,
 /// since a running process may keep the first answer that it got. Only one such process runs at a
-/// time, even if it takes longer than two seconds. When the permission is granted, the program
+/// time, even if it takes longer than two seconds. Later, one is asked only when the system reports
+/// a change and this process sees the permission granted. When it is granted, the program
 /// relaunches. Thread: main.
 class Permission : public QObject
 {
@@ -78,9 +79,12 @@ private:
     bool startListening();
     void request(InputAccess::Occasion occasion);
     void refresh();
+    void handleChange();
     [[nodiscard]] bool lacks(InputAccess::State what) const;
     void schedulePoll();
     void poll();
+    void ask();
+    void askIfGranted();
     void handleAnswer(bool granted);
     void relaunchUnlessJustRelaunched();
 
@@ -97,7 +101,7 @@ private:
 
     std::chrono::nanoseconds m_deadline{0}; // The uptime at which the wait ends.
     bool m_isAsking = false;
-    std::unique_ptr<QObject> m_asker; // Of this wait; null after a wait that has ended.
+    std::unique_ptr<QObject> m_asker; // Destroyed when its answer is no longer wanted.
 };
 
 } // namespace clavo

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/Status.h"
 
+#include "text/Printable.h"
+
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <nlohmann/json.hpp>
@@ -90,6 +92,9 @@ std::string describeListening(const json& input)
 {
     if (!input.at("listening").get<bool>())
         return "no";
+    if (input.at("access") == nameOf(InputAccess::State::noKeyboard, accessTexts))
+        return fmt::format("yes, to {}, as soon as it has a keyboard again",
+                           input.at("tap").get<std::string>());
     const auto& idle = input.at("secondsSinceEvent");
     return fmt::format("yes, to {}; {}", input.at("tap").get<std::string>(),
                        idle.is_null() ? "nothing has come yet"
@@ -103,13 +108,43 @@ std::string_view describeAccess(const json& input)
     return textOf(input.at("access").get_ref<const std::string&>(), accessTexts);
 }
 
+std::string_view stateOf(const OutputStatus& output, bool isRunning)
+{
+    if (!output.server.empty())
+        return isRunning ? "playing" : "asleep";
+    if (output.searched.empty())
+        return "off";
+    if (!isRunning)
+        return "asleep"; // No server is asked before the next sound.
+    return output.waitingFor.empty() ? "searching" : "waiting";
+}
+
+std::string describeNoServer(const json& output)
+{
+    // A Clavo that has run since before an update reports neither state nor searched.
+    const bool isRunning = output.at("running").get<bool>();
+    const auto state = output.value("state", isRunning ? "searching" : "asleep");
+    const auto searched =
+        output.value("searched", std::vector<std::string>{"PipeWire", "PulseAudio"});
+    if (state == "asleep")
+        return "none; asleep until the next sound";
+    if (state == "waiting")
+        return fmt::format("none: {} answers, but has no device",
+                           output.at("waitingFor").get<std::string>());
+    if (searched.empty())
+        return "none: no sound server is looked for; CLAVO_AUDIO is none, or Clavo is built "
+               "without";
+    if (searched.size() == 1)
+        return fmt::format("none: {} does not answer", searched.front());
+    return fmt::format("none: neither {} answers", fmt::join(searched, " nor "));
+}
+
 std::string describeOutput(const json& output)
 {
     const auto& server = output.at("server");
     const bool isRunning = output.at("running").get<bool>();
     if (server.is_null())
-        return isRunning ? "none: neither PipeWire nor PulseAudio answers"
-                         : "none; asleep until the next sound"; // No server is asked before.
+        return describeNoServer(output);
     auto text = server.get<std::string>();
     if (const auto frames = integer(output.at("quantumFrames")); frames != 0)
         text += fmt::format(", {} frames at {} per second, {:.1f} ms", frames,
@@ -150,10 +185,44 @@ std::string describeSounds(const json& settings)
                        settings.at("volume").get<double>() * 100, fmt::join(switches, ", "));
 }
 
+/// The value with every text and name safe for a terminal.
+json printableValue(const json& value)
+{
+    if (value.is_string())
+        return printable(value.get_ref<const std::string&>());
+    if (value.is_array()) {
+        auto array = json::array();
+        for (const auto& each : value)
+            array.push_back(printableValue(each));
+        return array;
+    }
+    if (!value.is_object())
+        return value;
+    auto object = json::object();
+    for (const auto& [name, each] : value.items())
+        object[printable(name)] = printableValue(each);
+    return object;
+}
+
+/// Throws a json::exception when the text is not JSON. What is nested too deeply is left out.
+json parse(const std::string& text)
+{
+    constexpr int greatestDepth = 8;
+    return printableValue(
+        json::parse(text, [](int depth, auto, const auto&) { return depth <= greatestDepth; }));
+}
+
+std::string textOf(const json& object)
+{
+    // Replaces what is not UTF-8: a pack's name may hold any bytes.
+    return object.dump(2, ' ', false, json::error_handler_t::replace) + "\n";
+}
+
 } // namespace
 
 std::string jsonOf(const Status& status)
 {
+    const auto state = stateOf(status.output, status.isOutputRunning);
     json object{
         {"version", status.version},
         {"input",
@@ -165,7 +234,10 @@ std::string jsonOf(const Status& status)
           {"secure", nameOf(status.secureReason, reasonTexts)}}},
         {"output",
          {{"server", orNull(status.output.server)},
-          {"running", status.isOutputRunning},
+          {"running", state == "playing"},
+          {"state", state},
+          {"searched", status.output.searched},
+          {"waitingFor", orNull(status.output.waitingFor)},
           {"quantumFrames", status.output.quantumFrames},
           {"sampleRate", status.output.sampleRate},
           {"quantumMilliseconds", milliseconds(status.output)}}},
@@ -175,13 +247,21 @@ std::string jsonOf(const Status& status)
     };
     if (!status.missing.empty())
         object["missing"] = status.missing;
-    // Replaces what is not UTF-8: a pack's name may hold any bytes.
-    return object.dump(2, ' ', false, json::error_handler_t::replace) + "\n";
+    return textOf(object);
+}
+
+std::optional<std::string> printableJson(const std::string& text)
+try {
+    if (!describe(text))
+        return std::nullopt;
+    return textOf(parse(text));
+} catch (const json::exception&) {
+    return std::nullopt;
 }
 
 std::optional<std::string> describe(const std::string& text)
 try {
-    const auto status = json::parse(text);
+    const auto status = parse(text);
     const auto& input = status.at("input");
     auto lines = fmt::format("Clavo {}\n"
                              "Listening:  {}\n"

@@ -28,7 +28,7 @@ struct Status {
     SecureReason secureReason = SecureReason::none;
 
     OutputStatus output = {};
-    bool isOutputRunning = false; // False while it sleeps between sounds or is missing.
+    bool isOutputRunning = false; // False while it sleeps; true also for silence without a server.
 
     std::string packName = {}; // Of the selected pack; empty when there is none.
     std::string packID = {};
@@ -39,7 +39,12 @@ struct Status {
 /// The status as one JSON object with a line end, for programs.
 [[nodiscard]] std::string jsonOf(const Status& status);
 
-/// The JSON text of a status as text for people; nothing when it is not a status.
+/// The JSON text of a status as text for people; nothing when it is not a status. Another process
+/// may have written it: the text is safe for a terminal.
 [[nodiscard]] std::optional<std::string> describe(const std::string& json);
+
+/// The JSON text of a status for programs and people, with its strings safe for a terminal; nothing
+/// when it is not a status.
+[[nodiscard]] std::optional<std::string> printableJson(const std::string& json);
 
 } // namespace clavo

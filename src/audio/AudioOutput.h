@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace clavo
 {
@@ -15,6 +16,10 @@ struct OutputStatus {
     std::string server;              // "PipeWire", "PulseAudio", …; empty while there is none.
     std::uint32_t quantumFrames = 0; // Frames per granted period; 0 while unknown.
     std::uint32_t sampleRate = 0;    // Of the granted period, not of the stream.
+    // The servers that are looked for, best first, and one of them that answers and has not asked
+    // for a period: it has no device.
+    std::vector<std::string> searched = {};
+    std::string waitingFor = {};
 };
 
 /// Plays what the mixer renders: one stereo stream at 44,100 frames per second, on the default

@@ -25,9 +25,9 @@ constexpr std::array<std::string_view, 17> layers = {
 constexpr std::array<std::string_view, 10> layersWithoutQt = {
     "log", "files", "text", "time", "keyboard", "synth", "packs", "audio", "input", "tray"};
 // The same for the folders of src/platform/.
-constexpr std::array<std::string_view, 12> technologies = {"none", "posix",  "qt",       "systemd",
-                                                           "xdg",  "procfs", "evdev",    "x11",
-                                                           "dbus", "atspi",  "pipewire", "pulse"};
+constexpr std::array<std::string_view, 13> technologies = {
+    "none",  "posix", "inotify", "qt",    "systemd",  "xdg",  "procfs",
+    "evdev", "x11",   "dbus",    "atspi", "pipewire", "pulse"};
 // Each puts the technologies of one system together: it sees them all and none sees it.
 constexpr std::array<std::string_view, 3> compositions = {"linux", "macos", "portable"};
 constexpr std::string_view platformLayer = "platform";

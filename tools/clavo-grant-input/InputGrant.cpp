@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdint>
 #include <string_view>
 #include <system_error>
 #include <vector>
@@ -21,9 +22,12 @@ namespace
 
 namespace fs = std::filesystem;
 
-constexpr auto purpose =
-    "# Clavo: keyboards and mice can be read by the programs of whoever sits at the machine.\n"
-    "# clavo-grant-input --revoke takes this back.\n";
+constexpr auto purpose = "# Clavo: keyboards, mice and touchpads can be read and written by the "
+                         "programs of whoever sits\n"
+                         "# at the machine.\n"
+                         "# clavo-grant-input --revoke takes this back.\n";
+
+constexpr std::uint64_t greatestRuleFile = 65'536;
 
 constexpr std::array commandPlaces{"usr/bin/udevadm", "bin/udevadm", "sbin/udevadm"};
 
@@ -65,6 +69,15 @@ bool run(std::vector<std::string> command)
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
+/// The text of the rule's file.
+std::string ruleText()
+{
+    std::string text = purpose;
+    for (const auto* const kind : inputKinds)
+        text += inputRule(kind) + "\n";
+    return text;
+}
+
 bool reload(const fs::path& udevadm)
 {
     return run({udevadm, "control", "--reload"});
@@ -104,13 +117,17 @@ std::optional<std::string> grantInput(const fs::path& root)
     fs::create_directories(file.parent_path(), error);
     if (fs::is_symlink(file, error)) // Root writes to no other place.
         fs::remove(file, error);
-    if (replaceFile(file, std::string(purpose) + inputRule + "\n"))
+    const auto previous = readRegularFile(file, greatestRuleFile);
+    if (replaceFile(file, ruleText()))
         return failure("cannot write", file);
     fs::permissions(file,
                     fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read |
                         fs::perms::others_read,
                     error);
-    if (!reload(*udevadm) || !trigger(*udevadm))
+    const auto isReloaded = reload(*udevadm);
+    if (previous && *previous != ruleText())
+        removeRights(root / "dev" / "input"); // An older rule gave them for more devices.
+    if (!isReloaded || !trigger(*udevadm))
         return "udev could not be asked to follow the rule; it does from the next start of the "
                "machine";
     return std::nullopt;

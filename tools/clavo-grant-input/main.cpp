@@ -29,12 +29,14 @@ constexpr int misuseStatus = 2;
 constexpr auto help =
     R"(Usage: clavo-grant-input [--revoke]
 
-Lets the programs of the person who sits at this machine read its keyboards and mice, which Clavo
-needs outside X11. Each of those programs can then read what is typed, also in password fields.
+Lets the programs of the person who sits at this machine read and write its keyboards, mice and
+touchpads. Clavo needs to read them outside X11. Each of those programs can then read what is typed,
+also in password fields, and can write: send keys and clicks as if the person had made them.
 Takes root: pkexec clavo-grant-input
 
 Options:
-      --revoke   take it back
+      --revoke   take it back; a program that has a device open keeps it until the device is unplugged
+                 or the session ends
   -h, --help     print this text
       --version  print the version
 

@@ -64,13 +64,25 @@ public:
 
     [[nodiscard]] OutputStatus status() const override
     {
+        auto status = statusOfServer();
+        for (const auto& candidate : m_candidates) {
+            status.searched.push_back(candidate.name);
+            if (candidate.output->link() == Link::pending && status.waitingFor.empty() &&
+                status.server.empty())
+                status.waitingFor = candidate.name;
+        }
+        return status;
+    }
+
+private:
+    [[nodiscard]] OutputStatus statusOfServer() const
+    {
         if (m_current)
             return m_current->status();
         const auto next = bestUp();
         return next == m_candidates.size() ? OutputStatus{} : m_candidates[next].output->status();
     }
 
-private:
     /// A candidate has connected, been lost or changed its period.
     void candidateChanged()
     {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/DBusInstance.h"
 
+#include "log/Log.h"
 #include "platform/dbus/DBusMessages.h"
 
 #include <QDBusAbstractAdaptor>
@@ -8,12 +9,14 @@
 #include <QDBusMessage>
 #include <QDBusReply>
 #include <QEventLoop>
+#include <QLockFile>
 #include <QObject>
 #include <QString>
 #include <QStringList>
 #include <QTimer>
 #include <QVariantMap>
 
+#include <algorithm>
 #include <chrono>
 #include <optional>
 #include <string>
@@ -29,6 +32,9 @@ using namespace std::chrono_literals;
 
 constexpr auto timeToAnswer = 2s;
 constexpr auto timeToEnd = 3s;
+constexpr std::chrono::milliseconds timeToUnlock = 500ms;
+constexpr std::chrono::milliseconds firstPause = 1s; // Between two attempts to reach a lost bus.
+constexpr std::chrono::milliseconds longestPause = 8s;
 
 const QString name = QStringLiteral("app.clavo.Clavo"); // Of the service, and of its own interface.
 const QString path = QStringLiteral("/app/clavo/Clavo");
@@ -44,6 +50,8 @@ constexpr auto tokenVariable = "XDG_ACTIVATION_TOKEN";
 // Bytes; far more than any token has. With a variable that is too long, no program can be started.
 constexpr auto longestToken = 4096;
 const QString tokenKey = QStringLiteral("activation-token");
+
+constexpr auto runtimeFolder = "XDG_RUNTIME_DIR";
 
 QDBusMessage callOfOwn(const QString& method)
 {
@@ -75,11 +83,20 @@ Instance::Delivery deliveryOf(const QDBusMessage& reply)
                : Instance::Delivery::noAnswer;
 }
 
-QDBusMessage answer(const QDBusMessage& call)
+QDBusMessage answer(const QDBusConnection& bus, const QDBusMessage& call)
 {
     constexpr auto timeout =
         std::chrono::duration_cast<std::chrono::milliseconds>(timeToAnswer).count();
-    return QDBusConnection::sessionBus().call(call, QDBus::Block, static_cast<int>(timeout));
+    return bus.call(call, QDBus::Block, static_cast<int>(timeout));
+}
+
+/// The file that the instance of this desktop locks, for processes without a bus. Another desktop
+/// of the user has an instance of its own.
+QString lockFile()
+{
+    auto desktop = qEnvironmentVariable("WAYLAND_DISPLAY") + qEnvironmentVariable("DISPLAY");
+    desktop.replace('/', '-');
+    return QStringLiteral("%1/clavo-%2.lock").arg(qEnvironmentVariable(runtimeFolder), desktop);
 }
 
 // The bus gives the methods their names.
@@ -147,10 +164,11 @@ private:
 // NOLINTEND(readability-identifier-naming)
 
 /// Nothing if the bus does not answer.
-std::optional<NameReply> requestName(NameFlag flag)
+std::optional<NameReply> requestName(const QDBusConnection& bus, NameFlag flag)
 {
-    const QDBusReply<quint32> reply = answer(
-        callOf(messageBus(), QStringLiteral("RequestName"), {name, static_cast<quint32>(flag)}));
+    const QDBusReply<quint32> reply =
+        answer(bus, callOf(messageBus(), QStringLiteral("RequestName"),
+                           {name, static_cast<quint32>(flag)}));
     return reply.isValid() ? std::optional(static_cast<NameReply>(reply.value())) : std::nullopt;
 }
 
@@ -169,11 +187,21 @@ class DBusInstance final : public QObject, public Instance
     Q_OBJECT
 
 public:
-    // The object is registered before the name: a process that sees the name may call at once.
+    DBusInstance()
+    {
+        m_lock.setStaleLockTime(0); // However long ago, it is held while its process runs.
+        m_retryTimer.setSingleShot(true);
+        m_retryTimer.callOnTimeout([this] { rejoin(); });
+        new OwnInterface(
+            this, [this](Request request) { putRequest(request); },
+            [this] { return m_reporter ? m_reporter() : std::string(); });
+        new ApplicationInterface(this, [this](Request request) { putRequest(request); });
+    }
+
     [[nodiscard]] Role claim() override
     {
         registerObject();
-        return role(requestName(NameFlag::doNotQueue));
+        return lockedAs(role(requestName(m_bus, NameFlag::doNotQueue)));
     }
 
     // The bus passes the name on when its owner leaves the bus: when that process has ended.
@@ -186,25 +214,25 @@ public:
             isOwner = true;
             loop.quit();
         });
-        const auto reply = requestName(NameFlag::none);
+        const auto reply = requestName(m_bus, NameFlag::none);
         if (reply != NameReply::inQueue)
-            return role(reply);
+            return lockedAs(role(reply));
         m_bus.send(callFor(Request::quit));
         QTimer::singleShot(timeToEnd, &loop, &QEventLoop::quit);
         loop.exec();
-        return isOwner ? Role::primary : Role::secondary;
+        return isOwner ? lockedAs(Role::primary) : Role::secondary;
     }
 
     [[nodiscard]] Delivery send(Request request) override
     {
-        return m_bus.isConnected() ? deliveryOf(answer(callFor(request))) : Delivery::notRunning;
+        return m_bus.isConnected() ? deliveryOf(answer(m_bus, callFor(request))) : withoutBus();
     }
 
     [[nodiscard]] Answer askStatus() override
     {
         if (!m_bus.isConnected())
-            return {};
-        const auto reply = answer(callOfOwn(QStringLiteral("Status")));
+            return {.delivery = withoutBus(), .status = {}};
+        const auto reply = answer(m_bus, callOfOwn(QStringLiteral("Status")));
         return {.delivery = deliveryOf(reply),
                 .status = reply.arguments().value(0).toString().toStdString()};
     }
@@ -226,21 +254,76 @@ private slots:
             emit nameAcquired();
     }
 
+    void loseBus()
+    {
+        m_pause = firstPause;
+        m_retryTimer.start(m_pause);
+    }
+
 private:
+    /// Comes before the request for the name: a process that sees the name may call at once.
     void registerObject()
     {
-        if (std::exchange(m_isRegistered, true))
+        if (!m_bus.isConnected())
             return;
-        const auto putRequest = [this](Request request) {
-            m_waiting.push_back(request);
-            deliverRequests();
-        };
-        new OwnInterface(this, putRequest,
-                         [this] { return m_reporter ? m_reporter() : std::string(); });
-        new ApplicationInterface(this, putRequest);
         m_bus.registerObject(path, this, QDBusConnection::ExportAdaptors);
         listen(m_bus, {messageBus(), QStringLiteral("NameAcquired")}, this,
                SLOT(receiveName(QString)));
+        const DBusObject local{{},
+                               QStringLiteral("/org/freedesktop/DBus/Local"),
+                               QStringLiteral("org.freedesktop.DBus.Local")};
+        listen(m_bus, {local, QStringLiteral("Disconnected")}, this, SLOT(loseBus()));
+    }
+
+    /// Locks the file as the instance. The bus decides; the lock does if there is none.
+    [[nodiscard]] Role lockedAs(Role role)
+    {
+        if (role == Role::secondary)
+            return role;
+        // The replaced instance may still be ending.
+        const bool isAnothers = isLockedByAnother(role == Role::primary ? timeToUnlock : 0ms);
+        return role == Role::unknown && isAnothers ? Role::secondary : role;
+    }
+
+    /// What a request comes to that cannot be made.
+    [[nodiscard]] Delivery withoutBus()
+    {
+        const bool isAnothers = isLockedByAnother(0ms);
+        m_lock.unlock();
+        return isAnothers ? Delivery::unreachable : Delivery::notRunning;
+    }
+
+    /// Whether another process has locked the file; otherwise this one has, if there is a place for
+    /// the file.
+    [[nodiscard]] bool isLockedByAnother(std::chrono::milliseconds patience)
+    {
+        return !m_lock.isLocked() && !qEnvironmentVariableIsEmpty(runtimeFolder) &&
+               !m_lock.tryLock(static_cast<int>(patience.count())) &&
+               m_lock.error() == QLockFile::LockFailedError;
+    }
+
+    /// Claims the name anew on a bus that was started again. A connection that is lost stays so.
+    void rejoin()
+    {
+        const auto connection = QStringLiteral("clavo-instance");
+        QDBusConnection::disconnectFromBus(connection);
+        m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, connection);
+        const auto role = m_bus.isConnected() ? claim() : Role::unknown;
+        if (role == Role::unknown) {
+            m_pause = std::min(2 * m_pause, longestPause);
+            m_retryTimer.start(m_pause);
+        } else if (role == Role::secondary) {
+            log::notice("une autre instance de Clavo a pris la place de celle-ci");
+            putRequest(Request::quit);
+        } else {
+            log::notice("bus de session de retour");
+        }
+    }
+
+    void putRequest(Request request)
+    {
+        m_waiting.push_back(request);
+        deliverRequests();
     }
 
     void deliverRequests()
@@ -252,7 +335,9 @@ private:
     }
 
     QDBusConnection m_bus = QDBusConnection::sessionBus();
-    bool m_isRegistered = false;
+    QLockFile m_lock{lockFile()};
+    QTimer m_retryTimer;
+    std::chrono::milliseconds m_pause = firstPause;
     Receiver m_receiver;
     Reporter m_reporter;
     std::vector<Request> m_waiting;

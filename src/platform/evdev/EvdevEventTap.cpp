@@ -1,19 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "platform/evdev/EvdevEventTap.h"
 
-#include "files/Descriptor.h"
 #include "log/Log.h"
 #include "platform/evdev/EvdevDecoder.h"
 #include "platform/evdev/EvdevDevice.h"
+#include "platform/inotify/FolderWatch.h"
 
 #include <QSocketNotifier>
 #include <QTimer>
 
-#include <sys/inotify.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <map>
 #include <optional>
@@ -30,18 +26,15 @@ namespace
 
 using namespace std::chrono_literals;
 
-constexpr auto pause = 2s; // Between two attempts to watch a missing folder.
-
 class EvdevEventTap final : public EventTap
 {
 public:
     EvdevEventTap(Screens& screens, std::filesystem::path folder)
-        : m_screens(screens), m_folder(std::move(folder))
+        : m_screens(screens), m_folder(std::move(folder)),
+          m_watch(m_folder, [this](const auto& names) { handleChanges(names); })
     {
         m_resumeTimer.setSingleShot(true);
-        m_retryTimer.setSingleShot(true);
         m_resumeTimer.callOnTimeout([this] { resumeDevices(); });
-        m_retryTimer.callOnTimeout([this] { watchFolder(); });
     }
 
     [[nodiscard]] bool create(EventMask mask, Receiver receiver) override
@@ -52,9 +45,7 @@ public:
         const bool hears = std::ranges::any_of(
             m_sources, [](const auto& each) { return each.second->isKeyboard; });
         if (!hears) {
-            m_retryTimer.stop();
-            m_changes.reset();
-            m_watch.reset();
+            m_watch.stop();
             m_sources.clear();
             m_decoder = {};
         }
@@ -87,48 +78,32 @@ private:
         std::optional<QSocketNotifier> readable;
     };
 
-    /// The folder comes and goes with the devices. The watch starts before the devices are listed,
-    /// so that none is missed in between.
+    /// The watch starts before the devices are listed, so that none is missed in between.
     void watchFolder()
     {
-        m_changes.reset();
-        m_watch.emplace(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
-        // Read permission is granted after the node has appeared, as a change of its attributes.
-        if (::inotify_add_watch(m_watch->number(), m_folder.c_str(),
-                                IN_CREATE | IN_ATTRIB | IN_MOVED_TO | IN_DELETE_SELF | IN_ONLYDIR) <
-            0) {
-            m_retryTimer.start(pause);
-            return;
-        }
-        m_changes.emplace(m_watch->number(), QSocketNotifier::Read);
-        QObject::connect(&*m_changes, &QSocketNotifier::activated, [this] { readChanges(); });
+        const auto error = m_watch.start();
+        if (error && !std::exchange(m_isUnwatched, true))
+            log::error(
+                "inotify refusé ({}) : un périphérique branché plus tard ne sera pas entendu",
+                error.message());
+        openDevices();
+    }
 
+    void openDevices()
+    {
         std::error_code error;
         for (std::filesystem::directory_iterator entry(m_folder, error), end;
              !error && entry != end; entry.increment(error))
             openDevice(entry->path());
     }
 
-    void readChanges()
+    /// Read permission is granted after the node has appeared, as a change of its attributes.
+    void handleChanges(std::span<const std::string> names)
     {
-        alignas(inotify_event) std::array<char, 4096> buffer{};
-        bool isFolderGone = false;
-        bool isIncomplete = false;
-        ssize_t count = 0;
-        while ((count = ::read(m_watch->number(), buffer.data(), buffer.size())) > 0) {
-            for (const char* next = buffer.data(); next < buffer.data() + count;) {
-                const auto& change = *reinterpret_cast<const inotify_event*>(next);
-                isFolderGone = isFolderGone || (change.mask & (IN_DELETE_SELF | IN_IGNORED)) != 0;
-                isIncomplete = isIncomplete || (change.mask & IN_Q_OVERFLOW) != 0;
-                if (change.len > 0)
-                    openDevice(m_folder / std::string(change.name));
-                next += sizeof(inotify_event) + change.len;
-            }
-        }
-        if (isFolderGone || isIncomplete) {
-            m_changes->setEnabled(false); // Not destroyed: it is on the stack.
-            m_retryTimer.start(isFolderGone ? pause : 0ms);
-        }
+        if (names.empty())
+            openDevices();
+        for (const auto& name : names)
+            openDevice(m_folder / name);
     }
 
     void openDevice(const std::filesystem::path& node)
@@ -204,6 +179,8 @@ private:
         std::erase_if(m_sources, [](const auto& each) { return each.second->isGone; });
         for (const auto& node : freed)
             openDevice(node);
+        if (!m_watch.isWatching())
+            watchFolder();
         std::vector<int> dropped;
         for (const auto& [number, source] : m_sources) {
             if (source->isDropped)
@@ -244,13 +221,12 @@ private:
     bool m_isPositionUsed = true;
     bool m_hearsMotion = true; // What the devices report at present.
 
-    std::optional<Descriptor> m_watch; // For changes of the folder.
-    std::optional<QSocketNotifier> m_changes;
+    FolderWatch m_watch;
+    bool m_isUnwatched = false; // The watch was refused, which is logged once.
     std::map<int, std::unique_ptr<Source>> m_sources; // By their number in the decoder.
     int m_lastNumber = 0;
     evdev::EvdevDecoder m_decoder;
     QTimer m_resumeTimer;
-    QTimer m_retryTimer;
 };
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "log/Log.h"
 #include "platform/evdev/EvdevDevice.h"
 #include "platform/evdev/InputRule.h"
+#include "platform/inotify/FolderWatch.h"
 
 #include <QProcess>
 #include <QString>
@@ -13,7 +14,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <fstream>
 #include <functional>
+#include <ios>
+#include <span>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -31,7 +36,10 @@ constexpr int dismissed = 126; // How pkexec ends when the user closes its dialo
 /// What the grant program does, as commands to type.
 std::string grantCommands()
 {
-    return std::string("echo '") + inputRule + "' | sudo tee " + inputRuleFile +
+    auto command = "printf '" + inputRule("%s") + "\\n'";
+    for (const auto* const kind : inputKinds)
+        command += std::string(" ") + kind;
+    return command + " | sudo tee " + inputRuleFile +
            "\nsudo udevadm control --reload && "
            "sudo udevadm trigger --subsystem-match=input --action=change";
 }
@@ -56,8 +64,11 @@ bool isMemberOfNextLogin()
 class EvdevInputAccess final : public InputAccess
 {
 public:
-    EvdevInputAccess(GrantPrograms programs, std::filesystem::path devices)
-        : m_programs(std::move(programs)), m_devices(std::move(devices))
+    EvdevInputAccess(GrantPrograms programs, std::filesystem::path devices,
+                     std::filesystem::path descriptions)
+        : m_programs(std::move(programs)), m_devices(std::move(devices)),
+          m_descriptions(std::move(descriptions)),
+          m_watch(m_devices, [this](const auto& names) { handleChanges(names); })
     {
     }
     ~EvdevInputAccess() override
@@ -78,7 +89,7 @@ public:
             if (!evdev::isDeviceNode(node))
                 continue;
             if (::access(node.c_str(), R_OK) != 0)
-                isAnyRefused = true;
+                isAnyRefused = isAnyRefused || mayBeKeyboard(node);
             else if (const auto device = evdev::EvdevDevice::open(node);
                      device && device->traits().hasTypingKeys)
                 return State::granted;
@@ -110,9 +121,31 @@ public:
         return canAsk() && !m_hasFailed ? std::string() : grantCommands();
     }
 
-    void watch(std::function<void()> receiver) override { m_changed = std::move(receiver); }
+    void watch(std::function<void()> receiver) override
+    {
+        m_changed = std::move(receiver);
+        if (const auto error = m_watch.start())
+            log::error(
+                "inotify refusé ({}) : un clavier branché ou un accès accordé après dix minutes "
+                "passera inaperçu",
+                error.message());
+    }
 
 private:
+    /// Whether udev takes the device for a keyboard, so that a grant includes it: it has the first
+    /// 31 keys. Devices without a description may be keyboards.
+    [[nodiscard]] bool mayBeKeyboard(const std::filesystem::path& node) const
+    {
+        std::ifstream keys(m_descriptions / node.filename() / "device" / "capabilities" / "key");
+        if (!keys)
+            return true;
+        std::uint64_t lowest = 0; // The words are hexadecimal, the lowest keys in the last one.
+        for (std::uint64_t word = 0; keys >> std::hex >> word;)
+            lowest = word;
+        constexpr std::uint64_t firstKeys = 0xFFFFFFFE;
+        return (lowest & firstKeys) == firstKeys;
+    }
+
     [[nodiscard]] bool canAsk() const
     {
         return !m_programs.pkexec.empty() && !m_programs.grant.empty();
@@ -142,6 +175,12 @@ private:
             {"--disable-internal-agent", QString::fromStdString(m_programs.grant.string())});
     }
 
+    void handleChanges(std::span<const std::string> names) const
+    {
+        if (names.empty() || std::ranges::any_of(names, evdev::isDeviceNode))
+            m_changed();
+    }
+
     void finish(int status)
     {
         m_hasFailed = status != 0 && status != dismissed;
@@ -158,6 +197,8 @@ private:
 
     GrantPrograms m_programs;
     std::filesystem::path m_devices;
+    std::filesystem::path m_descriptions;
+    FolderWatch m_watch;
     std::unique_ptr<QProcess> m_question;
     std::function<void()> m_changed;
     bool m_hasFailed = false; // The last question failed and was not just dismissed.
@@ -166,9 +207,11 @@ private:
 } // namespace
 
 std::unique_ptr<InputAccess> makeEvdevInputAccess(GrantPrograms programs,
-                                                  std::filesystem::path devices)
+                                                  std::filesystem::path devices,
+                                                  std::filesystem::path descriptions)
 {
-    return std::make_unique<EvdevInputAccess>(std::move(programs), std::move(devices));
+    return std::make_unique<EvdevInputAccess>(std::move(programs), std::move(devices),
+                                              std::move(descriptions));
 }
 
 std::string adviceOn(InputAccess::State access)
@@ -185,7 +228,7 @@ std::string adviceOn(InputAccess::State access)
         break;
     }
     return std::string("accès aux claviers refusé. Ces deux commandes l'accordent à la session "
-                       "ouverte, et à tous ses programmes :\n") +
+                       "ouverte, et à tous ses programmes, en lecture et en écriture :\n") +
            grantCommands();
 }
 

@@ -16,6 +16,7 @@
 #include "platform/dbus/ScreenSaverSecureInput.h"
 #include "platform/evdev/EvdevEventTap.h"
 #include "platform/evdev/EvdevInputAccess.h"
+#include "platform/linux/RootsFile.h"
 #include "platform/linux/Session.h"
 #include "platform/linux/Technologies.h"
 #include "platform/none/NonePlatform.h"
@@ -32,6 +33,7 @@
 #include "platform/x11/X11ActiveWindow.h"
 #include "platform/x11/X11EventTap.h"
 #include "platform/x11/X11HotKeyService.h"
+#include "platform/x11/X11InputAccess.h"
 #include "platform/x11/X11Screens.h"
 #include "platform/x11/X11Session.h"
 #include "platform/x11/X11TrayHosts.h"
@@ -50,7 +52,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <system_error>
 #include <utility>
 
 namespace clavo
@@ -58,19 +59,8 @@ namespace clavo
 namespace
 {
 
-namespace fs = std::filesystem;
-
-/// The X server reports all input to every client, so there is no permission to ask for.
-class X11InputAccess : public InputAccess
-{
-public:
-    [[nodiscard]] State state() const override
-    {
-        return environment("DISPLAY").empty() ? State::refused : State::granted;
-    }
-    bool request(Occasion /*occasion*/) override { return isGranted(); }
-    void showSettings() override {}
-};
+constexpr auto windowPlatform = "QT_QPA_PLATFORM";
+bool isOffscreen = false; // By this process's decision, not the user's.
 
 std::unique_ptr<Screens> makeScreens()
 {
@@ -158,6 +148,8 @@ Platform makeSilentPlatform(DefaultsChanges changes)
 
 Platform makePlatform()
 {
+    if (isOffscreen)
+        unsetenv(windowPlatform); // A new instance may find a display.
     const std::string missing = CLAVO_MISSING;
     if (!missing.empty())
         log::notice("compilé sans {}", missing);
@@ -203,14 +195,14 @@ Platform makeDemonstrationPlatform()
 
 std::unique_ptr<InputAccess> makeInputAccess()
 {
-    if (session().input == InputSource::x11)
-        return std::make_unique<X11InputAccess>();
+    if constexpr (built::x11) {
+        if (session().input == InputSource::x11)
+            return makeX11InputAccess();
+    }
     if constexpr (built::evdev) {
-        const auto grant = runningProgram().parent_path() / "clavo-grant-input";
-        std::error_code error;
         return makeEvdevInputAccess({
             .pkexec = QStandardPaths::findExecutable("pkexec").toStdString(),
-            .grant = fs::exists(grant, error) ? grant : fs::path{},
+            .grant = rootsProgram(runningProgram().parent_path() / "clavo-grant-input"),
         });
     }
     return makeNonePlatform().inputAccess;
@@ -242,8 +234,10 @@ void prepareForWindows()
     bool isThere = !environment("DISPLAY").empty(); // Without X11 only Qt can ask the server.
     if constexpr (built::x11)
         isThere = isXServerThere();
-    if (!isThere)
-        setenv("QT_QPA_PLATFORM", "offscreen", /*overwrite=*/0);
+    if (isThere || !environment(windowPlatform).empty())
+        return;
+    setenv(windowPlatform, "offscreen", /*overwrite=*/1);
+    isOffscreen = true;
 }
 
 std::unique_ptr<Instance> makeInstance()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "eventloop/EventLoop.h"
+#include "fakes/TemporaryFolder.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -10,6 +11,8 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <filesystem>
+#include <string>
 
 #include <sys/prctl.h>
 #include <sys/types.h>
@@ -195,6 +198,99 @@ TEST_F(DBusInstanceTest, WithoutABusThereIsNoTelling)
     EXPECT_EQ(Probe("replace", nowhere).next(), "unknown");
     EXPECT_EQ(Probe("toggle", nowhere).next(), "notRunning");
     EXPECT_EQ(Probe("status", nowhere).next(), "notRunning");
+}
+
+TEST_F(DBusInstanceTest, WithoutABusALockedFileDecides)
+{
+    const QString nowhere = "unix:path=/nowhere/bus";
+    {
+        Probe first("claim-alone", nowhere);
+        EXPECT_EQ(first.next(), "unknown");
+
+        EXPECT_EQ(Probe("claim", nowhere).next(), "second");
+        EXPECT_EQ(Probe("toggle", nowhere).next(), "unreachable");
+        EXPECT_EQ(Probe("status", nowhere).next(), "unreachable");
+    }
+    EXPECT_EQ(Probe("claim", nowhere).next(), "unknown") << "the lock of a killed process is free";
+}
+
+/// A bus of the test's own, which may die.
+class LostBus : public testing::Test
+{
+protected:
+    LostBus() { start(); }
+    ~LostBus() override { kill(); }
+
+    void start()
+    {
+        m_daemon.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+        m_daemon.start("dbus-daemon",
+                       {"--session", "--nofork", "--print-address", "--address=" + address});
+        EXPECT_TRUE(EventLoop::until([this] { return m_daemon.canReadLine(); }));
+        (void)m_daemon.readAllStandardOutput();
+    }
+    void kill()
+    {
+        m_daemon.kill();
+        m_daemon.waitForFinished();
+        std::filesystem::remove(socket);
+    }
+
+    [[nodiscard]] std::string outcome(const QString& word) const
+    {
+        return Probe(word, address).next();
+    }
+
+    EventLoop loop;
+    TemporaryFolder folder;
+    const std::filesystem::path socket = folder.path() / "bus";
+    const QString address = QString::fromStdString("unix:path=" + socket.string());
+
+private:
+    QProcess m_daemon;
+};
+
+TEST_F(LostBus, TheInstanceIsReachedAgainOnceTheBusIsBack)
+{
+    Probe first("claim", address);
+    ASSERT_EQ(first.next(), "first");
+    kill();
+    EXPECT_EQ(outcome("status"), "unreachable");
+    start();
+
+    EXPECT_TRUE(EventLoop::until([this] { return outcome("status") == "fine, thanks: é"; }));
+    EXPECT_EQ(outcome("claim"), "second");
+    EXPECT_EQ(outcome("toggle"), "delivered");
+    EXPECT_EQ(first.next(), "toggle");
+}
+
+TEST_F(LostBus, AnInstanceWhoseNameWasTakenMeanwhileQuits)
+{
+    Probe first("claim", address);
+    ASSERT_EQ(first.next(), "first");
+    first.stop();
+    kill();
+    start();
+    Probe second("claim", address);
+    ASSERT_EQ(second.next(), "first");
+
+    first.goOn();
+
+    EXPECT_EQ(first.next(), "quit");
+    EXPECT_EQ(first.next(), "") << "it has ended";
+    EXPECT_EQ(outcome("toggle"), "delivered");
+    EXPECT_EQ(second.next(), "toggle");
+}
+
+TEST_F(LostBus, TheBusMayDieMoreThanOnce)
+{
+    Probe first("claim", address);
+    ASSERT_EQ(first.next(), "first");
+    for (int death = 0; death < 2; ++death) {
+        kill();
+        start();
+        EXPECT_TRUE(EventLoop::until([this] { return outcome("status") == "fine, thanks: é"; }));
+    }
 }
 
 TEST_F(DBusInstanceTest, DesktopActivatesItAsAnyApplication)

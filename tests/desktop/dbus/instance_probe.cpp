@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-// instance_probe claim|replace|openPanel|toggle|quit|status
+// instance_probe claim|claim-alone|replace|openPanel|toggle|quit|status
 //
 // A process that asks to be the instance, prints what it has become, then every request it gets,
 // after the token of the desktop if there is one, and ends at the request to quit; or one that
-// makes a request, or asks for the status, and prints what came of it.
+// makes a request, or asks for the status, and prints what came of it. "claim-alone" goes on
+// without a bus.
 #include "platform/dbus/DBusInstance.h"
 
 #include <QCoreApplication>
@@ -36,7 +37,8 @@ const std::map<Instance::Role, const char*> roles{{Instance::Role::primary, "fir
 const std::map<Instance::Delivery, const char*> deliveries{
     {Instance::Delivery::delivered, "delivered"},
     {Instance::Delivery::notRunning, "notRunning"},
-    {Instance::Delivery::noAnswer, "noAnswer"}};
+    {Instance::Delivery::noAnswer, "noAnswer"},
+    {Instance::Delivery::unreachable, "unreachable"}};
 
 int run(Instance& instance)
 {
@@ -73,5 +75,6 @@ int main(int argc, char* argv[])
     }
     const auto role = word == "replace" ? instance->replace() : instance->claim();
     tell(roles.at(role));
-    return role == Instance::Role::primary ? run(*instance) : 0;
+    const bool goesOn = word == "claim-alone" && role == Instance::Role::unknown;
+    return goesOn || role == Instance::Role::primary ? run(*instance) : 0;
 }

@@ -1,12 +1,31 @@
 // SPDX-License-Identifier: MIT
 #include "contracts/EventTapContract.h"
 #include "desktop/evdev/EvdevTapRig.h"
+#include "fakes/CollectedLog.h"
 
 #include <linux/capability.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
+
+namespace
+{
+
+bool hasFreeInotify = true;
+
+} // namespace
+
+/// The call of the system, which the tap reaches under this name.
+extern "C" int inotify_init1(int flags) noexcept
+{
+    if (!hasFreeInotify) {
+        errno = EMFILE;
+        return -1;
+    }
+    return static_cast<int>(::syscall(SYS_inotify_init1, flags));
+}
 
 namespace clavo
 {
@@ -56,6 +75,7 @@ class EvdevDevicesTest : public EventTapContract<EvdevTapRig>
 protected:
     KernelDevice& keyboard() { return *rig.keyboard; }
     KernelDevice& mouse() { return *rig.mouse; }
+    EventTap& tap() { return rig.tap(); }
 
     /// Strikes a key that nothing else in the test strikes, and takes what came before it.
     std::vector<RawEvent> settled()
@@ -77,6 +97,47 @@ TEST_F(EvdevDevicesTest, AKeyboardPluggedInLaterIsHeard)
         return !events.empty();
     }));
     EXPECT_EQ(events.front(), keyDown(letterA));
+}
+
+/// The user's instances of inotify are used up by other programs.
+class EvdevDevicesWithoutInotify : public EvdevDevicesTest
+{
+protected:
+    EvdevDevicesWithoutInotify() { hasFreeInotify = false; }
+    ~EvdevDevicesWithoutInotify() override { hasFreeInotify = true; }
+
+    CollectedLog logged;
+};
+
+TEST_F(EvdevDevicesWithoutInotify, ThoseThatAreThereAreHeardAndTheCauseIsLoggedOnce)
+{
+    ASSERT_TRUE(listen());
+
+    strike(letterA);
+    EXPECT_TRUE(untilEvents(2));
+
+    mouse().unplug(); // The watch is tried again.
+    strike(letterS);
+    EXPECT_TRUE(untilEvents(4));
+    EXPECT_THAT(logged.lines(),
+                ElementsAre("inotify refusé (Too many open files) : un périphérique "
+                            "branché plus tard ne sera pas entendu"));
+}
+
+TEST_F(EvdevDevicesWithoutInotify, AKeyboardThatReturnsIsHeardOnceThereIsAFreeInstance)
+{
+    ASSERT_TRUE(listen());
+    hasFreeInotify = true;
+
+    rig.lose();
+    ASSERT_TRUE(untilEvents(1)); // The loss.
+    tap().enable();
+    rig.restore();
+
+    EXPECT_TRUE(rig.until([&] {
+        strike(letterA);
+        return events.size() > 1;
+    }));
 }
 
 TEST_F(EvdevDevicesTest, OneOfTwoKeyboardsMayGo)

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "desktop/user/PrivateServer.h"
 #include "desktop/user/ProgramFixture.h"
 #include "unit/packs/PackFiles.h"
 
@@ -59,12 +60,44 @@ protected:
 
 TEST_F(Start, TheQuestionForThePermissionCreatesNothing)
 {
-    // There is no such display: a connection to it would fail.
-    const auto outcome = run({"--unknown", "--check-input-access"}, ":7777");
+    const auto outcome = run({"--unknown", "--check-input-access"});
 
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.output + outcome.errors, "");
     EXPECT_TRUE(std::filesystem::is_empty(user.path()));
+}
+
+TEST_F(Start, ADisplayThatCannotBeReachedGrantsNothing)
+{
+    const auto outcome = run({"--check-input-access"}, ":7777");
+
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output + outcome.errors, "");
+}
+
+TEST_F(Start, ADisplayThatComesLaterIsListenedTo)
+{
+    PrivateServer server;
+    server.stop();
+    const auto ownDisplay = qgetenv("DISPLAY");
+    qputenv("DISPLAY", QByteArray::fromStdString(server.display()));
+    RunningProgram program(user.path());
+    EXPECT_TRUE(program.says("clavo: autorisation : false, écoute : false"));
+    EXPECT_TRUE(program.says("clavo: serveur X injoignable"));
+
+    server.start();
+
+    EXPECT_TRUE(program.says("clavo: autorisation accordée : relance de Clavo"));
+    EXPECT_TRUE(program.endsWith(0));
+    EXPECT_TRUE(EventLoop::until([this] { // The one that was started.
+        const auto status =
+            json::parse(run({"--status", "--json"}).output, nullptr, /*allow_exceptions=*/false);
+        return status.is_object() && status["input"]["listening"].get<bool>();
+    }));
+    server.stop();
+    EXPECT_TRUE(EventLoop::until([this] { return run({"--status"}).status == 1; }))
+        << "its windows are on that display, and it ends with it";
+    qputenv("DISPLAY", ownDisplay);
 }
 
 TEST_F(Start, WithoutASessionThePermissionIsMissing)

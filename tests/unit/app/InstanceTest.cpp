@@ -44,6 +44,20 @@ TEST_F(InstanceTest, StartRunsWhereThereIsNoTelling)
     EXPECT_THAT(m_instance.sent, IsEmpty());
 }
 
+TEST_F(InstanceTest, ARunningInstanceThatCannotBeReachedIsNotTakenForNone)
+{
+    m_instance.delivery = Delivery::unreachable;
+    const std::string message =
+        "clavo: Clavo is running, but there is no session bus to reach it by\n";
+
+    EXPECT_EQ(toggleRunning(m_instance, m_errors), 1);
+    EXPECT_EQ(m_errors.str(), message);
+
+    m_instance.role = Role::secondary;
+    EXPECT_THAT(startOrOpenPanel(m_instance, m_errors), Optional(1));
+    EXPECT_EQ(m_errors.str(), message + message);
+}
+
 TEST_F(InstanceTest, SecondStartOpensTheFirstOnesPanelAndEnds)
 {
     m_instance.role = Role::secondary;

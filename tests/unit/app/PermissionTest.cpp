@@ -68,6 +68,15 @@ protected:
             question.receiver(yes);
     }
 
+    /// Ten minutes of the program's life, after which nothing polls.
+    void letTheWaitEnd()
+    {
+        permission();
+        time.advance(601s);
+        asked = 0;
+        questions.clear();
+    }
+
     CollectedLog logged;
     FakePlatform platform;
     FakeInputAccess& access = *platform.access;
@@ -86,6 +95,7 @@ TEST_F(PermissionTest, ListensWithIt)
     access.granted = true;
 
     EXPECT_TRUE(permission().isListening());
+    EXPECT_FALSE(access.changed) << "nothing is watched";
     EXPECT_THAT(logged.lines(), ElementsAre("autorisation : true, écoute : true"));
 }
 
@@ -231,6 +241,73 @@ TEST_F(PermissionTest, AnAnswerAfterTheTenMinutesIsIgnored)
     answer(true);
 
     EXPECT_EQ(platform.relauncher->opened, 0);
+}
+
+TEST_F(PermissionTest, AChangeThatGrantsItAfterTheTenMinutesRelaunchesTheProgram)
+{
+    letTheWaitEnd();
+
+    access.granted = true;
+    access.changed();
+    access.changed();
+    ASSERT_EQ(asked, 1);
+    answer(true);
+
+    EXPECT_EQ(platform.relauncher->opened, 1);
+    EXPECT_FALSE(permission().isWaiting()) << "nothing polls";
+}
+
+TEST_F(PermissionTest, AChangeThatDoesNotGrantItStartsNoProcess)
+{
+    letTheWaitEnd();
+
+    for (const auto obstacle : {InputAccess::State::noKeyboard, InputAccess::State::refused}) {
+        access.obstacle = obstacle;
+        access.changed();
+    }
+
+    EXPECT_EQ(asked, 0);
+    EXPECT_FALSE(permission().lacksKeyboard());
+}
+
+TEST_F(PermissionTest, AnotherChangeIsNoticedAfterAFreshProcessSaidNo)
+{
+    letTheWaitEnd();
+    access.granted = true;
+    access.changed();
+    answer(false);
+
+    access.changed();
+    answer(true);
+
+    EXPECT_EQ(platform.relauncher->opened, 1);
+}
+
+TEST_F(PermissionTest, WithinTheTenMinutesAChangeLeavesTheQuestionToThePoll)
+{
+    permission();
+    access.granted = true;
+    access.changed();
+    EXPECT_EQ(asked, 0);
+
+    time.advance(2s);
+
+    EXPECT_EQ(asked, 1);
+}
+
+TEST_F(PermissionTest, AChangeDuringTheLastQuestionIsNotMissed)
+{
+    permission();
+    time.advance(599s); // The first question is still open.
+    access.granted = true;
+    access.changed();
+    questions.clear();
+
+    time.advance(1s);
+    ASSERT_EQ(questions.size(), 1U);
+    answer(true);
+
+    EXPECT_EQ(platform.relauncher->opened, 1);
 }
 
 TEST_F(PermissionTest, TheWaitEndsAtOnceWhenTheProgramListens)

@@ -13,10 +13,12 @@ namespace
 {
 
 using nlohmann::json;
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 using testing::Optional;
 using testing::Pair;
+using testing::StartsWith;
 
 Status running()
 {
@@ -26,7 +28,10 @@ Status running()
         .isListening = true,
         .access = InputAccess::State::granted,
         .idle = std::chrono::seconds(2),
-        .output = {.server = "PipeWire", .quantumFrames = 128, .sampleRate = 48000},
+        .output = {.server = "PipeWire",
+                   .quantumFrames = 128,
+                   .sampleRate = 48000,
+                   .searched = {"PipeWire", "PulseAudio"}},
         .isOutputRunning = true,
         .packName = "Red",
         .packID = "cherrymx-red-abs",
@@ -42,7 +47,8 @@ TEST(StatusJson, HoldsAllOfIt)
         "version": "1.2.3",
         "input": {"tap": "X11", "listening": true, "access": "granted", "needsRelaunch": false,
                   "secondsSinceEvent": 2, "secure": "passwordField"},
-        "output": {"server": "PipeWire", "running": true, "quantumFrames": 128,
+        "output": {"server": "PipeWire", "running": true, "state": "playing",
+                   "searched": ["PipeWire", "PulseAudio"], "waitingFor": null, "quantumFrames": 128,
                    "sampleRate": 48000, "quantumMilliseconds": 2.6666666666666665},
         "pack": {"id": "cherrymx-red-abs", "name": "Red"},
         "settings": {"enabled": true, "volume": 0.8, "packID": "cherrymx-red-abs",
@@ -85,7 +91,8 @@ TEST(StatusText, SaysWhatTheJsonHolds)
 TEST(StatusText, SaysWhatIsMissing)
 {
     EXPECT_THAT(
-        describe(jsonOf({.isOutputRunning = true})),
+        describe(jsonOf({.output = {.server = "", .searched = {"PipeWire", "PulseAudio"}},
+                         .isOutputRunning = true})),
         Optional(std::string("Clavo \n"
                              "Listening:  no\n"
                              "Permission: refused; the panel and Clavo's log say what to do\n"
@@ -152,14 +159,48 @@ TEST(StatusText, ReportsOtherStates)
     EXPECT_THAT(text, HasSubstr("Sounds:     off"));
 }
 
-TEST(StatusText, ReportsWhetherAMissingServerIsLookedFor)
+TEST(StatusText, ATapThatHasLostItsKeyboardsSaysThatItWaits)
 {
-    const auto text = [](bool isRunning) {
-        return describe(jsonOf({.isOutputRunning = isRunning})).value_or("");
-    };
+    auto status = running();
+    status.access = InputAccess::State::noKeyboard;
 
-    EXPECT_THAT(text(true), HasSubstr("Output:     none: neither PipeWire nor PulseAudio answers"));
-    EXPECT_THAT(text(false), HasSubstr("Output:     none; asleep until the next sound\n"));
+    EXPECT_THAT(
+        describe(jsonOf(status)),
+        Optional(HasSubstr("Listening:  yes, to X11, as soon as it has a keyboard again\n")));
+}
+
+TEST(StatusText, WhatAnotherProcessReportsIsSafeForATerminal)
+{
+    auto object = json::parse(jsonOf(running()));
+    object["version"] = "\x1b]0;owned\x07";
+    object["input"]["access"] = "\u009b2J";
+    object["pack"]["name"] = "\u202egnol\n";
+    object["extra\u0085"] = json::array({"\x1b["});
+    const auto text = object.dump();
+
+    EXPECT_THAT(describe(text), Optional(AllOf(StartsWith("Clavo \uFFFD]0;owned\uFFFD\n"),
+                                               HasSubstr("Permission: \uFFFD2J\n"),
+                                               HasSubstr("Pack:       \uFFFDgnol\uFFFD ("))));
+    const auto printed = json::parse(printableJson(text).value_or("{}"));
+    EXPECT_EQ(printed["version"], "\uFFFD]0;owned\uFFFD");
+    EXPECT_EQ(printed["pack"]["name"], "\uFFFDgnol\uFFFD");
+    EXPECT_EQ(printed["extra\uFFFD"], json::array({"\uFFFD["}));
+}
+
+TEST(StatusText, DeepNestingIsLeftOut)
+{
+    auto object = json::parse(jsonOf(running()));
+    auto text = object.dump();
+    text.insert(1, "\"deep\":" + std::string(100'000, '[') + std::string(100'000, ']') + ",");
+
+    EXPECT_EQ(describe(text), describe(object.dump()));
+}
+
+TEST(StatusJson, OfAnythingElseIsNotPrinted)
+{
+    EXPECT_EQ(printableJson("{}"), std::nullopt);
+    EXPECT_EQ(printableJson("text"), std::nullopt);
+    EXPECT_EQ(printableJson(jsonOf(running())), jsonOf(running()));
 }
 
 TEST(StatusText, ReportsAgesInFittingUnits)

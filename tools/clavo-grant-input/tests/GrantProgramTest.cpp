@@ -129,6 +129,16 @@ TEST_F(GrantProgramTest, AnswersARequestForHelpOrTheVersionAndDoesNothing)
     EXPECT_FALSE(fs::exists(system.rules()));
 }
 
+TEST_F(GrantProgramTest, HelpSaysWhatIsGrantedAndWhatCannotBeTakenBack)
+{
+    ::posix_spawn_file_actions_adddup2(&actions, STDERR_FILENO, STDOUT_FILENO);
+    EXPECT_EQ(run({"clavo-grant-input", "--help"}), 0);
+
+    EXPECT_THAT(contentOf(errors()),
+                HasSubstr("read and write its keyboards, mice and\ntouchpads"));
+    EXPECT_THAT(contentOf(errors()), HasSubstr("until the device is unplugged"));
+}
+
 TEST_F(GrantProgramTest, TakesTwoDashesForTheEndOfTheOptions)
 {
     EXPECT_EQ(run({"clavo-grant-input", "--"}), 0);

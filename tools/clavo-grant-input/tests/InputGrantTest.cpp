@@ -17,8 +17,10 @@ namespace
 {
 
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::Optional;
 
 namespace fs = std::filesystem;
@@ -36,10 +38,25 @@ TEST_F(InputGrantTest, WritesTheRuleAndHasUdevFollowIt)
 {
     EXPECT_EQ(grantInput(system.root), std::nullopt);
 
-    EXPECT_THAT(contentOf(system.rule()),
-                HasSubstr("\nSUBSYSTEM==\"input\", KERNEL==\"event*\", TAG+=\"uaccess\"\n"));
+    EXPECT_THAT(contentOf(system.rule()), EndsWith(R"(
+SUBSYSTEM=="input", KERNEL=="event*", ENV{ID_INPUT_KEYBOARD}=="1", TAG+="uaccess"
+SUBSYSTEM=="input", KERNEL=="event*", ENV{ID_INPUT_MOUSE}=="1", TAG+="uaccess"
+SUBSYSTEM=="input", KERNEL=="event*", ENV{ID_INPUT_TOUCHPAD}=="1", TAG+="uaccess"
+)"));
     EXPECT_THAT(system.calls(), ElementsAre("control --reload", triggering));
     EXPECT_THAT(system.ruleNames(), ElementsAre("70-clavo-input.rules"));
+}
+
+TEST_F(InputGrantTest, AnOlderRuleForAllDevicesIsReplacedAndTakenBack)
+{
+    const std::string older = "SUBSYSTEM==\"input\", KERNEL==\"event*\", TAG+=\"uaccess\"\n";
+    writeFile(system.rule(), older);
+    EXPECT_EQ(grantInput(system.root), std::nullopt);
+    EXPECT_THAT(contentOf(system.rule()), Not(HasSubstr(older)));
+
+    writeFile(system.rule(), older);
+    EXPECT_EQ(revokeInput(system.root), std::nullopt);
+    EXPECT_THAT(system.ruleNames(), IsEmpty());
 }
 
 TEST_F(InputGrantTest, NamesTheRuleBeforeTheOneThatGivesDevicesToTheSeat)
@@ -121,9 +138,34 @@ TEST_F(InputGrantTest, SaysWhereUdevCannotBeAskedToTakeItBack)
     EXPECT_FALSE(fs::exists(system.rule()));
 }
 
-TEST_F(InputGrantTest, TakesTheRightsOfSingleUsersFromTheDevices)
+/// The rights of single users, as an older rule or the present one gave them.
+class InputRightsTest : public InputGrantTest
 {
-    constexpr auto attribute = "system.posix_acl_access";
+protected:
+    InputRightsTest()
+    {
+        for (const auto& device : {keyboard, other}) {
+            writeFile(device, "");
+            isSupported = isSupported &&
+                          ::setxattr(device.c_str(), attribute, &rights, sizeof rights, 0) == 0;
+        }
+    }
+    void SetUp() override
+    {
+        if (!isSupported)
+            GTEST_SKIP() << "the file system has no such rights";
+    }
+
+    [[nodiscard]] static bool hasRights(const fs::path& device)
+    {
+        return ::getxattr(device.c_str(), attribute, nullptr, 0) > 0;
+    }
+
+    const fs::path keyboard = system.root / "dev" / "input" / "event0";
+    const fs::path other = system.root / "dev" / "input" / "js0";
+
+private:
+    static constexpr auto attribute = "system.posix_acl_access";
     struct Entry {
         std::uint16_t tag, permissions;
         std::uint32_t id;
@@ -133,18 +175,33 @@ TEST_F(InputGrantTest, TakesTheRightsOfSingleUsersFromTheDevices)
         std::array<Entry, 5> entries{
             {{1, 6, ~0U}, {2, 6, 1000}, {4, 6, ~0U}, {16, 6, ~0U}, {32, 0, ~0U}}};
     } const rights;
-    const auto keyboard = system.root / "dev" / "input" / "event0";
-    const auto other = system.root / "dev" / "input" / "js0";
-    for (const auto& device : {keyboard, other}) {
-        writeFile(device, "");
-        if (::setxattr(device.c_str(), attribute, &rights, sizeof rights, 0) != 0)
-            GTEST_SKIP() << "the file system of " << device << " has no such rights";
-    }
+    bool isSupported = true;
+};
 
+TEST_F(InputRightsTest, AreTakenFromTheDevices)
+{
     EXPECT_EQ(revokeInput(system.root), std::nullopt);
 
-    EXPECT_LT(::getxattr(keyboard.c_str(), attribute, nullptr, 0), 0);
-    EXPECT_GT(::getxattr(other.c_str(), attribute, nullptr, 0), 0);
+    EXPECT_FALSE(hasRights(keyboard));
+    EXPECT_TRUE(hasRights(other));
+}
+
+TEST_F(InputRightsTest, OfAnOlderRuleAreTakenAtTheGrantOfTheNewOne)
+{
+    writeFile(system.rule(), "an older rule");
+
+    EXPECT_EQ(grantInput(system.root), std::nullopt);
+
+    EXPECT_FALSE(hasRights(keyboard))
+        << "udev, asked next, gives them again where the rule says so";
+}
+
+TEST_F(InputRightsTest, StayWhenTheSameIsGrantedAgain)
+{
+    EXPECT_EQ(grantInput(system.root), std::nullopt);
+    EXPECT_EQ(grantInput(system.root), std::nullopt);
+
+    EXPECT_TRUE(hasRights(keyboard));
 }
 
 } // namespace

@@ -6,9 +6,11 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QTimer>
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -51,9 +53,30 @@ TEST(EvdevInputAccess, AFileThatIsNoDeviceIsNoKeyboard)
 TEST(EvdevInputAccess, ADeviceThatCannotBeReadIsARefusal)
 {
     const TemporaryFolder folder;
-    std::filesystem::create_symlink("nowhere", folder.path() / "event0"); // Root may read the rest.
+    std::filesystem::create_symlink("nowhere",
+                                    folder.path() / "event_0"); // Root may read the rest.
 
     EXPECT_EQ(accessTo(folder.path()), Access::refused);
+}
+
+TEST(EvdevInputAccess, ADeviceThatAGrantWouldNotIncludeIsNoKeyboard)
+{
+    const TemporaryFolder folder;
+    const auto devices = folder.path() / "input";
+    std::filesystem::create_directory(devices);
+    const auto accessWith = [&](const std::string& name, const std::string& keys) {
+        std::filesystem::create_symlink("nowhere", devices / name);
+        const auto capabilities = folder.path() / "sys" / name / "device" / "capabilities";
+        std::filesystem::create_directories(capabilities);
+        std::ofstream(capabilities / "key") << keys << "\n";
+        return makeEvdevInputAccess({}, devices, folder.path() / "sys")->state();
+    };
+
+    EXPECT_EQ(accessWith("event0", "10000000000000 0"), Access::noKeyboard) << "a power button";
+    EXPECT_EQ(accessWith("event1", "70000 0 0 0 0"), Access::noKeyboard) << "a mouse";
+    EXPECT_EQ(accessWith("event2", "402000000 3803078f800d001 feffffdfffefffff fffffffffffffffe"),
+              Access::refused)
+        << "a keyboard";
 }
 
 TEST(EvdevInputAccess, ThereIsAdviceForEveryAccessThatIsMissing)
@@ -67,9 +90,11 @@ TEST(EvdevInputAccess, ARefusalNamesTheTwoCommandsThatEndIt)
 {
     const auto advice = adviceOn(Access::refused);
 
-    EXPECT_THAT(advice, HasSubstr("\necho 'SUBSYSTEM==\"input\", KERNEL==\"event*\", "
-                                  "TAG+=\"uaccess\"' | sudo tee "
-                                  "/etc/udev/rules.d/70-clavo-input.rules\n"));
+    EXPECT_THAT(
+        advice,
+        HasSubstr("\nprintf 'SUBSYSTEM==\"input\", KERNEL==\"event*\", "
+                  "ENV{ID_INPUT_%s}==\"1\", TAG+=\"uaccess\"\\n' "
+                  "KEYBOARD MOUSE TOUCHPAD | sudo tee /etc/udev/rules.d/70-clavo-input.rules\n"));
     EXPECT_THAT(advice, HasSubstr("\nsudo udevadm control --reload && sudo udevadm trigger"));
 }
 
@@ -80,7 +105,7 @@ protected:
     EvdevQuestion()
     {
         std::filesystem::create_directory(devices());
-        std::filesystem::create_symlink("nowhere", devices() / "event0");
+        std::filesystem::create_symlink("nowhere", devices() / "event_0");
     }
 
     [[nodiscard]] std::filesystem::path devices() const { return folder.path() / "input"; }
@@ -122,6 +147,50 @@ private:
     char* m_arguments[2] = {m_name, nullptr};
     QCoreApplication m_application{m_count, m_arguments};
 };
+
+/// True once the watch has called its receiver because of this change of the devices.
+class EvdevChange : public EvdevQuestion
+{
+protected:
+    template <typename Change> [[nodiscard]] bool isReported(Change change)
+    {
+        QEventLoop loop;
+        const auto access = makeEvdevInputAccess({}, devices());
+        access->watch([&] { loop.quit(); });
+        QTimer::singleShot(std::chrono::seconds(10), &loop, [&] { loop.exit(1); });
+        change();
+        return loop.exec() == 0;
+    }
+};
+
+TEST_F(EvdevChange, ADeviceThatAppearsIsReported)
+{
+    EXPECT_TRUE(isReported([this] { std::ofstream(devices() / "event1") << "text"; }));
+}
+
+TEST_F(EvdevChange, RightsThatAreGrantedLaterAreReported)
+{
+    const auto device = devices() / "event1";
+    std::ofstream(device) << "text";
+
+    EXPECT_TRUE(isReported(
+        [&] { std::filesystem::permissions(device, std::filesystem::perms::owner_read); }));
+}
+
+TEST_F(EvdevChange, ADeviceInAFolderThatAppearsIsReported)
+{
+    std::filesystem::remove_all(devices());
+
+    EXPECT_TRUE(isReported([this] { std::filesystem::create_directory(devices()); }));
+}
+
+TEST_F(EvdevChange, ADeviceInAFolderThatWasReplacedIsReported)
+{
+    EXPECT_TRUE(isReported([this] {
+        std::filesystem::remove_all(devices());
+        std::filesystem::create_directory(devices());
+    }));
+}
 
 TEST_F(EvdevQuestion, IsPutOnceAndRunsTheGrantProgramAlone)
 {
@@ -199,7 +268,7 @@ TEST_F(EvdevQuestion, IsNotPutWithoutPolkitOrTheGrantProgram)
 
 TEST_F(EvdevQuestion, IsNotPutWhereThereIsNothingToGrant)
 {
-    std::filesystem::remove(devices() / "event0");
+    std::filesystem::remove(devices() / "event_0");
     const auto access = makeEvdevInputAccess(asking("exit 0"), devices());
 
     EXPECT_FALSE(access->request(Occasion::userRequest));
