@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <deque>
 #include <memory>
 #include <numeric>
 #include <span>
@@ -141,7 +142,7 @@ public:
     {
         if (m_stage != Stage::complete)
             return std::nullopt;
-        return std::move(m_resampler ? m_converted : m_samples);
+        return std::move(m_samples);
     }
 
 private:
@@ -180,12 +181,12 @@ private:
             return sf_error(m_file.get()) == SF_ERR_NO_ERROR ? endDecoding() : Stage::failed;
         const auto decoded = std::span<const float>(m_interleaved)
                                  .first(static_cast<std::size_t>(frames) * channels);
-        const auto before = m_samples.size();
-        appendAverages(m_samples, decoded, channels);
+        auto& block = m_blocks.emplace_back();
+        appendAverages(block, decoded, channels);
+        m_frames += block.size();
         const double longest = std::min(maximumSeconds * m_info.samplerate, maximumFrames);
-        const bool isTooLong = static_cast<double>(m_samples.size()) > longest;
-        return isTooLong || !areNumbers(std::span(m_samples).subspan(before)) ? Stage::failed
-                                                                              : Stage::decoding;
+        const bool isTooLong = static_cast<double>(m_frames) > longest;
+        return isTooLong || !areNumbers(block) ? Stage::failed : Stage::decoding;
     }
 
     [[nodiscard]] Stage endDecoding()
@@ -194,17 +195,21 @@ private:
         m_content = {};
         m_interleaved = {};
         const double sampleRate = m_info.samplerate;
-        if (m_samples.empty() || sampleRate == m_format.sampleRate)
+        if (m_frames == 0 || sampleRate == m_format.sampleRate) {
+            m_samples.reserve(m_frames);
+            for (const auto& block : m_blocks)
+                m_samples.insert(m_samples.end(), block.begin(), block.end());
             return Stage::complete;
+        }
 
         const soxr_quality_spec_t quality = soxr_quality_spec(SOXR_HQ, 0);
         m_resampler.reset(
             soxr_create(sampleRate, m_format.sampleRate, 1, nullptr, nullptr, &quality, nullptr));
-        m_source = m_samples;
-        m_converted.resize(static_cast<std::size_t>(m_format.sampleRate / sampleRate *
-                                                    static_cast<double>(m_samples.size())) +
-                           1024);
-        m_room = m_converted;
+        m_source = m_blocks.front();
+        m_samples.resize(static_cast<std::size_t>(m_format.sampleRate / sampleRate *
+                                                  static_cast<double>(m_frames)) +
+                         1024);
+        m_room = m_samples;
         return m_resampler ? Stage::resampling : Stage::failed;
     }
 
@@ -212,20 +217,23 @@ private:
     /// is given at once.
     [[nodiscard]] Stage resampleBlock()
     {
-        const auto block = m_source.first(std::min(m_source.size(), blockFrames));
         const auto room = m_room.first(std::min(m_room.size(), blockSamples));
-        const float* const input = block.empty() ? nullptr : block.data(); // Null ends the input.
+        const float* const input = m_source.empty() ? nullptr : m_source.data(); // Null: the end.
         std::size_t taken = 0;
         std::size_t given = 0;
-        if (soxr_process(m_resampler.get(), input, block.size(), &taken, room.data(), room.size(),
-                         &given) != nullptr ||
+        if (soxr_process(m_resampler.get(), input, m_source.size(), &taken, room.data(),
+                         room.size(), &given) != nullptr ||
             !areNumbers(room.first(given)))
             return Stage::failed;
         m_source = m_source.subspan(taken);
+        if (m_source.empty() && !m_blocks.empty()) {
+            m_blocks.pop_front();
+            m_source = m_blocks.empty() ? std::span<const float>() : m_blocks.front();
+        }
         m_room = m_room.subspan(given);
         if (taken > 0 || given > 0)
             return Stage::resampling;
-        m_converted.resize(m_converted.size() - m_room.size());
+        m_samples.resize(m_samples.size() - m_room.size());
         return m_source.empty() ? Stage::complete : Stage::failed;
     }
 
@@ -237,12 +245,14 @@ private:
     SF_INFO m_info{};
     std::unique_ptr<SNDFILE, Closer> m_file;
     std::vector<float> m_interleaved; // One block.
-    std::vector<float> m_samples;     // At the file's rate.
+    // Decoded at the file's rate. In blocks, because a growing vector copies millions at a time.
+    std::deque<std::vector<float>> m_blocks;
+    std::size_t m_frames = 0; // In all blocks.
 
-    std::unique_ptr<soxr, ResamplerDeleter> m_resampler; // Null if the rate is the one wanted.
-    std::span<const float> m_source;                     // What is left of the samples.
-    std::vector<float> m_converted;
-    std::span<float> m_room; // The unused end of it.
+    std::unique_ptr<soxr, ResamplerDeleter> m_resampler;
+    std::span<const float> m_source; // What is left of the first block.
+    std::vector<float> m_samples;    // The result.
+    std::span<float> m_room;         // The unused end of it.
 };
 
 } // namespace
