@@ -10,8 +10,9 @@
 namespace clavo
 {
 
-/// A manifest of a thousand keys has 50 kB. Larger files than this are not read.
-inline constexpr std::uint64_t maximumManifestSize = 16U << 20U;
+/// A manifest of a thousand keys has 50 kB. Larger files than this are not read: reading one keeps
+/// the keys waiting.
+inline constexpr std::uint64_t maximumManifestSize = 1U << 20U;
 
 /// The content of a pack's `pack.json`, as written.
 struct Manifest {

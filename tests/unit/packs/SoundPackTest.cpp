@@ -270,13 +270,13 @@ TEST_F(SoundPackTest, DeviceIsNoManifest)
     EXPECT_FALSE(loaded());
 }
 
-TEST_F(SoundPackTest, ManifestOf16MebibytesIsReadAndALargerOneIsNot)
+TEST_F(SoundPackTest, ManifestOfAMebibyteIsReadAndALargerOneIsNot)
 {
     const auto json = manifestText();
-    write(json + std::string((16U << 20U) - json.size(), ' '));
+    write(json + std::string((1U << 20U) - json.size(), ' '));
     EXPECT_TRUE(loaded());
 
-    write(json + std::string((16U << 20U) - json.size() + 1, ' '));
+    write(json + std::string((1U << 20U) - json.size() + 1, ' '));
     EXPECT_FALSE(loaded());
 }
 
