@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/atspi/AccessibleProgram.h"
 
+#include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
@@ -89,8 +90,12 @@ AccessibleProgram::AccessibleProgram()
     m_bus.registerVirtualObject("/", this, QDBusConnection::SubPath);
 }
 
+// Calls that wait for the object end before the connection that they came by: Qt answers them with
+// an error then, and crashes without the connection.
 AccessibleProgram::~AccessibleProgram()
 {
+    m_bus.unregisterObject("/", QDBusConnection::UnregisterTree);
+    QCoreApplication::removePostedEvents(this);
     QDBusConnection::disconnectFromBus(m_name);
 }
 
