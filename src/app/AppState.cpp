@@ -30,6 +30,11 @@ std::string shownID(const SoundPack& pack)
     return printable(pack.id, SoundPack::textLimit);
 }
 
+void logFailedLoad(const std::string& id, const std::exception& exception)
+{
+    log::error("pack {} impossible à charger : {}", id, exception.what());
+}
+
 } // namespace
 
 AppState::AppState(Platform& platform, Surroundings surroundings, std::unique_ptr<StatsStore> stats)
@@ -139,7 +144,7 @@ void AppState::preview(const QString& packID)
         return;
     const auto play = [this](SoundBank bank) { m_sound.preview(std::move(bank)); };
     const auto stayQuiet = [id = shownID(*pack)](const std::exception& exception) {
-        log::error("pack {} impossible à charger : {}", id, exception.what());
+        logFailedLoad(id, exception);
     };
     m_previewLoad.start(*pack, m_sound.format(), {.loaded = play, .failed = stayQuiet},
                         &SoundEngine::previewScancodes());
@@ -249,7 +254,7 @@ void AppState::loadSelectedPack()
         storePackID();
     };
     const auto keepThePreviousOne = [this, id](const std::exception& exception) {
-        log::error("pack {} impossible à charger : {}", id, exception.what());
+        logFailedLoad(id, exception);
         if (!m_storedPackID)
             return;
         m_settings.packID = *std::exchange(m_storedPackID, {});

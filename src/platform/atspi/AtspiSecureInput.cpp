@@ -179,12 +179,9 @@ private:
             return;
         }
         m_bus.emplace(bus);
-        const DBusObject local{{},
-                               QStringLiteral("/org/freedesktop/DBus/Local"),
-                               QStringLiteral("org.freedesktop.DBus.Local")};
         const DBusObject elements{{}, {}, QStringLiteral("org.a11y.atspi.Event.Object")};
         const DBusObject windows{{}, {}, QStringLiteral("org.a11y.atspi.Event.Window")};
-        listen(bus, {local, QStringLiteral("Disconnected")}, this, SLOT(loseBus()));
+        listen(bus, lossOfBus(), this, SLOT(loseBus()));
         listen(bus, {elements, QStringLiteral("StateChanged"), QStringLiteral("focused")}, this,
                SLOT(changeFocus(QDBusMessage)));
         listen(bus, {windows, QStringLiteral("Deactivate")}, this,

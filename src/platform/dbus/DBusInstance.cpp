@@ -269,10 +269,7 @@ private:
         m_bus.registerObject(path, this, QDBusConnection::ExportAdaptors);
         listen(m_bus, {messageBus(), QStringLiteral("NameAcquired")}, this,
                SLOT(receiveName(QString)));
-        const DBusObject local{{},
-                               QStringLiteral("/org/freedesktop/DBus/Local"),
-                               QStringLiteral("org.freedesktop.DBus.Local")};
-        listen(m_bus, {local, QStringLiteral("Disconnected")}, this, SLOT(loseBus()));
+        listen(m_bus, lossOfBus(), this, SLOT(loseBus()));
     }
 
     /// Locks the file as the instance. The bus decides; the lock does if there is none.

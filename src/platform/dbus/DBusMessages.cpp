@@ -44,6 +44,16 @@ void send(const QDBusConnection& bus, const QDBusMessage& call, QObject* context
                      });
 }
 
+const DBusSignal& lossOfBus()
+{
+    static const DBusSignal loss{
+        .sender = {.service = {},
+                   .path = QStringLiteral("/org/freedesktop/DBus/Local"),
+                   .interface = QStringLiteral("org.freedesktop.DBus.Local")},
+        .name = QStringLiteral("Disconnected")};
+    return loss;
+}
+
 void listen(QDBusConnection bus, const DBusSignal& signal, QObject* receiver, const char* slot)
 {
     const auto arguments =

@@ -60,6 +60,9 @@ struct DBusSignal {
     QString firstArgument = {}; // Only signals whose first argument is this text; all if null.
 };
 
+/// The signal that a connection itself gives when it loses its bus.
+[[nodiscard]] const DBusSignal& lossOfBus();
+
 /// Connects a slot to the signal, once. Qt refuses a slot that it cannot find and one with a
 /// parameter whose type is not registered by its name; that is logged.
 void listen(QDBusConnection bus, const DBusSignal& signal, QObject* receiver, const char* slot);
